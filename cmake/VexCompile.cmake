@@ -1,0 +1,32 @@
+# Warnings, sanitizers and coverage for every target of ours.
+add_library(vex_compile INTERFACE)
+target_compile_options(vex_compile INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+
+# g++ 12 takes its own library for faulty: strings that are joined at -O3, and
+# regular expressions under a sanitizer.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(vex_compile INTERFACE -Wno-restrict)
+  if(VEX_SANITIZE)
+    target_compile_options(vex_compile INTERFACE -Wno-maybe-uninitialized)
+  endif()
+endif()
+
+if(VEX_SANITIZE STREQUAL "address")
+  set(flags -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+elseif(VEX_SANITIZE STREQUAL "thread")
+  set(flags -fsanitize=thread -fno-omit-frame-pointer)
+elseif(VEX_SANITIZE)
+  message(FATAL_ERROR "VEX_SANITIZE is '${VEX_SANITIZE}'; use 'address', 'thread' or leave it empty")
+endif()
+if(VEX_BUILD_FUZZ)
+  list(APPEND flags -fsanitize=fuzzer-no-link)
+endif()
+if(VEX_COVERAGE)
+  # Several threads count.
+  list(APPEND flags --coverage -fprofile-update=atomic)
+endif()
+if(flags)
+  target_compile_options(vex_compile INTERFACE ${flags})
+  target_link_options(vex_compile INTERFACE ${flags})
+endif()

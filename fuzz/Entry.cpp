@@ -1,0 +1,8 @@
+// The fuzzer's way into one target.
+
+#include "FuzzTargets.h"
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+    fuzz::VEX_FUZZ_TARGET(std::string_view(reinterpret_cast<char const*>(data), size));
+    return 0;
+}

@@ -1,0 +1,94 @@
+#include "FuzzSession.h"
+
+#include "Catalogue.h"
+#include "FuzzTargets.h"
+#include "KRLIDOM_Reader.h"
+#include "ModelLoader.h"
+#include "VexNotification.h"
+
+namespace {
+
+constexpr std::string_view modelText = R"(<model id="m" defaultLocale="en">
+  <locales><locale>en</locale><locale>de</locale></locales>
+  <namespace id="n"><property name="name" locale="en">Sales</property>
+    <property name="name" locale="de">Vertrieb</property>
+    <folder id="f" name="Facts">
+      <querySubject id="q" name="Orders" screenTip="Lines">
+        <queryItem id="i" name="Quantity" datatype="int32"/>
+        <queryItemFolder id="d" name="Dates"><queryItem id="j" name="Ordered"/></queryItemFolder>
+        <filter id="x" name="Open"/>
+      </querySubject>
+    </folder>
+    <namespace id="o" name="Orders"><calculation id="c" name="Margin"/></namespace>
+    <shortcut id="s" name="Again" refobj="[Sales].[Orders]"/>
+    <shortcut id="t" name="Loop" refobj="[Sales]"/>
+  </namespace>
+  <securityViews>
+    <securityView id="v"><set kind="included"><item>n</item><item>q</item><item>i</item>
+      <item>s</item><item>c</item></set></securityView>
+    <securityView id="w" roleBased="true"><member roleId="r"/>
+      <set kind="included"><item>q</item><item>i</item></set><set kind="hidden"><item>j</item></set>
+    </securityView>
+  </securityViews></model>)";
+
+constexpr std::string_view catalogueText = R"(<catalog>
+  <model path="/content/m" file="m.xml"><package value="P"><property name="screenTip">T</property>
+    </package><grant role="r" view="v"/><grant role="r" view="w"/></model>
+  <user name="ann"><role>r</role></user></catalog>)";
+
+} // namespace
+
+namespace fuzz {
+
+vex::PluginProxy& plugin() {
+    static vex::PluginProxy proxy(VEX_PLUGIN_FILE);
+    static bool const initialised = (proxy.Initialize(), true);
+    static_cast<void>(initialised);
+    return proxy;
+}
+
+std::unique_ptr<vex::HostSession> openSession() {
+    static auto const model = vex::loadModelText(modelText, "m.xml");
+    static auto const catalogue = [] {
+        vex::Diagnostics found;
+        return vex::readCatalogueText(catalogueText, "c.xml", ".", found);
+    }();
+    return std::make_unique<vex::HostSession>(model, I18NLocale("de"), catalogue,
+                                              catalogue->FindUser("ann"));
+}
+
+void close(vex::HostSession& session) {
+    plugin().Notify(session, VexNotification::SessionClosed);
+}
+
+vex::ActionLimits smallLimits() {
+    vex::ActionLimits limits;
+    limits.response.elements = 500;
+    limits.response.bytes = 4U << 20U;
+    return limits;
+}
+
+vex::ActionOutcome ask(vex::HostSession& session, std::string_view request) {
+    constexpr long metadata = 31000;
+    vex::ActionValues values;
+    VexParams in;
+    in.AddParam(values.Long(0));
+    in.AddParam(values.String("/content/m"));
+    in.AddParam(values.Node(KRLIDOM_Reader::parse(request, "request")));
+    return vex::callAction(plugin(), session, VexVariant(metadata), in, smallLimits());
+}
+
+void requireSound(vex::ActionOutcome const& outcome) {
+    using End = vex::ActionOutcome::End;
+    if (outcome.end == End::Raised) {
+        require(outcome.raised->GetId() != 0 && !outcome.text.empty(), "a failure says what it is");
+        require(outcome.appended.empty(), "a failed call appends nothing");
+    } else if (outcome.end == End::Stopped) {
+        require(outcome.text.find(", which is the limit.") != std::string::npos,
+                "only a limit of the answer stops a call: " + outcome.text);
+    }
+    require(outcome.response.elementCount() <= smallLimits().response.elements,
+            "an answer keeps to its limit");
+}
+
+} // namespace fuzz

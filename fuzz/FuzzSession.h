@@ -1,0 +1,32 @@
+#pragma once
+
+#include "ActionCall.h"
+#include "HostSession.h"
+#include "PluginProxy.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace fuzz {
+
+/// The plug-in of the whole program.
+vex::PluginProxy& plugin();
+
+/// The user "ann" on a small model with views, a shortcut and two languages.
+std::unique_ptr<vex::HostSession> openSession();
+
+/// Ends the session as a host does.
+void close(vex::HostSession& session);
+
+/// How much an answer may hold, so that no input takes long.
+vex::ActionLimits smallLimits();
+
+/// A metadata request on the path "/content/m". Raises `KRLDocumentException`
+/// when the request cannot be read.
+vex::ActionOutcome ask(vex::HostSession& session, std::string_view request);
+
+/// Requires that a call ended in one of the ways that calls may end.
+void requireSound(vex::ActionOutcome const& outcome);
+
+} // namespace fuzz

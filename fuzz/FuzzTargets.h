@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// What each target does with an input. A broken property ends the program.
+namespace fuzz {
+
+/// Start paths: any text is split or refused, and names without "]" that were
+/// put together as a reference come back from the split.
+void startPath(std::string_view input);
+
+/// Request documents: each is refused with a message or answered by the plug-in
+/// on a fixed model, and the next request of another session is answered as ever.
+void request(std::string_view input);
+
+/// Model documents: each is loaded or refused where the error stands, never
+/// both, and what was loaded can be asked for whole.
+void model(std::string_view input);
+
+/// Catalogues: likewise; what was read gives each user views in ascending order.
+void catalogue(std::string_view input);
+
+/// The bytes choose a model, views, a user and a session of requests: the
+/// plug-in and the plain evaluator answer alike.
+void sessionCase(std::string_view input);
+
+/// Lines of a session: each gets one line of JSON, and the session goes on.
+void sessionLines(std::string_view input);
+
+/// Ends the program with a message when a property does not hold.
+void require(bool holds, std::string const& property);
+
+} // namespace fuzz

@@ -1,0 +1,57 @@
+#include "FuzzSession.h"
+#include "FuzzTargets.h"
+#include "KRLException.h"
+#include "ModelChecks.h"
+#include "ModelLoader.h"
+#include "VexObject.h"
+
+namespace {
+
+constexpr std::string_view whole =
+    "<Metadata Depth='0'><Property n='*/@*'/><Property n='*/@_path'/><Property n='*/@_ref'/>"
+    "<Property n='*/*'/><Property n='*/folder'/><Property n='*/querySubject'/>"
+    "<Property n='/@supportedLocales'/></Metadata>";
+
+// Each object is its parent's child, and found by its id.
+void requireLinked(vex::Model const& model) {
+    for (std::size_t index = 0; index < model.ElementCount(); ++index) {
+        VEX_HANDLE const element = model.GetElement(index);
+        VexObject const object(element);
+        fuzz::require(object.IsValid(), "a loaded object is valid");
+        I18NString id;
+        if (object.GetId(id) && !id.empty()) {
+            fuzz::require(model.FindById(id) == element, "an id names its object");
+        }
+        Vex_Handle_Collection children;
+        object.childObjects(children, nullptr, nullptr);
+        for (VEX_HANDLE const child : children) {
+            fuzz::require(VexObject(child).GetParent() == element, "a child has its parent");
+        }
+        Vex_Handle_Collection properties;
+        object.Properties(properties, nullptr, nullptr, false);
+        for (VEX_HANDLE const property : properties) {
+            fuzz::require(VexObject(property).GetParent() == element, "a property has its owner");
+        }
+    }
+}
+
+} // namespace
+
+void fuzz::model(std::string_view input) {
+    vex::Diagnostics found;
+    vex::LoadOptions options;
+    options.keepPositions = true;
+    auto const model = vex::loadModelText(input, "m.xml", options, found);
+    require((model == nullptr) == !found.empty(), "a model is loaded or an error is reported");
+    for (vex::Diagnostic const& problem : found) {
+        require(!problem.text.empty() && problem.line != 0, "an error has a place");
+    }
+    if (model == nullptr) {
+        return;
+    }
+    requireLinked(*model);
+    vex::checkModel(*model, "m.xml", found);
+    vex::HostSession session(model, I18NLocale("de"), nullptr, nullptr);
+    requireSound(ask(session, whole));
+    close(session);
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "KRLIDOM_Element.h"
+#include "TreeQuestion.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace vex {
+
+/// What a tree answer did with an object of the model.
+enum class ObjectFate {
+    Written,           // as an element of its own; a shortcut as its target's
+    LeftOut,           // its members stand in its container's place
+    WithoutName,       // left out with all its members: nothing to show of it
+    WithItsContainer,  // left out because its container has no name
+    NothingToStandFor, // a shortcut without a name or a target
+};
+
+struct AnsweredObject {
+    static constexpr std::size_t None = static_cast<std::size_t>(-1);
+
+    VEX_HANDLE object;
+    VEX_HANDLE target; // of a shortcut that is written
+    ObjectFate fate = ObjectFate::Written;
+    std::size_t container = None; // the entry that it was met in; the start has none
+    bool behindShortcut = false;  // met as a member, however deep, of a shortcut's target
+};
+
+/// A tree answer, object by object as it was gone through: also those that it
+/// left out, and an object once for each way that leads to it. An object comes
+/// before its members. Names alone count as something to show, as in a request
+/// that asks for nothing else.
+using AnsweredTree = std::vector<AnsweredObject>;
+
+/// Matches an answer to `question.MakeRequest()`. Raises `HostException` when it
+/// holds something that the model does not explain, or starts at an object
+/// without an id.
+AnsweredTree matchAnswer(Model const& model, I18NLocale const& locale, TreeQuestion const& question,
+                         KRLIDOM_Element const& response);
+
+} // namespace vex

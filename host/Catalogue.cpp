@@ -1,0 +1,58 @@
+#include "Catalogue.h"
+
+#include <algorithm>
+
+namespace vex {
+
+bool LocalisedText::Add(I18NLocale locale, I18NString text) {
+    if (FindExact(locale) != nullptr) {
+        return false;
+    }
+    m_values.emplace_back(locale, std::move(text));
+    return true;
+}
+
+I18NString const& LocalisedText::Find(I18NLocale locale) const {
+    static I18NString const none;
+    I18NLocale const nameless;
+    for (;; locale = locale.getParent()) {
+        if (I18NString const* text = FindExact(locale)) {
+            return *text;
+        }
+        if (locale == nameless) {
+            return none;
+        }
+    }
+}
+
+I18NString const* LocalisedText::FindExact(I18NLocale locale) const {
+    auto const at = std::find_if(m_values.begin(), m_values.end(),
+                                 [&](auto const& value) { return value.first == locale; });
+    return at == m_values.end() ? nullptr : &at->second;
+}
+
+CatalogueModel const* Catalogue::FindModel(I18NString const& path) const {
+    auto const at = std::find_if(models.begin(), models.end(),
+                                 [&](auto const& model) { return model.path == path; });
+    return at == models.end() ? nullptr : &*at;
+}
+
+CatalogueUser const* Catalogue::FindUser(I18NString const& name) const {
+    auto const at = std::find_if(users.begin(), users.end(),
+                                 [&](auto const& user) { return user.name == name; });
+    return at == users.end() ? nullptr : &*at;
+}
+
+std::vector<I18NString> availableViews(CatalogueModel const& model, CatalogueUser const& user) {
+    std::vector<I18NString> views;
+    for (CatalogueGrant const& grant : model.grants) {
+        if (std::find(user.roles.begin(), user.roles.end(), grant.role) != user.roles.end()) {
+            views.push_back(grant.view);
+        }
+    }
+    std::sort(views.begin(), views.end());
+    views.erase(std::unique(views.begin(), views.end()), views.end());
+    return views;
+}
+
+} // namespace vex

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "Diagnostic.h"
+#include "I18NLocale.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vex {
+
+/// A text with one value for each locale; the nameless locale has the value
+/// that holds for all others.
+class LocalisedText {
+public:
+    /// False when the locale has a value already, which stays.
+    bool Add(I18NLocale locale, I18NString text);
+
+    /// The value of the locale, else of its nearest parent, else the
+    /// unlocalised one, else "". A value without text answers too.
+    I18NString const& Find(I18NLocale locale) const;
+
+private:
+    I18NString const* FindExact(I18NLocale locale) const;
+
+    std::vector<std::pair<I18NLocale, I18NString>> m_values;
+};
+
+/// Who may use which view of a model.
+struct CatalogueGrant {
+    I18NString role;
+    I18NString view;
+    unsigned long line = 0;
+    unsigned long column = 0;
+};
+
+/// The package that a model is published in. Its value is the property "value".
+using CataloguePackage = std::map<I18NString, LocalisedText>;
+
+struct CatalogueModel {
+    I18NString path;
+    std::string file; // beside the catalogue unless written with an absolute path
+    CataloguePackage package;
+    bool hasPackage = false;
+    std::vector<CatalogueGrant> grants;
+    unsigned long line = 0;
+    unsigned long column = 0;
+};
+
+struct CatalogueUser {
+    I18NString name;
+    std::vector<I18NString> roles; // in the catalogue's order
+};
+
+/// What stands where, and who may use which views.
+struct Catalogue {
+    std::vector<CatalogueModel> models;
+    std::vector<CatalogueUser> users;
+
+    /// Null when there is none.
+    CatalogueModel const* FindModel(I18NString const& path) const;
+    CatalogueUser const* FindUser(I18NString const& name) const;
+};
+
+/// The views granted to any of the user's roles, each once, ascending.
+std::vector<I18NString> availableViews(CatalogueModel const& model, CatalogueUser const& user);
+
+/// Reads a catalogue file. Appends every problem to `found`; null when one of
+/// them is an error.
+std::shared_ptr<Catalogue const> readCatalogue(std::string const& file, Diagnostics& found);
+
+/// The same from text. `name` stands in diagnostics; model files are taken as
+/// relative to `folder`.
+std::shared_ptr<Catalogue const> readCatalogueText(std::string_view text, std::string const& name,
+                                                   std::string const& folder, Diagnostics& found);
+
+/// Raises `KRLDocumentException` with the first error.
+std::shared_ptr<Catalogue const> loadCatalogue(std::string const& file);
+
+} // namespace vex

@@ -1,0 +1,66 @@
+#include "CatalogueReader.h"
+#include "FileText.h"
+#include "KRLException.h"
+#include "SaxDocument.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace vex {
+
+namespace {
+
+bool hasError(Diagnostics const& found) {
+    return std::any_of(found.begin(), found.end(), [](Diagnostic const& diagnostic) {
+        return diagnostic.severity == Severity::Error;
+    });
+}
+
+void reportUnreadable(KRLDocumentException const& problem, std::string const& name,
+                      Diagnostics& found) {
+    found.push_back({Severity::Error, "catalogue-unreadable", name, problem.GetLine(),
+                     problem.GetColumn(), problem.GetProblem()});
+}
+
+} // namespace
+
+std::shared_ptr<Catalogue const> readCatalogueText(std::string_view text, std::string const& name,
+                                                   std::string const& folder, Diagnostics& found) {
+    auto const catalogue = std::make_shared<Catalogue>();
+    Diagnostics problems;
+    CatalogueReader handler(*catalogue, name, folder, problems);
+
+    MemorySource source(text);
+    try {
+        readSax(source, handler);
+    } catch (KRLDocumentException const& problem) {
+        reportUnreadable(problem, name, problems);
+    }
+    found.insert(found.end(), problems.begin(), problems.end());
+    return hasError(problems) ? nullptr : catalogue;
+}
+
+std::shared_ptr<Catalogue const> readCatalogue(std::string const& file, Diagnostics& found) {
+    std::string text;
+    try {
+        text = readFileText(file);
+    } catch (KRLDocumentException const& problem) {
+        reportUnreadable(problem, file, found);
+        return nullptr;
+    }
+    return readCatalogueText(text, file, std::filesystem::path(file).parent_path().string(), found);
+}
+
+std::shared_ptr<Catalogue const> loadCatalogue(std::string const& file) {
+    Diagnostics found;
+    std::shared_ptr<Catalogue const> catalogue = readCatalogue(file, found);
+    if (catalogue == nullptr) {
+        auto const error = std::find_if(found.begin(), found.end(), [](Diagnostic const& problem) {
+            return problem.severity == Severity::Error;
+        });
+        throw KRLDocumentException(error->file, error->line, error->column, error->text);
+    }
+    return catalogue;
+}
+
+} // namespace vex

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "Catalogue.h"
+
+#include <set>
+
+#include <xercesc/sax2/DefaultHandler.hpp>
+
+namespace vex {
+
+/// Builds a catalogue from parser events and reports every breach of its
+/// grammar where it stands. Reading goes on past an error; only text that is
+/// not well-formed, or a document type, ends it.
+class CatalogueReader final : public xercesc::DefaultHandler {
+public:
+    CatalogueReader(Catalogue& catalogue, std::string name, std::string folder, Diagnostics& found);
+
+    void setDocumentLocator(xercesc::Locator const* locator) override { m_locator = locator; }
+    void startDTD(XMLCh const* name, XMLCh const* publicId, XMLCh const* systemId) override;
+    void startElement(XMLCh const* uri, XMLCh const* localName, XMLCh const* tag,
+                      xercesc::Attributes const& attributes) override;
+    void endElement(XMLCh const* uri, XMLCh const* localName, XMLCh const* tag) override;
+    void characters(XMLCh const* text, XMLSize_t length) override;
+    void fatalError(xercesc::SAXParseException const& problem) override;
+
+private:
+    /// Where the reader stands; each is an element of the grammar but the first.
+    enum class Place { Document, Catalogue, Model, Package, Property, Grant, User, Role };
+    struct Attribute;
+    struct Rule;
+    static Rule const Rules[];
+
+    Rule const* FindRule(std::u16string_view tag) const;
+    void CheckAttributes(Rule const& rule, xercesc::Attributes const& attributes);
+    void Enter(Rule const& rule, xercesc::Attributes const& attributes);
+    void EnterModel(xercesc::Attributes const& attributes);
+    void EnterPackage(xercesc::Attributes const& attributes);
+    void EnterProperty(xercesc::Attributes const& attributes);
+    void EnterUser(xercesc::Attributes const& attributes);
+    void LeaveProperty();
+    void LeaveRole();
+    void Report(char const* rule, std::string text);
+
+    Catalogue& m_catalogue;
+    std::string m_name;
+    std::string m_folder;
+    Diagnostics& m_found;
+    xercesc::Locator const* m_locator = nullptr;
+
+    std::vector<Rule const*> m_open;
+    std::size_t m_skipped = 0; // elements open inside one that is not known
+    std::set<I18NString> m_modelPaths;
+    std::set<I18NString> m_userNames;
+
+    I18NString m_propertyName;
+    I18NLocale m_propertyLocale;
+    I18NString m_text;
+};
+
+} // namespace vex

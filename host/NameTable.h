@@ -1,0 +1,54 @@
+#pragma once
+
+#include "TextHash.h"
+#include "TextTable.h"
+
+namespace vex {
+
+/// Names one class or property name of a model: its place in the name table.
+using Atom = std::uint32_t;
+constexpr Atom NoAtom = NotFound;
+
+/// The class and property names of a model, each once.
+class NameTable {
+public:
+    NameTable();
+
+    /// The name's atom, or `NoAtom`. `Texts` is what the names lie in: a
+    /// `TextTable` or the builder of one.
+    template <typename Texts> Atom find(std::u16string_view name, Texts const& texts) const {
+        return m_found.find(hashOf(name),
+                            [&](Atom atom) { return texts.view(text(atom)) == name; });
+    }
+
+    /// Adds the name unless it is there; its text goes to `texts`.
+    Atom add(std::u16string_view name, TextTableBuilder& texts);
+
+    TextRef text(Atom atom) const { return m_names[atom].text; }
+    std::size_t size() const { return m_names.size(); }
+    std::size_t byteCount() const { return m_names.byteCount() + m_found.byteCount(); }
+
+private:
+    struct Name {
+        TextRef text;
+        std::uint32_t length;
+    };
+
+    template <typename Texts>
+    Atom find(std::u16string_view name, std::uint32_t hash, Texts const& texts) const {
+        return m_found.find(hash, [&](Atom atom) {
+            return m_names[atom].length == name.size() &&
+                   std::u16string_view(texts.begin(text(atom)), name.size()) == name;
+        });
+    }
+
+    std::uint32_t hashOf(std::u16string_view name) const {
+        return static_cast<std::uint32_t>(hashText(name, m_seed));
+    }
+
+    CompactArray<Name> m_names; // by atom
+    HashSlots m_found;
+    std::uint64_t m_seed;
+};
+
+} // namespace vex

@@ -1,0 +1,82 @@
+#include "ObjectText.h"
+
+#include "VexObject.h"
+
+namespace vex {
+
+I18NString classOf(VEX_HANDLE object) {
+    I18NString name;
+    VexObject(object).GetName(name);
+    return name;
+}
+
+I18NString idOf(VEX_HANDLE object) {
+    I18NString id;
+    VexObject(object).GetId(id);
+    return id;
+}
+
+I18NString nameIn(I18NLocale const& locale, VEX_HANDLE object) {
+    static I18NString const property("name");
+    I18NString name;
+    VexObject(VexObject(object).GetPropertyByName(property, &locale)).GetValue(name, true);
+    return name;
+}
+
+VEX_HANDLE namespaceAround(VEX_HANDLE object) {
+    VEX_HANDLE at = VexObject(object).GetParent();
+    while (at.IsNotNull() && classOf(at) != "namespace") {
+        at = VexObject(at).GetParent();
+    }
+    return at;
+}
+
+VEX_HANDLE outermostNamespaceOf(VEX_HANDLE object) {
+    VEX_HANDLE outermost;
+    for (VEX_HANDLE at = object; at.IsNotNull(); at = VexObject(at).GetParent()) {
+        if (classOf(at) == "namespace") {
+            outermost = at;
+        }
+    }
+    return outermost;
+}
+
+VEX_HANDLE targetOf(Model const& model, VEX_HANDLE shortcut) {
+    static I18NString const property("refobj");
+    Vex_Handle_Collection properties;
+    VexObject(shortcut).Properties(properties, &property, nullptr, false);
+    VEX_HANDLE target;
+    for (VEX_HANDLE const each : properties) {
+        I18NString reference;
+        if (VexObject(each).GetValue(reference, true)) {
+            target = model.GetObjectByReference(reference, 0);
+        }
+    }
+    return target;
+}
+
+std::string describeObject(VEX_HANDLE object, I18NLocale const& locale) {
+    std::string text = classOf(object).toUtf8();
+    I18NString const name = nameIn(locale, object);
+    if (!name.empty()) {
+        text += " \"" + name.toUtf8() + '"';
+    }
+    I18NString const id = idOf(object);
+    return id.empty() ? text : text + " (" + id.toUtf8() + ')';
+}
+
+std::string idAndName(VEX_HANDLE object, I18NLocale const& locale) {
+    std::string const id = idOf(object).toUtf8();
+    std::string const name = nameIn(locale, object).toUtf8();
+    return id.empty() || name.empty() ? id + name : id + ' ' + name;
+}
+
+I18NString keyOf(Model const& model, VEX_HANDLE object) {
+    I18NString key = idOf(object);
+    if (key.empty()) {
+        model.GetReference(object, key);
+    }
+    return key;
+}
+
+} // namespace vex

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "I18NLocale.h"
+#include "Model.h"
+
+#include <string>
+
+namespace vex {
+
+/// An element's class, id, and the name that a locale finds; "" for what it
+/// lacks.
+I18NString classOf(VEX_HANDLE object);
+I18NString idOf(VEX_HANDLE object);
+I18NString nameIn(I18NLocale const& locale, VEX_HANDLE object);
+
+/// The nearest namespace that an element stands in; null outside of all.
+VEX_HANDLE namespaceAround(VEX_HANDLE object);
+
+/// The namespace around an element, itself counting, that stands in no other
+/// one; null outside of all.
+VEX_HANDLE outermostNamespaceOf(VEX_HANDLE object);
+
+/// What a shortcut stands for when it is written: the last of its targets
+/// decides. The null handle when it has none.
+VEX_HANDLE targetOf(Model const& model, VEX_HANDLE shortcut);
+
+/// An element for people: class, name and, in brackets, its id.
+std::string describeObject(VEX_HANDLE object, I18NLocale const& locale);
+
+/// The same without the class: "v2 Clerks".
+std::string idAndName(VEX_HANDLE object, I18NLocale const& locale);
+
+/// The id, else the reference, else "": what `HostSession::FindObject` finds it
+/// by.
+I18NString keyOf(Model const& model, VEX_HANDLE object);
+
+} // namespace vex

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include <xercesc/sax2/DefaultHandler.hpp>
+
+namespace vex {
+
+/// Where the bytes of a document come from.
+class ByteSource {
+public:
+    ByteSource(ByteSource const&) = delete;
+    ByteSource& operator=(ByteSource const&) = delete;
+    virtual ~ByteSource() = default;
+
+    /// Puts up to `room` bytes into `target` and gives their number; 0 at the
+    /// end. Raises `KRLDocumentException`.
+    virtual std::size_t read(unsigned char* target, std::size_t room) = 0;
+
+protected:
+    ByteSource() = default;
+};
+
+class MemorySource final : public ByteSource {
+public:
+    explicit MemorySource(std::string_view text) : m_text(text) {}
+    std::size_t read(unsigned char* target, std::size_t room) override;
+
+private:
+    std::string_view m_text;
+};
+
+/// Reads a file piece by piece.
+class FileSource final : public ByteSource {
+public:
+    /// Raises `KRLDocumentException` when the file cannot be opened.
+    explicit FileSource(std::string const& path);
+    ~FileSource() override;
+    std::size_t read(unsigned char* target, std::size_t room) override;
+
+    /// 0 when it is not known before the end.
+    std::size_t size() const { return m_size; }
+
+private:
+    std::string m_path;
+    int m_descriptor;
+    std::size_t m_size = 0;
+};
+
+/// Reads XML with a handler for content, errors and document types (`startDTD`,
+/// for every kind of them). Nothing that the document names is opened. `bytesRead` is called with
+/// the number of bytes read so far, before each piece but the first. Raises what the handler and
+/// the source raise, and `std::bad_alloc`.
+void readSax(ByteSource& source, xercesc::DefaultHandler& handler,
+             std::function<void(std::size_t bytesDone)> bytesRead = nullptr);
+
+} // namespace vex

@@ -1,0 +1,149 @@
+#include "TreeCheck.h"
+
+#include "ObjectText.h"
+
+#include <algorithm>
+#include <iterator>
+#include <unordered_map>
+
+namespace vex {
+
+namespace {
+
+struct CauseRow {
+    DifferenceCause cause;
+    char const* code;
+    char const* text;
+};
+constexpr CauseRow causes[] = {
+    {DifferenceCause::Start, "start", "shown because a tree starts at it"},
+    {DifferenceCause::NamespaceOfShown, "namespace-of-shown",
+     "a namespace that is shown for what is included in it"},
+    {DifferenceCause::ShortcutUntested, "shortcut-untested",
+     "a shortcut, which is shown without being tested"},
+    {DifferenceCause::BehindShortcut, "behind-shortcut",
+     "reached through a shortcut, behind which the included objects of views are not asked for"},
+    {DifferenceCause::WithoutName, "without-name", "left out for want of a name in this language"},
+    {DifferenceCause::ContainerUnnamed, "container-unnamed",
+     "left out with its container, for want of whose name in this language"},
+    {DifferenceCause::NothingToStandFor, "nothing-to-stand-for",
+     "a shortcut without a name or a target"},
+    {DifferenceCause::NoTreeStarts, "no-tree-starts",
+     "in a namespace that no request can start at"},
+    {DifferenceCause::NotGoneInto, "not-gone-into", "in something that trees do not go into"},
+    {DifferenceCause::OutsideNamespaces, "outside-namespaces", "in no namespace"},
+    {DifferenceCause::Unexplained, "unexplained", "for no reason that is known"},
+};
+
+CauseRow const& rowOf(DifferenceCause cause) {
+    return *std::find_if(std::begin(causes), std::end(causes),
+                         [&](CauseRow const& row) { return row.cause == cause; });
+}
+
+/// The entries of each object.
+class TreeIndex {
+public:
+    explicit TreeIndex(AnsweredTree const& trees) {
+        for (AnsweredObject const& entry : trees) {
+            m_entries.emplace(entry.object, &entry);
+        }
+    }
+
+    bool Has(VEX_HANDLE object) const { return m_entries.contains(object); }
+
+    template <class Holds> AnsweredObject const* Find(VEX_HANDLE object, Holds const& holds) const {
+        auto const [first, last] = m_entries.equal_range(object);
+        auto const found =
+            std::find_if(first, last, [&](auto const& entry) { return holds(*entry.second); });
+        return found == last ? nullptr : found->second;
+    }
+    bool IsWritten(VEX_HANDLE object) const {
+        return Find(object, [](auto const& entry) { return entry.fate == ObjectFate::Written; }) !=
+               nullptr;
+    }
+
+private:
+    std::unordered_multimap<VEX_HANDLE, AnsweredObject const*> m_entries;
+};
+
+DifferenceCause causeOfPresence(VEX_HANDLE object, TreeIndex const& index) {
+    AnsweredObject const* const direct = index.Find(object, [](auto const& entry) {
+        return entry.fate == ObjectFate::Written && !entry.behindShortcut;
+    });
+    if (direct == nullptr) {
+        return DifferenceCause::BehindShortcut;
+    }
+    if (direct->container == AnsweredObject::None) {
+        return DifferenceCause::Start;
+    }
+    if (direct->target.IsNotNull()) {
+        return DifferenceCause::ShortcutUntested;
+    }
+    return classOf(object) == "namespace" ? DifferenceCause::NamespaceOfShown
+                                          : DifferenceCause::Unexplained;
+}
+
+DifferenceCause causeOfAbsence(VEX_HANDLE object, TreeIndex const& index) {
+    struct Row {
+        ObjectFate fate;
+        DifferenceCause cause;
+    };
+    constexpr Row rows[] = {
+        {ObjectFate::WithoutName, DifferenceCause::WithoutName},
+        {ObjectFate::WithItsContainer, DifferenceCause::ContainerUnnamed},
+        {ObjectFate::NothingToStandFor, DifferenceCause::NothingToStandFor},
+    };
+    for (Row const& row : rows) {
+        if (index.Find(object, [&](auto const& entry) { return entry.fate == row.fate; })) {
+            return row.cause;
+        }
+    }
+    if (index.Has(object)) {
+        return DifferenceCause::Unexplained;
+    }
+    VEX_HANDLE const space = outermostNamespaceOf(object);
+    if (!space.IsNotNull()) {
+        return DifferenceCause::OutsideNamespaces;
+    }
+    return index.Has(space) ? DifferenceCause::NotGoneInto : DifferenceCause::NoTreeStarts;
+}
+
+} // namespace
+
+char const* codeOf(DifferenceCause cause) {
+    return rowOf(cause).code;
+}
+
+char const* textOf(DifferenceCause cause) {
+    return rowOf(cause).text;
+}
+
+bool isRequired(DifferenceCause cause) {
+    return cause != DifferenceCause::Unexplained;
+}
+
+TreeCheck checkTrees(Model const& model, AnsweredTree const& trees,
+                     std::vector<bool> const& accessible) {
+    TreeIndex const index(trees);
+    TreeCheck check;
+    std::vector<VEX_HANDLE> visible;
+    std::unordered_map<VEX_HANDLE, bool> canSee;
+    for (std::size_t number = 0; number < model.ElementCount(); ++number) {
+        VEX_HANDLE const object = model.GetElement(number);
+        bool const inTree = index.IsWritten(object);
+        ++check.objects;
+        if (inTree) {
+            visible.push_back(object);
+        }
+        canSee.emplace(object, inTree || accessible[number]);
+        if (inTree != accessible[number]) {
+            check.differences.push_back(
+                {object, inTree,
+                 inTree ? causeOfPresence(object, index) : causeOfAbsence(object, index)});
+        }
+    }
+    check.leaks = findLeaks(model, visible, [&](VEX_HANDLE object) { return canSee.at(object); });
+    return check;
+}
+
+} // namespace vex

@@ -1,0 +1,223 @@
+#include "TreeComparison.h"
+
+#include "ObjectText.h"
+#include "VexObject.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace vex {
+
+namespace {
+
+constexpr char const* nameProperty = "name";
+
+using Handles = std::unordered_map<VEX_HANDLE, VEX_HANDLE>;
+
+/// The object of the first model that each one of the second is.
+Handles pairObjects(Model const& before, Model const& after) {
+    Handles pairs{{after.GetRootObject(), before.GetRootObject()}};
+    std::unordered_set<VEX_HANDLE> taken{before.GetRootObject()};
+    auto const pairWith = [&](VEX_HANDLE object, VEX_HANDLE other) {
+        if (other.IsNotNull() && !pairs.contains(object) && taken.insert(other).second) {
+            pairs.emplace(object, other);
+        }
+    };
+    for (std::size_t number = 1; number < after.ElementCount(); ++number) {
+        VEX_HANDLE const object = after.GetElement(number);
+        pairWith(object, &before == &after ? object : before.FindById(idOf(object)));
+    }
+    for (std::size_t number = 1; number < after.ElementCount(); ++number) {
+        VEX_HANDLE const object = after.GetElement(number);
+        I18NString reference;
+        if (!pairs.contains(object) && after.GetReference(object, reference)) {
+            pairWith(object, before.GetObjectByReference(reference, 0));
+        }
+    }
+    return pairs;
+}
+
+using Presences = std::unordered_map<VEX_HANDLE, Presence>;
+
+Presences presencesIn(AnsweredTree const& trees) {
+    Presences presences;
+    for (AnsweredObject const& entry : trees) {
+        if (entry.fate == ObjectFate::Written) {
+            Presence& presence = presences[entry.object];
+            presence = std::max(presence, entry.behindShortcut ? Presence::BehindShortcuts
+                                                               : Presence::InItsPlace);
+        }
+    }
+    return presences;
+}
+
+Presence presenceOf(VEX_HANDLE object, Presences const& presences) {
+    auto const found = presences.find(object);
+    return found == presences.end() ? Presence::None : found->second;
+}
+
+/// The names of the simple properties, those of the first object in front.
+std::vector<I18NString> propertiesOf(VEX_HANDLE before, VEX_HANDLE after) {
+    std::vector<I18NString> names;
+    for (VEX_HANDLE const object : {before, after}) {
+        Vex_Handle_Collection properties;
+        VexObject(object).Properties(properties, nullptr, nullptr, false);
+        for (VEX_HANDLE const property : properties) {
+            I18NString name = classOf(property); // of a property: its name
+            if (!VexObject(property).hasChildObjects() &&
+                std::find(names.begin(), names.end(), name) == names.end()) {
+                names.push_back(std::move(name));
+            }
+        }
+    }
+    return names;
+}
+
+I18NString valueOf(VEX_HANDLE object, I18NString const& property, I18NLocale const& locale) {
+    I18NString value;
+    VexObject(VexObject(object).GetPropertyByName(property, &locale)).GetValue(value, true);
+    return value;
+}
+
+class TreeComparison {
+public:
+    TreeComparison(ComparedSide const& before, ComparedSide const& after)
+        : m_before(before), m_after(after), m_presencesBefore(presencesIn(before.trees)),
+          m_presencesAfter(presencesIn(after.trees)) {
+        AddObjects();
+        for (std::size_t number = 0; number < m_objects.size(); ++number) {
+            Compare(m_objects[number]);
+        }
+    }
+
+    std::vector<ComparedObject> Differences() {
+        std::vector<bool> isListed(m_objects.size(), false);
+        for (std::size_t number = 0; number < m_objects.size(); ++number) {
+            bool const differs = m_objects[number].change != ComparedObject::Change::None;
+            for (std::size_t at = number;
+                 differs && at != ComparedObject::NoContainer && !isListed[at];
+                 at = m_objects[at].container) {
+                isListed[at] = true;
+            }
+        }
+        return InOrder(isListed);
+    }
+
+private:
+    /// One for each object of either model; the roots are the first.
+    void AddObjects() {
+        Handles const pairs = pairObjects(m_before.model, m_after.model);
+        for (std::size_t number = 0; number < m_after.model.ElementCount(); ++number) {
+            VEX_HANDLE const object = m_after.model.GetElement(number);
+            auto const pair = pairs.find(object);
+            VEX_HANDLE const other = pair == pairs.end() ? VEX_HANDLE() : pair->second;
+            Add(other, object, m_placeAfter, object);
+        }
+        for (std::size_t number = 0; number < m_before.model.ElementCount(); ++number) {
+            VEX_HANDLE const object = m_before.model.GetElement(number);
+            if (!m_placeBefore.contains(object)) {
+                Add(object, {}, m_placeBefore, object);
+            }
+        }
+    }
+
+    using Places = std::unordered_map<VEX_HANDLE, std::size_t>;
+
+    void Add(VEX_HANDLE before, VEX_HANDLE after, Places const& places, VEX_HANDLE placed) {
+        auto const container = places.find(VexObject(placed).GetParent());
+        ComparedObject object;
+        object.before = before;
+        object.after = after;
+        object.container =
+            container == places.end() ? ComparedObject::NoContainer : container->second;
+        std::size_t const place = m_objects.size();
+        if (before.IsNotNull()) {
+            m_placeBefore.emplace(before, place);
+        }
+        if (after.IsNotNull()) {
+            m_placeAfter.emplace(after, place);
+        }
+        m_objects.push_back(std::move(object));
+    }
+
+    void Compare(ComparedObject& object) const {
+        using Change = ComparedObject::Change;
+        object.presenceBefore = presenceOf(object.before, m_presencesBefore);
+        object.presenceAfter = presenceOf(object.after, m_presencesAfter);
+        if (object.presenceBefore != object.presenceAfter) {
+            object.change =
+                object.presenceBefore < object.presenceAfter ? Change::Appears : Change::Disappears;
+        } else if (object.presenceAfter != Presence::None) {
+            CompareProperties(object);
+            object.change = object.properties.empty() ? Change::None : Change::Changes;
+        }
+    }
+
+    void CompareProperties(ComparedObject& object) const {
+        auto const note = [&](I18NString const& property, I18NString before, I18NString after) {
+            if (before != after) {
+                object.properties.push_back({property, std::move(before), std::move(after)});
+            }
+        };
+        note("ID", idOf(object.before), idOf(object.after));
+        note("class", classOf(object.before), classOf(object.after));
+        for (I18NString const& property : propertiesOf(object.before, object.after)) {
+            note(property, valueOf(object.before, property, m_before.locale),
+                 valueOf(object.after, property, m_after.locale));
+        }
+        VEX_HANDLE const was = VexObject(object.before).GetParent();
+        VEX_HANDLE const is = VexObject(object.after).GetParent();
+        if (m_placeBefore.at(was) != m_placeAfter.at(is)) {
+            note("container", keyOf(m_before.model, was), keyOf(m_after.model, is));
+        }
+    }
+
+    /// The listed ones, each behind its container and its earlier siblings.
+    std::vector<ComparedObject> InOrder(std::vector<bool> const& isListed) {
+        std::vector<std::vector<std::size_t>> members(m_objects.size());
+        std::vector<std::size_t> pending;
+        for (std::size_t number = m_objects.size(); number-- > 0;) {
+            std::size_t const container = m_objects[number].container;
+            if (!isListed[number]) {
+                continue;
+            }
+            (container == ComparedObject::NoContainer ? pending : members[container])
+                .push_back(number);
+        }
+        std::vector<ComparedObject> ordered;
+        std::vector<std::size_t> places(m_objects.size());
+        while (!pending.empty()) {
+            std::size_t const number = pending.back();
+            pending.pop_back();
+            places[number] = ordered.size();
+            ComparedObject& object = ordered.emplace_back(std::move(m_objects[number]));
+            if (object.container != ComparedObject::NoContainer) {
+                object.container = places[object.container];
+            }
+            pending.insert(pending.end(), members[number].begin(), members[number].end());
+        }
+        return ordered;
+    }
+
+    ComparedSide const& m_before;
+    ComparedSide const& m_after;
+    Presences m_presencesBefore;
+    Presences m_presencesAfter;
+    std::vector<ComparedObject> m_objects;
+    Places m_placeBefore;
+    Places m_placeAfter;
+};
+
+} // namespace
+
+bool ComparedObject::IsRenamed() const {
+    return std::any_of(properties.begin(), properties.end(),
+                       [](PropertyChange const& each) { return each.property == nameProperty; });
+}
+
+std::vector<ComparedObject> compareTrees(ComparedSide const& before, ComparedSide const& after) {
+    return TreeComparison(before, after).Differences();
+}
+
+} // namespace vex

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "AnsweredTree.h"
+
+#include <vector>
+
+namespace vex {
+
+/// What somebody sees of a model.
+struct ComparedSide {
+    Model const& model;
+    I18NLocale const& locale;
+    AnsweredTree const& trees;
+};
+
+/// How somebody sees an object.
+enum class Presence {
+    None,
+    BehindShortcuts, // only as a member of what shortcuts stand for
+    InItsPlace,
+};
+
+struct PropertyChange {
+    I18NString property; // "ID", "class" and "container" stand for what is no property
+    I18NString before;
+    I18NString after;
+};
+
+/// An object of one side or both, and what becomes of it from the first side to
+/// the second.
+struct ComparedObject {
+    enum class Change {
+        None,       // listed for what is inside it
+        Appears,    // its presence rises
+        Disappears, // its presence falls
+        Changes,    // the same presence, with other properties
+    };
+    static constexpr std::size_t NoContainer = static_cast<std::size_t>(-1);
+
+    VEX_HANDLE before; // null when the side's model lacks it
+    VEX_HANDLE after;
+    Change change = Change::None;
+    Presence presenceBefore = Presence::None;
+    Presence presenceAfter = Presence::None;
+    std::vector<PropertyChange> properties; // of one that changes
+    std::size_t container = NoContainer;    // its place in the list
+
+    bool IsRenamed() const;
+};
+
+/// The differences between what two sides show, as a tree: the objects that
+/// differ and all that they stand in, each behind its container. Objects of two
+/// models are the same when their ids are; of those left over, when their
+/// references are.
+std::vector<ComparedObject> compareTrees(ComparedSide const& before, ComparedSide const& after);
+
+} // namespace vex

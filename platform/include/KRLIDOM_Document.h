@@ -1,0 +1,25 @@
+#pragma once
+
+#include "KRLIDOM_Element.h"
+#include "KRLIDOM_Text.h"
+
+struct KRLIDOM_Budget;
+
+/// A document, or none. Makes new nodes, which belong to the document and have
+/// no place in it until they are appended.
+class VEX_PLATFORM_API KRLIDOM_Document : public KRLIDOM_Node {
+public:
+    KRLIDOM_Document() = default;
+    /// The document that `node` belongs to, or is.
+    explicit KRLIDOM_Document(KRLIDOM_Node const& node);
+
+    KRLIDOM_Element getDocumentElement() const;
+
+    /// Raises `KRLLimitException` when the document has as many elements as its
+    /// owner allows, `KRLDocumentException` when `tag` is no XML name.
+    KRLIDOM_Element createElement(I18NString const& tag) const;
+    KRLIDOM_Text createTextNode(I18NString const& text) const;
+
+private:
+    KRLIDOM_Budget* m_budget = nullptr; // the owner's; null when nothing is counted
+};

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "KRLIDOM_Document.h"
+
+#include <cstddef>
+#include <memory>
+
+/// How large a document may grow.
+struct KRLIDOM_Limits {
+    static constexpr std::size_t DefaultElements = 2'000'000;
+
+    std::size_t elements = DefaultElements;
+    std::size_t bytes = 0; // of the document's memory; 0: no limit
+};
+
+/// Owns a document and all its nodes, and counts what is put into it.
+class VEX_PLATFORM_API KRLIDOM_OwnedDocument {
+public:
+    /// An empty owner: its document is null.
+    KRLIDOM_OwnedDocument();
+    /// A document with one empty element.
+    explicit KRLIDOM_OwnedDocument(I18NString const& rootTag, KRLIDOM_Limits const& limits = {});
+    KRLIDOM_OwnedDocument(KRLIDOM_OwnedDocument&& other) noexcept;
+    KRLIDOM_OwnedDocument& operator=(KRLIDOM_OwnedDocument&& other) noexcept;
+    ~KRLIDOM_OwnedDocument();
+
+    KRLIDOM_Document document() const;
+
+    /// Elements made so far, the root counted.
+    std::size_t elementCount() const;
+    /// Bytes of memory that the document has taken.
+    std::size_t byteCount() const;
+
+    struct State;
+
+private:
+    friend class KRLIDOM_Reader;
+    explicit KRLIDOM_OwnedDocument(std::unique_ptr<State> state);
+    std::unique_ptr<State> m_state;
+};

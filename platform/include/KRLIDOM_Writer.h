@@ -1,0 +1,19 @@
+#pragma once
+
+#include "KRLIDOM_Node.h"
+
+#include <iosfwd>
+#include <string>
+
+/// Writes a node and all below it as XML text in UTF-8, without XML
+/// declaration.
+class VEX_PLATFORM_API KRLIDOM_Writer {
+public:
+    /// `pretty` breaks lines and indents, and ends the last line. The stream's
+    /// own state tells whether writing failed. Raises: `KRLDocumentException`
+    /// for text that XML cannot hold, `KRLLimitException` without memory; what
+    /// was written before stays written.
+    /// Threads: one document on one thread at a time.
+    static void write(std::ostream& out, KRLIDOM_Node const& node, bool pretty);
+    static std::string toUtf8(KRLIDOM_Node const& node, bool pretty = false);
+};

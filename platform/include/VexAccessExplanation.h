@@ -1,0 +1,66 @@
+#pragma once
+
+#include "I18NString.h"
+#include "Vex_Handle_Collection.h"
+
+#include <cstddef>
+#include <vector>
+
+class VexSession;
+
+/// The rule that decided whether an object is included.
+enum class VexAccessReason {
+    Unrestricted,       // nobody is restricted on this model path
+    NotInViews,         // not among the included objects of the views in force
+    NoRoleBasedViews,   // in them, and the model has no role-based view
+    RoleIncludes,       // a view of a role that the user holds includes it
+    RoleExcludes,       // such a view excludes it
+    DefaultExcludes,    // the default view excludes it
+    DefaultAllows,      // the default view does not
+    RoleHides,          // a view of a held role hides it, and there is no default view
+    RoleDoesNotInclude, // no such view includes it, and there is no default view
+};
+
+/// What a security view is to a user.
+enum class VexViewRole {
+    NotRoleBased,
+    RoleHeld,        // its first member's role is one of the user's
+    RoleNotHeld,     // that role is not; further members do not count
+    DefaultView,     // role based without members
+    ReplacedDefault, // the same, but a later one took its place
+};
+
+struct VexExplainedView {
+    I18NString id;
+    I18NString firstMemberRole; // "" without members
+    VexViewRole role = VexViewRole::NotRoleBased;
+    bool inForce = false; // granted to the user: its included objects count
+};
+
+/// The sets of one view that name an object.
+struct VexViewMention {
+    std::size_t view = 0; // index among the explained views
+    bool included = false;
+    bool excluded = false;
+    bool hidden = false;
+};
+
+struct VexExplainedObject {
+    I18NString id;
+    bool included = false;
+    VexAccessReason reason = VexAccessReason::Unrestricted;
+    std::vector<VexViewMention> mentions; // of views that name it, in the model's order
+};
+
+struct VexAccessExplanation {
+    std::vector<VexExplainedView> views; // all of the model's, in its order; none when unrestricted
+    std::vector<VexExplainedObject> objects; // one for each asked for, in order
+};
+
+/// A plug-in that can explain its accessibility answers exports a function of
+/// this type under the name "VexPlugin_explainAccess". It decides exactly as an
+/// accessibility request of the session would, raises the same failures, and
+/// leaves the session as it was. `explanation` is replaced.
+using VexExplainAccess = void (*)(VexSession& session, I18NString const& modelPath,
+                                  Vex_Handle_Collection const& objects, bool skipViewLists,
+                                  VexAccessExplanation& explanation);

@@ -1,0 +1,18 @@
+#pragma once
+
+/// What an action tells its host when it comes back without raising.
+class VexErrorCode {
+public:
+    static constexpr long Handled = 1;
+    static constexpr long NotHandled = 6;
+
+    /// `text` may be null; it is not copied and must outlive the code.
+    VexErrorCode(long code, char const* text) : m_code(code), m_text(text) {}
+
+    long GetCode() const { return m_code; }
+    char const* GetText() const { return m_text; }
+
+private:
+    long m_code;
+    char const* m_text;
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "KRLMessage.h"
+
+/// A message of the platform: its text comes from the message table by number.
+class VEX_PLATFORM_API VexMessage {
+public:
+    explicit VexMessage(unsigned id) : m_components(id) {}
+
+    VexMessage& operator<<(KRLMessageParm const& parameter) {
+        m_components.AddParameter(parameter);
+        return *this;
+    }
+
+    unsigned GetId() const { return m_components.GetId(); }
+    KRLMessageComponents const& GetComponents() const { return m_components; }
+
+    /// The text for people, in UTF-8, with the parameters in their places. An
+    /// unknown number gives a text that says so.
+    std::string GetText() const;
+
+private:
+    KRLMessageComponents m_components;
+};

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "VexExport.h"
+
+class VexSession;
+
+/// An event of a session.
+class VEX_PLATFORM_API VexNotification {
+public:
+    static constexpr int SessionOpened = 0;
+    static constexpr int SessionClosed = 1;
+    static constexpr int ModelReloaded = 2;
+
+    /// The kind; numbers other than the three above are free.
+    virtual int GetKind() const = 0;
+    /// The session that the event concerns.
+    virtual VexSession& GetSession() const = 0;
+
+protected:
+    virtual ~VexNotification();
+};

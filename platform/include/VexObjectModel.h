@@ -1,0 +1,82 @@
+#pragma once
+
+#include "I18NLocale.h"
+#include "Vex_Handle_Collection.h"
+
+#include <atomic>
+#include <cstdint>
+
+/// What a host implements for each loaded model: the operations behind
+/// `VexObject`, which describes their results.
+///
+/// A model owns one range of handle numbers. It takes the range before it gives
+/// out a handle and must not be destroyed while a call on one of its objects is
+/// under way. Every operation is called with a handle of the model's own range.
+/// Threads: all operations may run at once; a loaded model does not change.
+class VEX_PLATFORM_API VexObjectModel {
+public:
+    VexObjectModel(VexObjectModel const&) = delete;
+    VexObjectModel& operator=(VexObjectModel const&) = delete;
+
+    virtual bool IsObject(VEX_HANDLE object) const = 0;
+    virtual bool GetId(VEX_HANDLE object, I18NString& id) const = 0;
+    virtual bool GetName(VEX_HANDLE object, I18NString& name) const = 0;
+    virtual bool GetClass(VEX_HANDLE object, I18NString& name) const = 0;
+    virtual bool GetRole(VEX_HANDLE object, I18NString& role) const = 0;
+    virtual bool GetValue(VEX_HANDLE object, I18NString& value, bool resolve) const = 0;
+    virtual I18NLocale const* GetLocale(VEX_HANDLE object) const = 0;
+    virtual VEX_HANDLE GetParent(VEX_HANDLE object) const = 0;
+    virtual VEX_HANDLE GetPropertyByName(VEX_HANDLE object, I18NString const& name,
+                                         I18NLocale const* locale) const = 0;
+    virtual VEX_HANDLE GetPropertyByRole(VEX_HANDLE object, I18NString const& role,
+                                         I18NLocale const* locale) const = 0;
+    virtual bool Properties(VEX_HANDLE object, Vex_Handle_Collection& found, I18NString const* name,
+                            I18NString const* role) const = 0;
+    virtual bool childObjects(VEX_HANDLE object, Vex_Handle_Collection& found,
+                              I18NString const* name, I18NString const* role) const = 0;
+    virtual bool getElementsByTagName(VEX_HANDLE object, I18NString const& tag,
+                                      Vex_Handle_Collection& found) const = 0;
+    virtual bool hasChildObjects(VEX_HANDLE object) const = 0;
+    virtual bool hasProperties(VEX_HANDLE object) const = 0;
+
+    /// True when the handle is one of the model's own range.
+    bool Holds(VEX_HANDLE handle) const { return handle.Number() - m_first < m_count; }
+
+protected:
+    VexObjectModel() = default;
+    /// Gives the range back if one was taken: from here on its handles name
+    /// nothing.
+    virtual ~VexObjectModel();
+
+    /// Takes `count` consecutive handle numbers that no model of this process
+    /// ever had and gives the first. Raises `KRLLimitException` when the
+    /// process has no such range left. Call once, when the model is complete:
+    /// its objects can be reached from then on.
+    std::uint32_t TakeHandles(std::uint32_t count);
+
+    std::uint32_t FirstHandle() const { return m_first; }
+    std::uint32_t HandleCount() const { return m_count; }
+
+private:
+    std::uint32_t m_first = 0;
+    std::uint32_t m_count = 0;
+};
+
+/// Finds the model of a handle: one table for the process, read without a lock.
+class VEX_PLATFORM_API VexObjectDirectory {
+public:
+    /// A model's range starts at a multiple of this, so that one entry of the
+    /// table belongs to one model.
+    static constexpr std::uint32_t PageBits = 12;
+    static constexpr std::uint32_t PageCount = (1U << 31U) >> PageBits;
+
+    /// The model that the handle's page belongs to, or null.
+    static VexObjectModel const* Find(VEX_HANDLE handle) {
+        std::uint32_t const page = handle.Number() >> PageBits;
+        return page < PageCount ? s_pages[page].load(std::memory_order_acquire) : nullptr;
+    }
+
+private:
+    friend class VexObjectModel;
+    static std::atomic<VexObjectModel const*> s_pages[PageCount];
+};

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "VexVariant.h"
+
+#include <cstddef>
+#include <vector>
+
+/// The parameters of an action, in order. An index past the end gives an empty
+/// variant, so that a missing parameter looks like one of the wrong type.
+class VexParams {
+public:
+    VexVariant const& operator[](std::size_t index) const {
+        static constexpr VexVariant none{};
+        return index < m_values.size() ? m_values[index] : none;
+    }
+    void AddParam(VexVariant const& value) { m_values.push_back(value); }
+    std::size_t size() const { return m_values.size(); }
+    void clear() { m_values.clear(); }
+
+private:
+    std::vector<VexVariant> m_values;
+};

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "VexExport.h"
+
+/// Writes a line of trace for developers. Nothing happens until a host has set
+/// a sink. Threads: any.
+VEX_PLATFORM_API void OutputDebugString(char const* text);
+
+/// Where trace goes from now on; null turns it off. The sink is called on the
+/// tracing thread and must allow several at once.
+using VexTraceSink = void (*)(char const* text);
+VEX_PLATFORM_API void VexSetTraceSink(VexTraceSink sink);

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "I18NString.h"
+
+#include <string_view>
+
+#include <xercesc/dom/DOMException.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
+
+namespace KRLIDOM {
+
+/// The text of the XML library as a string; null counts as empty.
+inline I18NString text(char16_t const* units) {
+    return units == nullptr ? I18NString() : I18NString(std::u16string_view(units));
+}
+
+[[noreturn]] void raiseStructure(xercesc::DOMException const& failure);
+[[noreturn]] void raiseOutOfMemory();
+
+/// Runs an operation of the XML library and turns its failures into the
+/// platform's. Its out-of-memory exception derives from nothing that a host
+/// would catch.
+template <class Operation> auto guarded(Operation&& operation) {
+    try {
+        return operation();
+    } catch (xercesc::DOMException const& failure) {
+        raiseStructure(failure);
+    } catch (xercesc::OutOfMemoryException const&) {
+        raiseOutOfMemory();
+    }
+}
+
+} // namespace KRLIDOM

@@ -1,0 +1,3 @@
+#include "VexNotification.h"
+
+VexNotification::~VexNotification() = default;

@@ -1,0 +1,59 @@
+#include "VexObjectModel.h"
+
+#include "KRLException.h"
+
+#include <algorithm>
+#include <mutex>
+#include <string>
+
+namespace {
+
+std::mutex& rangesMutex() {
+    static std::mutex mutex;
+    return mutex;
+}
+
+// Page 0 holds the null handle and is never given out.
+std::uint32_t nextFreePage = 1;
+
+constexpr std::uint32_t pageSize = 1U << VexObjectDirectory::PageBits;
+
+std::uint32_t pagesFor(std::uint32_t count) {
+    return std::max<std::uint32_t>(1, count / pageSize + (count % pageSize != 0 ? 1 : 0));
+}
+
+} // namespace
+
+std::atomic<VexObjectModel const*> VexObjectDirectory::s_pages[VexObjectDirectory::PageCount];
+
+std::uint32_t VexObjectModel::TakeHandles(std::uint32_t count) {
+    std::lock_guard const lock(rangesMutex());
+    std::uint32_t const pages = pagesFor(count);
+    std::uint32_t const left = VexObjectDirectory::PageCount - nextFreePage;
+    if (pages > left) {
+        throw KRLLimitException("A model of " + std::to_string(count) +
+                                " objects was to be loaded, but this process has handles for " +
+                                std::to_string(std::uint64_t{left} * pageSize) +
+                                " more. Start a new process.");
+    }
+    std::uint32_t const firstPage = nextFreePage;
+    nextFreePage += pages;
+    m_first = firstPage * pageSize;
+    m_count = count;
+    for (std::uint32_t page = firstPage; page < nextFreePage; ++page) {
+        VexObjectDirectory::s_pages[page].store(this, std::memory_order_release);
+    }
+    return m_first;
+}
+
+VexObjectModel::~VexObjectModel() {
+    if (m_first == 0) {
+        return;
+    }
+    std::lock_guard const lock(rangesMutex());
+    std::uint32_t const firstPage = m_first / pageSize;
+    std::uint32_t const pastLastPage = firstPage + pagesFor(m_count);
+    for (std::uint32_t page = firstPage; page < pastLastPage; ++page) {
+        VexObjectDirectory::s_pages[page].store(nullptr, std::memory_order_release);
+    }
+}

@@ -1,0 +1,5 @@
+#include "VexPlatformVersion.h"
+
+int VexPlatform_version() {
+    return VEX_PLATFORM_VERSION;
+}

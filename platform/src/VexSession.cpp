@@ -1,0 +1,6 @@
+#include "VexSession.h"
+
+VexObjectStore::~VexObjectStore() = default;
+VexSecurityInfoSource::~VexSecurityInfoSource() = default;
+VexModelService::~VexModelService() = default;
+VexSession::~VexSession() = default;

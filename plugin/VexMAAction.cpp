@@ -1,0 +1,40 @@
+#include "VexMAAction.h"
+
+#include "KRLIDOM_Node.h"
+#include "VexConstants.h"
+#include "VexFailure.h"
+#include "VexMDMaProvider.h"
+#include "VexParameters.h"
+#include "VexParams.h"
+
+VexMAAction::VexMAAction(VexSession& session) : m_session(&session) {}
+
+VexMAAction::~VexMAAction() = default;
+
+void VexMAAction::doRequest(VexParams const& in, VexParams& out) {
+    validateParameter(in[0], VexVariant::Long); // checked and never read
+    validateParameter(in[1], VexVariant::String);
+    validateParameter(in[2], VexVariant::Node);
+    I18NString const modelPath = *static_cast<I18NString*>(in[1]);
+    if (m_provider == nullptr) {
+        // quirk: first-model-path-stays
+        // Later requests run on this provider, whatever path they name.
+        m_provider = std::make_unique<VexMDMaProvider>(*m_session, modelPath);
+    }
+    validateParameter(out[1], VexVariant::Node);
+    auto* const request = static_cast<KRLIDOM_Node*>(in[2]);
+    auto* const response = static_cast<KRLIDOM_Node*>(out[1]);
+    m_provider->doRequest(*request, *response);
+
+    VexVariant result;
+    result = 1L;
+    out.AddParam(result);
+    result = static_cast<void*>(response);
+    out.AddParam(result);
+}
+
+void VexMAAction::validateParameter(VexVariant const& parameter, unsigned short expectedType) {
+    if (!HasParameterType(parameter, expectedType)) {
+        RaiseFailure(VexFailure::MetadataParameterType);
+    }
+}

@@ -1,0 +1,140 @@
+#include "VexMDMaProvider.h"
+
+#include "KRLIDOM_Helper.h"
+#include "VexConstants.h"
+#include "VexFailure.h"
+#include "VexMDMaProviderHelper.h"
+#include "VexMDMaProviderVisability.h"
+#include "VexModelPath.h"
+#include "VexResourceNumbers.h"
+#include "VexSession.h"
+#include "VexStartPath.h"
+#include "resources.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+#include <iterator>
+
+namespace {
+
+int depthOf(VexMDMaProviderHelper const& helper) {
+    long const depth =
+        std::strtol(helper.GetAttributeValueForAttribute("Depth").c_str(), nullptr, 10);
+    return static_cast<int>(std::clamp(depth, long{INT_MIN}, long{INT_MAX}));
+}
+
+} // namespace
+
+VexMDMaProvider::VexMDMaProvider(VexSession& session, I18NString const& modelPath)
+    : m_session(&session) {
+    Initialize(modelPath);
+}
+
+void VexMDMaProvider::Initialize(I18NString const& modelPath) {
+    VexModelPath const path = ReadModelPath(modelPath);
+    m_nonContentPath = m_nonContentPath || path.outsideContent;
+    m_modelPath = path.path;
+}
+
+void VexMDMaProvider::doRequest(KRLIDOM_Node& request, KRLIDOM_Node& response) {
+    KRLIDOM_Element const metadata = KRLIDOM_Helper::findFirstElement(request, "Metadata");
+    if (metadata.isNull()) {
+        RaiseFailure(VexFailure::MetadataElementMissing);
+    }
+    VexMDMaProviderHelper helper(metadata);
+    helper.ProcessClientRequest();
+    doRequest(helper, response);
+}
+
+void VexMDMaProvider::doRequest(VexMDMaProviderHelper& helper, KRLIDOM_Node responseNode) {
+    if (!m_nonContentPath) {
+        RetrieveSecurityInfo();
+    }
+    m_document = KRLIDOM_Document(responseNode);
+    if (helper.GetAttributeValueForAttribute("function").empty()) {
+        answerModelRequest(helper, responseNode, depthOf(helper));
+    } else {
+        answerFunctionRequest(helper, responseNode);
+    }
+}
+
+void VexMDMaProvider::answerModelRequest(VexMDMaProviderHelper const& helper,
+                                         KRLIDOM_Node const& response, int depth) {
+    getModelLocales();
+    I18NLocale const* const locale = m_session->GetCurrentLocale();
+    KRLIDOM_Element responseElement(response);
+    ProcessGlobal(helper, locale, responseElement);
+
+    I18NString startPath = helper.GetAttributeValueForAttribute("start_atRef");
+    bool const isReference = !startPath.empty();
+    if (!isReference) {
+        startPath = helper.GetAttributeValueForAttribute("start_atPath");
+        if (startPath.empty()) {
+            startPath = helper.GetAttributeValueForAttribute("start_at");
+        }
+    }
+    NameParts parts;
+    if (!GetNamePartsFromStartPath(startPath, parts)) {
+        RaiseFailure(VexFailure::StartPathMalformed);
+    }
+    VexMDAccessEngine engine = getAccessEngine(helper, *locale);
+    VexMDMaProviderVisability visibility(*locale, m_session, &engine, this);
+    ProcessRequest(helper, parts, startPath, depth, locale, engine, visibility, isReference,
+                   response.getFirstChild());
+}
+
+void VexMDMaProvider::answerFunctionRequest(VexMDMaProviderHelper const& helper,
+                                            KRLIDOM_Node const& response) {
+    KRLIDOM_Node const place = response.getFirstChild();
+    I18NLocale const& locale = *m_session->GetCurrentLocale();
+    KRLIDOM_Element const package =
+        m_document.createElement(resources::getString(VexResource::Package));
+    if (m_securitySource != nullptr) {
+        I18NString value;
+        m_securitySource->GetPackageValue(m_modelPath, value, locale);
+        package.setAttribute(resources::getString(VexResource::Name), value);
+    }
+    place.appendChild(package);
+    NameParts names;
+    helper.GetPropertiesForClass(resources::getString(VexResource::Package), names);
+    for (I18NString const& name : names) {
+        if (m_securitySource == nullptr) {
+            continue;
+        }
+        I18NString const value =
+            m_securitySource->GetPackagePropertyValue(m_modelPath, locale, name);
+        if (!value.empty() && KRLIDOM_Helper::isName(name)) {
+            package.setAttribute(name, value);
+        }
+    }
+    place.appendChild(package);
+}
+
+VexMDAccessEngine VexMDMaProvider::getAccessEngine(VexMDMaProviderHelper const& helper,
+                                                   I18NLocale const& locale) {
+    std::vector<I18NString> views;
+    if (!m_nonContentPath) {
+        if (m_availableViews.empty()) {
+            RaiseFailure(VexFailure::EngineWithoutViews);
+        }
+        std::vector<I18NString> requested;
+        I18NString const view =
+            helper.GetAttributeValueForAttribute(resources::getString(VexResource::SecurityView));
+        if (view.empty()) {
+            views = m_availableViews;
+        } else {
+            requested.push_back(view);
+            std::set_intersection(m_availableViews.begin(), m_availableViews.end(),
+                                  requested.begin(), requested.end(), std::back_inserter(views));
+        }
+        if (views.empty()) {
+            I18NString available;
+            getItemsStringFromList(m_availableViews, available);
+            I18NString asked;
+            getItemsStringFromList(requested, asked);
+            RaiseFailure(VexFailure::RequestedViewUnavailable, {available, asked});
+        }
+    }
+    return VexMDAccessEngine(m_session, views, m_roles, locale, m_nonContentPath);
+}

@@ -1,0 +1,184 @@
+#pragma once
+
+#include "I18NLocale.h"
+#include "I18NString.h"
+#include "KRLIDOM_Document.h"
+#include "VEX_HANDLE.h"
+#include "VexMDAccessEngine.h"
+#include "VexMDMaModelElementInfo.h"
+#include "Vex_Handle_Collection.h"
+#include "Vex_I18NString_Collection.h"
+
+#include <list>
+#include <set>
+#include <vector>
+
+class VexMDMaProviderHelper;
+class VexMDMaProviderVisability;
+class VexSecurityInfoSource;
+class VexSession;
+struct VexPathRecord;
+
+/// Answers the metadata requests of one session, one at a time.
+///
+/// Between requests it keeps the model path of the first one, the security
+/// information once that was read, and the model's locales. Failures are raised
+/// as `VexException`; what is in the response by then stays there.
+class VexMDMaProvider {
+public:
+    using NameParts = std::list<I18NString>;
+
+    /// The session must outlive the provider.
+    VexMDMaProvider(VexSession& session, I18NString const& modelPath);
+    VexMDMaProvider(VexMDMaProvider const&) = delete;
+    VexMDMaProvider& operator=(VexMDMaProvider const&) = delete;
+
+    // --- Entry (VexMDMaProvider.cpp)
+
+    /// Classifies the model path: only a content path has security.
+    void Initialize(I18NString const& modelPath);
+
+    /// Answers the request below `request` into `response`, whose first child
+    /// takes the tree.
+    void doRequest(KRLIDOM_Node& request, KRLIDOM_Node& response);
+    void doRequest(VexMDMaProviderHelper& helper, KRLIDOM_Node responseNode);
+
+    /// The engine for the views that the request asks for.
+    VexMDAccessEngine getAccessEngine(VexMDMaProviderHelper const& helper,
+                                      I18NLocale const& locale);
+
+    // --- The model as a whole (VexMDMaProviderGlobal.cpp)
+
+    void getModelLocales();
+    /// Appends the global entries asked for to `response`.
+    void ProcessGlobal(VexMDMaProviderHelper const& helper, I18NLocale const* locale,
+                       KRLIDOM_Element& response);
+
+    // --- Start paths (VexMDMaProviderRequest.cpp)
+
+    /// Finds the object that the parts of `startPath` lead to and writes its
+    /// tree below `parent`.
+    void ProcessRequest(VexMDMaProviderHelper const& helper, NameParts const& parts,
+                        I18NString const& startPath, int const& depth, I18NLocale const* locale,
+                        VexMDAccessEngine& engine, VexMDMaProviderVisability& visibility,
+                        bool isReference, KRLIDOM_Node parent);
+
+    /// Looks for the name at `part` among `items`. When found, leaves that one
+    /// object in `items`, puts its record in front of `path` and its ancestors'
+    /// at the back; otherwise changes neither.
+    bool FindItemInCollection(NameParts::const_iterator& part, I18NLocale const* locale,
+                              Vex_Handle_Collection& items, VexMDMaPath& path);
+
+    // --- References as start (VexMDMaProviderReference.cpp, ...ReferencedItem.cpp)
+
+    void ProcessStartAtRefRequest(VexMDMaProviderHelper const& helper, NameParts const& parts,
+                                  I18NString const& startPath, int const& depth,
+                                  I18NLocale const* locale, KRLIDOM_Node parent,
+                                  VexMDAccessEngine& engine, VexMDMaProviderVisability& visibility,
+                                  Vex_Handle_Collection& found);
+    bool FindReferencedFilterOrCalculation(NameParts const& names, I18NLocale const* locale,
+                                           Vex_Handle_Collection& candidates, VexMDMaPath& path);
+    bool FindReferencedNamespaces(I18NString const& name, I18NLocale const* locale,
+                                  Vex_Handle_Collection& candidates);
+    bool FindReferencedShortcutQI(VexMDMaProviderHelper const& helper, NameParts const& names,
+                                  I18NString const& reference, int const& depth,
+                                  I18NLocale const* locale, KRLIDOM_Node node,
+                                  VexMDAccessEngine& engine, VexMDMaProviderVisability& visibility,
+                                  Vex_Handle_Collection& candidates);
+    bool FindReferencedItem(NameParts const& names, I18NLocale const* locale,
+                            Vex_Handle_Collection& candidates, VexMDMaPath& path);
+
+    // --- Tree output (VexMDMaProviderTree.cpp, VexMDMaProviderShortcut.cpp)
+
+    /// Writes each of `objects` with its members under `parent`.
+    void GetRequestedElementTreeAtLevel(VexMDMaProviderHelper const& helper,
+                                        I18NString const& className, I18NString const& startPath,
+                                        VexMDMaPath const& path, int depth,
+                                        I18NLocale const* locale, KRLIDOM_Node parent,
+                                        Vex_Handle_Collection& objects, VexMDAccessEngine& engine,
+                                        VexMDMaProviderVisability& visibility, int level,
+                                        bool pathHoldsElement, bool skipViewLists, bool isStart);
+    /// Writes one object with its members under `parent`.
+    void AddRequestedSubtreeAtLevel(VexMDMaProviderHelper const& helper,
+                                    I18NString const& className, I18NString const& startPath,
+                                    VexMDMaPath const& path, int depth, I18NLocale const* locale,
+                                    KRLIDOM_Node parent, VEX_HANDLE object,
+                                    VexMDAccessEngine& engine,
+                                    VexMDMaProviderVisability& visibility, int level,
+                                    bool pathHoldsElement, bool skipViewLists, bool isStart);
+    /// Writes a shortcut as an element of its target's class and gives that,
+    /// not appended yet; null when it is not written.
+    KRLIDOM_Node processShortCut(VexMDMaProviderHelper const& helper, VEX_HANDLE shortcut,
+                                 I18NString const& parentPath, VexMDMaPath const& path,
+                                 int const& depth, int level, I18NLocale const* locale,
+                                 VexMDAccessEngine& engine, VexMDMaProviderVisability& visibility,
+                                 bool pathHoldsElement, bool atStart);
+    /// Replaces a shortcut's handle by its target's, null when it names none,
+    /// and `targetClass` by the target's class when there is one.
+    void FindShortcutReference(I18NString const& name, VEX_HANDLE& shortcut,
+                               I18NString& targetClass);
+
+    // --- Element classification (VexMDMaProviderClassification.cpp)
+
+    /// Appends the reference of the object that `path` leads to.
+    void GetReferenceForElement(I18NLocale const* locale, VexMDMaPath& path, I18NString& reference);
+    /// The same on shared records; null is an empty path.
+    void GetReferenceForElement(I18NLocale const* locale, VexPathRecord const* path,
+                                I18NString& reference);
+    bool IsNamespaceOrShortcutToNamespace(I18NLocale const* locale, I18NString const& className,
+                                          I18NString const& name, I18NString& namespaceName);
+    /// Replaces `element` by its nearest enclosing namespace or null; an element
+    /// is never its own.
+    void FindParentNamespace(I18NLocale const* locale, VEX_HANDLE& element);
+    bool IsQuerySubjectOrQueryItemOrFilterOrCalculation(I18NString const& className,
+                                                        I18NString const& name);
+    bool IsShortcutToQSFilterCalculation(I18NLocale const* locale, I18NString const& className,
+                                         I18NString const& name);
+    /// Appends the parts as [part].[part]... to `reference`.
+    void BuildObjectReference(NameParts const& parts, I18NString& reference);
+
+    // --- Reduced tree (VexMDMaProviderReducedTree.cpp)
+
+    /// Writes the child objects of `object` under the first child of `parent`,
+    /// each with id, name, role and class, whatever the user may see.
+    void GetReducedElementTree(VEX_HANDLE object, I18NLocale const* locale, KRLIDOM_Node parent);
+    void AddSubtree(VEX_HANDLE object, I18NLocale const* locale, KRLIDOM_Element parent);
+
+    // --- Security information and classes (VexMDMaProviderSecurity.cpp, ...Schema.cpp)
+
+    void RetrieveSecurityInfo();
+    /// The names of the secured classes; one set for the process. Threads: any.
+    static std::set<I18NString>& GetSecuredObjectsSet();
+    bool IsObjectSecured(I18NString const& className);
+    /// Cuts the collection suffix's length off `name`.
+    void getClassName(I18NString const& name, I18NString& className);
+    /// Appends the children of `object` whose class is `collectionName`.
+    void loadCollection(VEX_HANDLE object, I18NString const& collectionName,
+                        Vex_Handle_Collection& found);
+    void getAllAttributes(Vex_Handle_Collection& properties, std::list<I18NString>& names);
+    void getAllCollections(Vex_Handle_Collection& properties, std::list<I18NString>& names);
+
+private:
+    void answerModelRequest(VexMDMaProviderHelper const& helper, KRLIDOM_Node const& response,
+                            int depth);
+    void answerFunctionRequest(VexMDMaProviderHelper const& helper, KRLIDOM_Node const& response);
+
+    VEX_HANDLE findReferencedQuerySubject(VEX_HANDLE container, I18NString const& firstName,
+                                          NameParts const& secondName, I18NLocale const* locale,
+                                          VexMDMaPath& path);
+    VEX_HANDLE findQuerySubjectInModel(I18NString const& namespaceName, I18NString const& name,
+                                       I18NLocale const* locale, VexMDMaPath& path);
+    bool isNamedInAnyLocale(VEX_HANDLE object, I18NString const& name, I18NLocale const* locale);
+
+    VexSession* m_session;
+    KRLIDOM_Document m_document;
+    I18NString m_modelPath;
+    std::vector<I18NString> m_availableViews;
+    std::vector<I18NString> m_roles;
+    VexSecurityInfoSource* m_securitySource = nullptr; // the host's
+    bool m_securityRetrieved = false;
+    bool m_nonContentPath = false;
+    int m_currentRequestValue = 0; // the root namespace's handle
+    Vex_I18NString_Collection m_supportedLocales;
+    I18NString m_defaultLocale;
+};

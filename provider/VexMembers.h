@@ -1,0 +1,30 @@
+#pragma once
+
+#include "I18NString.h"
+#include "VEX_HANDLE.h"
+#include "Vex_Handle_Collection.h"
+
+#include <cstddef>
+#include <vector>
+
+/// The child objects of one object by class, read once however many collections
+/// are asked for. Used within one step of a request, for one object after
+/// another: its memory is used again.
+class VexMembers {
+public:
+    /// Reads the children of `object` in place of those before.
+    void read(VEX_HANDLE object);
+
+    /// Appends the children of that class, in child order.
+    void appendOfClass(I18NString const& className, Vex_Handle_Collection& found) const;
+
+private:
+    /// Children of one class that stand side by side, up to the next run.
+    struct Run {
+        I18NString className;
+        std::size_t first;
+    };
+
+    Vex_Handle_Collection m_children;
+    std::vector<Run> m_runs;
+};

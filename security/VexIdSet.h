@@ -1,0 +1,59 @@
+#pragma once
+
+#include "I18NString.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// A set of object ids: the texts one after another in one block, found by their
+/// hashes. Sets of a hundred thousand ids are read for one request and often
+/// asked about a single object, so filling costs little: the first questions go
+/// through the hashes, and the table that finds them faster is made when more
+/// are asked.
+///
+/// Threads: one at a time, questions too.
+class VexIdSet {
+public:
+    /// Adds an id; one that is already there may be kept twice.
+    void insert(std::u16string_view id);
+    void insert(I18NString const& id) { insert(id.view()); }
+    bool contains(I18NString const& id) const;
+
+    bool empty() const { return m_entries.empty(); }
+    /// Makes room for `count` more ids.
+    void reserveMore(std::size_t count);
+
+private:
+    struct Entry {
+        std::uint32_t start;
+        std::uint32_t length;
+    };
+    /// How many questions may be answered without the table.
+    static constexpr unsigned FewQuestions = 32;
+
+    bool isAt(std::size_t entry, std::u16string_view id) const {
+        return std::u16string_view(m_texts).substr(m_entries[entry].start,
+                                                   m_entries[entry].length) == id;
+    }
+    bool searchHashes(std::uint32_t hash, std::u16string_view id) const;
+    bool searchTable(std::uint32_t hash, std::u16string_view id) const;
+    void makeTable() const;
+
+    std::u16string m_texts;
+    std::vector<Entry> m_entries;
+    std::vector<std::uint32_t> m_hashes; // of each entry
+
+    mutable unsigned m_questions = 0;
+    /// The numbers of entries plus 1, 0 for a free slot; a power of two of them,
+    /// at most half taken. Empty until it is made, and after an insertion.
+    mutable std::vector<std::uint32_t> m_table;
+    /// A bit for each of many hashes, set when an entry has it: most ids that
+    /// are not there end here, in little memory. Made with the table.
+    mutable std::vector<std::uint64_t> m_filter;
+    /// Lists and questions follow the model's order, so the next entry is tried
+    /// first.
+    mutable std::size_t m_nextEntry = 0;
+};

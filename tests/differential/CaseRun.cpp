@@ -1,0 +1,176 @@
+#include "CaseRun.h"
+
+#include "ActionCall.h"
+#include "Catalogue.h"
+#include "KRLIDOM_Reader.h"
+#include "KRLIDOM_Writer.h"
+#include "ModelLoader.h"
+#include "PlainModel.h"
+#include "VexNotification.h"
+#include "XmlTree.h"
+
+#include <optional>
+#include <sstream>
+
+namespace {
+
+using naive::Outcome;
+using naive::Value;
+
+I18NString toString(naive::Text const& text) {
+    return I18NString(std::u16string_view(text));
+}
+
+VexVariant toVariant(Value const& value, vex::ActionValues& values,
+                     vex::HostSession const& session) {
+    switch (value.type) {
+    case Value::Type::Empty:
+        return {};
+    case Value::Type::Long:
+        return values.Long(value.number);
+    case Value::Type::String:
+        return values.String(toString(value.text));
+    case Value::Type::Object:
+        return values.Handle(value.text.empty() ? VEX_HANDLE()
+                                                : session.FindObject(toString(value.text)));
+    case Value::Type::Node:
+        return values.Node(KRLIDOM_Reader::parse(value.xml, "request"));
+    }
+    return {};
+}
+
+std::string described(std::optional<long> code, std::string const& failure,
+                      std::string const& appended, std::string const& response) {
+    std::ostringstream out;
+    if (code) {
+        out << "code " << *code;
+    }
+    out << failure << '\n' << "appended:" << appended << '\n' << response << '\n';
+    return out.str();
+}
+
+template <class Strings, class ToUtf8>
+std::string failureText(unsigned id, std::string const& source, std::string const& line,
+                        std::string const& function, Strings const& parameters,
+                        ToUtf8 const& toUtf8) {
+    std::ostringstream out;
+    out << "failure " << id << ' ' << source << ':' << line << ' ' << function;
+    for (auto const& parameter : parameters) {
+        out << " <" << toUtf8(parameter) << '>';
+    }
+    return out.str();
+}
+
+std::string described(Outcome const& outcome) {
+    std::string failure;
+    if (outcome.failure) {
+        auto const& f = *outcome.failure;
+        failure = failureText(f.id, naive::toUtf8(f.source),
+                              f.line == naive::anyLine ? "any" : std::to_string(f.line),
+                              naive::toUtf8(f.function), f.parameters, naive::toUtf8);
+    }
+    std::string appended;
+    for (auto const& output : outcome.appended) {
+        appended += output.isNode ? " node" : ' ' + std::to_string(output.number);
+    }
+    return described(outcome.code, failure, appended, outcome.response);
+}
+
+std::string described(vex::ActionOutcome const& outcome, bool anyLine) {
+    using End = vex::ActionOutcome::End;
+    std::string failure;
+    if (outcome.end == End::Raised) {
+        VexException const& e = *outcome.raised;
+        failure = failureText(
+            e.GetId(), e.GetLocation().source,
+            anyLine ? "any" : std::to_string(e.GetLocation().line), e.GetFunction(),
+            e.GetMessages().front().GetComponents().GetParameters(),
+            [](KRLMessageParm const& parameter) { return parameter.GetText().toUtf8(); });
+    } else if (outcome.end == End::Stopped) {
+        failure = "stopped by the host: " + outcome.text;
+    }
+    std::string appended;
+    for (VexVariant const& output : outcome.appended) {
+        bool const isLong = output.GetType() == VexVariant::Long;
+        appended += isLong ? ' ' + std::to_string(static_cast<long>(output)) : " node";
+    }
+    std::optional<long> code;
+    if (outcome.end == End::Returned) {
+        code = outcome.code;
+    }
+    return described(code, failure, appended,
+                     naive::canonicalXml(KRLIDOM_Writer::toUtf8(outcome.response.document())));
+}
+
+void count(CaseTally& tally, naive::GeneratedCase const& generated, naive::SessionStep const& step,
+           Outcome const& outcome) {
+    ++tally.calls;
+    tally.raised += outcome.failure ? 1 : 0;
+    tally.trees += outcome.response.find("<Result><") != std::string::npos ? 1 : 0;
+    tally.shortcuts += generated.model.find("<shortcut") != std::string::npos ? 1 : 0;
+    tally.restricted += generated.catalogue.empty() ? 0 : 1;
+    for (Value const& value : step.in) {
+        tally.references += value.xml.find("start_atRef") != std::string::npos ? 1 : 0;
+    }
+}
+
+} // namespace
+
+std::string compareCase(vex::PluginProxy& plugin, naive::GeneratedCase const& generated,
+                        CaseTally& tally) {
+    auto const model = vex::loadModelText(generated.model, "model.xml");
+    std::shared_ptr<vex::Catalogue const> catalogue;
+    std::optional<naive::PlainCatalogue> plainCatalogue;
+    if (!generated.catalogue.empty()) {
+        vex::Diagnostics found;
+        catalogue = vex::readCatalogueText(generated.catalogue, "catalog.xml", ".", found);
+        if (catalogue == nullptr) {
+            return "the catalogue was refused: " + vex::toString(found.front());
+        }
+        plainCatalogue.emplace(generated.catalogue);
+    }
+    vex::HostSession session(model, I18NLocale(toString(generated.locale)), catalogue,
+                             catalogue != nullptr ? catalogue->FindUser(toString(generated.user))
+                                                  : nullptr);
+
+    naive::PlainModel const plainModel(generated.model);
+    naive::SessionOptions options;
+    options.model = &plainModel;
+    options.catalogue = plainCatalogue ? &*plainCatalogue : nullptr;
+    options.user = generated.user;
+    options.locale = generated.locale;
+    naive::NaiveSession plain(options);
+
+    std::string difference;
+    std::size_t number = 0;
+    for (naive::SessionStep const& step : generated.steps) {
+        ++number;
+        if (step.notification) {
+            plugin.Notify(session, *step.notification);
+            plain.notify(*step.notification);
+            continue;
+        }
+        Outcome const expected = plain.doAction(step.action, step.in);
+        if (expected.gaveUp || expected.limit) {
+            ++tally.givenUp;
+            break;
+        }
+        vex::ActionValues values;
+        VexParams in;
+        for (Value const& value : step.in) {
+            in.AddParam(toVariant(value, values, session));
+        }
+        VexVariant const action = toVariant(step.action, values, session);
+        bool const anyLine = expected.failure && expected.failure->line == naive::anyLine;
+        std::string const answer =
+            described(vex::callAction(plugin, session, action, in, {}), anyLine);
+        count(tally, generated, step, expected);
+        if (answer != described(expected)) {
+            difference = "step " + std::to_string(number) + "\n--- expected\n" +
+                         described(expected) + "--- answered\n" + answer;
+            break;
+        }
+    }
+    plugin.Notify(session, VexNotification::SessionClosed);
+    return difference;
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "ActionCall.h"
+#include "Catalogue.h"
+#include "ModelLoader.h"
+#include "PluginProxy.h"
+
+#include <memory>
+#include <string>
+
+/// A session of a catalogue's user on the model of these tests.
+class FaultSession {
+public:
+    FaultSession();
+    /// Closes the session.
+    ~FaultSession();
+    FaultSession(FaultSession const&) = delete;
+    FaultSession& operator=(FaultSession const&) = delete;
+
+    /// A metadata request: what came of it as text. `std::bad_alloc` when
+    /// memory ended it.
+    std::string ask(char const* request);
+    /// An accessibility request for the object with that id, in the same way.
+    std::string askAccess(char const* id);
+    void notify(int kind);
+
+    /// The plug-in of the whole program.
+    static vex::PluginProxy& plugin();
+    static std::shared_ptr<vex::Model const> const& model();
+
+private:
+    std::string call(long action, VexParams const& in);
+
+    vex::HostSession m_session;
+};

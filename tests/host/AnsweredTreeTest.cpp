@@ -1,0 +1,108 @@
+#include "AnsweredTree.h"
+
+#include "HostException.h"
+#include "KRLIDOM_Reader.h"
+#include "ModelLoader.h"
+#include "ObjectText.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using vex::AnsweredObject;
+using vex::ObjectFate;
+
+std::shared_ptr<vex::Model const> const& model() {
+    static auto const loaded = vex::loadModelText(R"(<model defaultLocale="en">
+      <namespace id="n" name="Sales">
+        <folder id="f" name="Facts"><querySubject id="q" name="Orders">
+          <queryItem id="i" name="Total"/></querySubject></folder>
+        <filter id="nameless"><filter id="inner" name="Inner"/></filter>
+        <shortcut id="s" name="Again" refobj="[Sales].[Orders]"/>
+        <shortcut id="none" name="Nothing"/>
+      </namespace></model>)",
+                                                  "m.model.xml");
+    return loaded;
+}
+
+/// "id fate" of each entry, with "id of its container" and "!" behind shortcuts.
+std::vector<std::string> match(std::string const& result) {
+    vex::TreeQuestion question;
+    question.collections = vex::collectionsOf(*model());
+    question.marker = vex::unusedPropertyOf(*model());
+    auto const document =
+        KRLIDOM_Reader::parse("<Response><Result>" + result + "</Result></Response>", "answer", {});
+    auto const tree = vex::matchAnswer(*model(), model()->DefaultLocale(), question,
+                                       document.document().getDocumentElement());
+    std::vector<std::string> lines;
+    constexpr char const* fates[] = {"written", "left-out", "without-name", "with-container",
+                                     "nothing"};
+    for (AnsweredObject const& entry : tree) {
+        lines.push_back(vex::idOf(entry.object).toUtf8() + ' ' +
+                        fates[static_cast<int>(entry.fate)] +
+                        (entry.container == AnsweredObject::None
+                             ? ""
+                             : " in " + vex::idOf(tree[entry.container].object).toUtf8()) +
+                        (entry.behindShortcut ? " behind" : ""));
+    }
+    return lines;
+}
+
+using Lines = std::vector<std::string>;
+
+TEST(AnsweredTree, KnowsWhatIsWrittenLeftOutAndLifted) {
+    EXPECT_EQ(match(R"(<folder ID="n" name="Sales" _path="[Sales]">
+        <querySubject ID="q" name="Orders" _path="[Sales].[Facts].[Orders]"/>
+        <filter ID="nameless" _path="[Sales].[]"/>
+        <querySubject name="Again" ID="q" _path="[Sales].[Again]"
+            standsForShortcut="[Sales].[Again]">
+          <queryItem ID="i" name="Total" _path="[Sales].[Again].[Total]"/></querySubject>
+      </folder>)"),
+              (Lines{"n written", "f left-out in n", "q written in f", "i left-out in q",
+                     "nameless without-name in n", "inner with-container in nameless",
+                     "s written in n", "i written in s behind", "none nothing in n"}));
+}
+
+TEST(AnsweredTree, TellsAShortcutFromItsTargetBesideIt) {
+    EXPECT_EQ(match(R"(<folder ID="n" name="Sales" _path="[Sales]">
+        <querySubject name="Again" ID="q" _path="[Sales].[Again]"
+            standsForShortcut="[Sales].[Again]"/></folder>)")[2],
+              "q left-out in f");
+}
+
+TEST(AnsweredTree, IsEmptyWhenNothingWasWritten) {
+    EXPECT_EQ(match(""), Lines{});
+}
+
+TEST(AnsweredTree, RefusesAnAnswerThatTheModelDoesNotExplain) {
+    EXPECT_THROW(
+        match(R"(<folder ID="n" name="Sales" _path="[Sales]"><alien _path="x"/></folder>)"),
+        vex::HostException);
+    EXPECT_THROW(match(R"(<folder ID="n" _path="[Sales]"/><folder ID="n" _path="[Sales]"/>)"),
+                 vex::HostException);
+    EXPECT_THROW(match(R"(<folder _path="[Sales]"/>)"), vex::HostException);
+}
+
+TEST(TreeQuestion, GoesIntoEveryClassOfTheModelButTheTwoThatAreAlwaysGoneInto) {
+    std::vector<I18NString> const expected{"folder", "querySubject", "queryItem", "filter"};
+    EXPECT_EQ(vex::collectionsOf(*model()), expected);
+}
+
+TEST(TreeQuestion, AsksForAPropertyThatTheModelLacks) {
+    auto const taken = vex::loadModelText(R"(<model standsForShortcut="x"/>)", "t.model.xml");
+    EXPECT_EQ(vex::unusedPropertyOf(*taken), "standsForShortcut_");
+}
+
+TEST(TreeStarts, AreTheOuterNamespacesThatTheirNamesLeadTo) {
+    auto const spaces = vex::loadModelText(R"(<model defaultLocale="en">
+        <namespace id="a" name="A"><namespace id="b" name="B"/></namespace>
+        <namespace id="b2" name="B"/><namespace id="c" name="C ]"/><namespace id="d"/></model>)",
+                                           "s.model.xml");
+    std::vector<std::string> starts;
+    for (vex::TreeStart const& start : vex::treeStartsOf(*spaces, spaces->DefaultLocale())) {
+        starts.push_back(vex::idOf(start.space).toUtf8() + ' ' + start.path.toUtf8());
+    }
+    EXPECT_EQ(starts, (Lines{"a [A]", "b2 ", "c [C ]]]", "d "}));
+}
+
+} // namespace

@@ -1,0 +1,188 @@
+#include "ModelProbe.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+using Probe = ModelProbe;
+
+TEST(ModelProperty, ComesFromAttributesFirstAndThenFromPropertyElements) {
+    Probe const probe(R"(<model><a id="1" role="r" class="c" y="1" x="2" xml:lang="en">
+        <property name="p">3</property><b/><property name="q">4</property></a></model>)");
+    Vex_Handle_Collection const found = Probe::properties(probe.id("1"));
+    EXPECT_THAT(Probe::names(found), ElementsAre("y", "x", "p", "q", "b"));
+    EXPECT_THAT(Probe::values(found), ElementsAre("1", "2", "3", "4", "(empty)"));
+}
+
+TEST(ModelProperty, IsNotMadeOfAttributesThatBelongToXml) {
+    Probe const probe(
+        "<model><a id='1' xmlns='u' xmlns:p='v' xml:space='preserve' xmlish='w'/></model>");
+    EXPECT_THAT(Probe::names(Probe::properties(probe.id("1"))), ElementsAre("xmlish"));
+}
+
+TEST(ModelProperty, WithoutTextHasNoValue) {
+    Probe const probe("<model><a id='1' x=''><property name='p'> </property></a></model>");
+    EXPECT_EQ(Probe::value(probe.id("1"), "x"), "(empty)");
+    EXPECT_EQ(Probe::value(probe.id("1"), "p"), "(empty)");
+}
+
+TEST(ModelProperty, KeepsTheWhiteSpaceOfAnAttribute) {
+    Probe const probe("<model><a id='1' x=' v '/></model>");
+    EXPECT_EQ(Probe::value(probe.id("1"), "x"), " v ");
+}
+
+TEST(ModelProperty, KnowsItsNameRoleLocaleAndOwner) {
+    Probe const probe(R"(<model><a id="1" x="v">
+        <property name="p" locale="de-at" role="label">w</property></a></model>)");
+    VEX_HANDLE const plain = Probe::property(probe.id("1"), "x");
+    VEX_HANDLE const localised = Probe::property(probe.id("1"), "p", "de_AT");
+    I18NString text("kept");
+    EXPECT_EQ(Probe::name(localised), "p");
+    EXPECT_EQ(VexObject(localised).GetLocale()->getName(), "de_AT");
+    EXPECT_EQ(VexObject(localised).GetParent(), probe.id("1"));
+    EXPECT_FALSE(VexObject(plain).GetRole(text));
+    EXPECT_FALSE(VexObject(localised).GetId(text));
+    EXPECT_FALSE(VexObject(localised).GetClass(text));
+    EXPECT_EQ(text, "kept");
+    EXPECT_EQ(VexObject(plain).GetLocale(), nullptr);
+    EXPECT_TRUE(VexObject(localised).GetRole(text));
+    EXPECT_EQ(text, "label");
+}
+
+TEST(ModelProperty, NamedIdHasTheElementsIdAndIsNotListed) {
+    Probe const probe("<model><a id='1' ID='other'/><a x='2'/></model>");
+    VEX_HANDLE const id = Probe::property(probe.id("1"), "ID");
+    EXPECT_EQ(Probe::text(id), "1");
+    EXPECT_EQ(Probe::name(id), "ID");
+    EXPECT_EQ(VexObject(id).GetParent(), probe.id("1"));
+    EXPECT_THAT(Probe::values(Probe::properties(probe.id("1"))), ElementsAre("other"));
+    EXPECT_FALSE(Probe::property(Probe::children(probe.root())[1], "ID").IsNotNull());
+}
+
+TEST(ModelProperty, IsListedBeforeTheCollectionsOfTheChildren) {
+    Probe const probe(
+        R"(<model><a id="1"><c/><b/><property name="p">v</property><c/></a></model>)");
+    EXPECT_THAT(Probe::names(Probe::properties(probe.id("1"))), ElementsAre("p", "c", "b"));
+    EXPECT_TRUE(VexObject(probe.id("1")).hasProperties());
+}
+
+TEST(ModelProperty, ThatIsACollectionHoldsTheChildrenOfItsClass) {
+    Probe const probe("<model><a id='1'><c id='c1'/><b><c/></b><c id='c2'/></a></model>");
+    VEX_HANDLE const collection = Probe::property(probe.id("1"), "c");
+    EXPECT_THAT(Probe::ids(Probe::children(collection)), ElementsAre("c1", "c2"));
+    EXPECT_TRUE(VexObject(collection).hasChildObjects());
+    EXPECT_FALSE(VexObject(collection).hasProperties());
+    EXPECT_EQ(VexObject(collection).GetParent(), probe.id("1"));
+    EXPECT_EQ(VexObject(collection).GetLocale(), nullptr);
+    EXPECT_EQ(Probe::text(collection), "(empty)");
+    EXPECT_THAT(Probe::properties(collection), IsEmpty());
+    EXPECT_THAT(Probe::below(collection, "c"), IsEmpty());
+}
+
+TEST(ModelProperty, ThatIsACollectionFiltersItsMembersLikeAnElement) {
+    Probe const probe("<model><c id='c1'/><c id='c2' role='r'/><b role='r'/></model>");
+    VEX_HANDLE const collection = Probe::property(probe.root(), "c");
+    I18NString const b("b");
+    I18NString const role("r");
+    Vex_Handle_Collection found;
+    VexObject(collection).childObjects(found, &b, nullptr);
+    EXPECT_THAT(found, IsEmpty());
+    VexObject(collection).childObjects(found, nullptr, &role);
+    EXPECT_THAT(Probe::ids(found), ElementsAre("c2"));
+}
+
+TEST(ModelProperty, ThatIsSimpleComesBeforeACollectionOfItsName) {
+    Probe const probe("<model><a id='1' c='simple'><c/></a></model>");
+    EXPECT_EQ(Probe::value(probe.id("1"), "c"), "simple");
+}
+
+TEST(ModelProperty, ThatNobodyHasIsNull) {
+    Probe const probe("<model><a id='1'/></model>");
+    EXPECT_FALSE(Probe::property(probe.id("1"), "name").IsNotNull());
+    EXPECT_FALSE(Probe::property(probe.id("1"), "never heard of").IsNotNull());
+    EXPECT_FALSE(VexObject(probe.id("1")).hasProperties());
+}
+
+TEST(ModelProperty, IsFilteredByNameAndRole) {
+    Probe const probe(R"(<model><a id="1" x="1"><property name="y" role="r">2</property>
+        <property name="x" role="r">3</property><b/></a></model>)");
+    I18NString const x("x");
+    I18NString const b("b");
+    I18NString const role("r");
+    I18NString const empty;
+    auto const filtered = [&](I18NString const* name, I18NString const* wantedRole) {
+        Vex_Handle_Collection found;
+        VexObject(probe.id("1")).Properties(found, name, wantedRole, true);
+        return Probe::values(found);
+    };
+    EXPECT_THAT(filtered(&x, nullptr), ElementsAre("1", "3"));
+    EXPECT_THAT(filtered(nullptr, &role), ElementsAre("2", "3"));
+    EXPECT_THAT(filtered(&x, &role), ElementsAre("3"));
+    EXPECT_THAT(filtered(&b, nullptr), ElementsAre("(empty)"));
+    EXPECT_THAT(filtered(nullptr, &empty), IsEmpty());
+}
+
+TEST(ModelProperty, IsFoundByRoleAsByName) {
+    Probe const probe(R"(<model><a id="1" x="1">
+        <property name="y" role="r" locale="de">zwei</property>
+        <property name="y" role="r" locale="fr">deux</property></a></model>)");
+    I18NLocale const french{I18NString("fr")};
+    VexObject const element(probe.id("1"));
+    EXPECT_EQ(Probe::text(element.GetPropertyByRole("r", &french)), "deux");
+    EXPECT_EQ(Probe::text(element.GetPropertyByRole("r", nullptr)), "zwei");
+    EXPECT_FALSE(element.GetPropertyByRole("s", nullptr).IsNotNull());
+    EXPECT_FALSE(element.GetPropertyByRole("", nullptr).IsNotNull());
+}
+
+TEST(ModelProperty, MayHavePropertiesOfItsOwnAtAnyDepth) {
+    Probe const probe(R"(<model><a id="1"><property name="p">  v
+        <property name="q">w<property name="r" locale="de">z</property></property>
+        <property name="q">w2</property><property name="s"><property name="t">u</property></property>
+        </property></a></model>)");
+    VEX_HANDLE const outer = Probe::property(probe.id("1"), "p");
+    EXPECT_EQ(Probe::text(outer), "v");
+    EXPECT_THAT(Probe::values(Probe::properties(outer)), ElementsAre("w", "w2", "(empty)"));
+    EXPECT_TRUE(VexObject(outer).hasProperties());
+    VEX_HANDLE const middle = Probe::property(outer, "q");
+    EXPECT_EQ(VexObject(middle).GetParent(), outer);
+    EXPECT_EQ(Probe::value(middle, "r", "de_CH"), "z");
+    EXPECT_EQ(VexObject(Probe::property(middle, "r")).GetParent(), middle);
+    EXPECT_EQ(Probe::value(Probe::property(outer, "s"), "t"), "u");
+    EXPECT_FALSE(VexObject(Probe::property(middle, "r")).hasProperties());
+    EXPECT_FALSE(Probe::property(middle, "ID").IsNotNull());
+}
+
+TEST(ModelProperty, StandsForTheLocalesOfTheModelWithOneEntryForEach) {
+    Probe const probe(R"(<model defaultLocale="de-at"><locales><locale> en </locale>
+        <locale>de-at</locale></locales></model>)");
+    VEX_HANDLE const locales = Probe::property(probe.root(), "locales");
+    EXPECT_THAT(Probe::names(Probe::properties(locales)), ElementsAre("locale", "locale"));
+    EXPECT_THAT(Probe::values(Probe::properties(locales)), ElementsAre("en", "de_AT"));
+    EXPECT_EQ(Probe::value(probe.root(), "defaultLocale"), "de_AT");
+    EXPECT_EQ(probe.model().DefaultLocale().getName(), "de_AT");
+    EXPECT_EQ(probe.model().Locales().size(), 2U);
+}
+
+TEST(ModelProperty, DefaultLocaleIsAmericanEnglishUnlessTheModelSaysSo) {
+    Probe const probe("<model><a id='1' defaultLocale='anything'/></model>");
+    EXPECT_EQ(probe.model().DefaultLocale().getName(), "en_US");
+    EXPECT_FALSE(Probe::property(probe.root(), "defaultLocale").IsNotNull());
+    EXPECT_EQ(Probe::value(probe.id("1"), "defaultLocale"), "anything");
+}
+
+TEST(ModelProperty, OfAnOwnerWithVeryManyIsFoundByName) {
+    std::string text = "<model><a id='1'>";
+    for (int i = 0; i < 1'000; ++i) {
+        std::string const number = std::to_string(i);
+        text += "<property name='p" + number + "' locale='de'>" + number + "</property>";
+    }
+    Probe const probe(text + "</a></model>");
+    EXPECT_EQ(Probe::value(probe.id("1"), "p0"), "0");
+    EXPECT_EQ(Probe::value(probe.id("1"), "p777", "de"), "777");
+    EXPECT_EQ(Probe::properties(probe.id("1")).size(), 1'000U);
+}
+
+} // namespace

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <functional>
+
+/// The actions of the plug-in "RuleBreaker".
+namespace ruleBreaker {
+
+enum Action : long {
+    Answer = 1,        // gives Handled; appends a long 7, the response node, an empty value
+    ThrowInt = 2,      // an exception of a foreign kind
+    ThrowStandard = 3, // std::runtime_error "a standard one"
+    ThrowBadAlloc = 4, // std::bad_alloc
+    ThrowPlatform = 5, // KRLException "a plain one"
+    Raise = 6,         // a VexException with the parameters "one" and "two"
+    CallBack = 7,      // calls the std::function<void()> that in[0] points to
+    ReadForEver = 8,   // lists the model root's children until something raises
+    GrowForEver = 9,   // appends elements to the response until something raises
+};
+
+/// What `Initialize` is given to say that it is not ready.
+constexpr char const* notReady = "not ready";
+/// What `Terminate` is given to throw.
+constexpr char const* throwAtEnd = "throw";
+/// The kind of notification that throws.
+constexpr int throwingKind = 99;
+
+} // namespace ruleBreaker

@@ -1,0 +1,137 @@
+#include "Generator.h"
+
+#include "ModelGenerator.h"
+#include "RequestGenerator.h"
+
+namespace naive {
+
+namespace {
+
+Text requestPath(Random& random, bool catalogued, bool mayStray) {
+    static const Texts contentPaths = {u"/content/m",       u"path:/content/m", u"/content/other",
+                                       u"/content/unknown", u"elsewhere",       u"a path:"};
+    if (!mayStray) {
+        return contentPaths[catalogued ? random.weighted({80, 8, 0, 0, 10, 2}) : 4];
+    }
+    return contentPaths[catalogued ? random.weighted({74, 8, 4, 1, 11, 2})
+                                   : random.weighted({2, 1, 0, 1, 90, 6})];
+}
+
+void spoil(Random& random, std::vector<Value>& in) {
+    const std::size_t index = random.below(in.size());
+    switch (random.weighted({1, 1, 1, 1, 1})) {
+    case 0:
+        in.resize(index);
+        break;
+    case 1:
+        in[index] = Value::empty();
+        break;
+    case 2:
+        in[index] = Value::ofLong(7);
+        break;
+    case 3:
+        in[index] = Value::ofString(u"text");
+        break;
+    default:
+        in[index] = Value::ofNode("<Metadata><Property name=\"*/@name\"/></Metadata>");
+    }
+}
+
+SessionStep step(Random& random, RequestGenerator& requests, bool catalogued, bool metadata,
+                 bool first) {
+    SessionStep result;
+    if (random.chance(3)) {
+        result.notification = random.between(0, 3);
+        return result;
+    }
+    if (random.chance(1)) {
+        result.action = random.chance(50) ? Value::ofLong(31001) : Value::ofString(u"31000");
+        return result;
+    }
+    // What comes first decides what the whole session can do, so it is seldom wrong.
+    const bool mayStray = !first || random.chance(10);
+    const bool asksMetadata = mayStray && random.chance(3) ? !metadata : metadata;
+    result.action = Value::ofLong(asksMetadata ? 31000 : 32000);
+    result.in = {Value::ofLong(random.between(0, 2)),
+                 Value::ofString(requestPath(random, catalogued, mayStray))};
+    if (asksMetadata) {
+        result.in.push_back(Value::ofNode(requests.request()));
+    } else {
+        result.in.push_back(Value::ofObject(requests.object()));
+        result.in.push_back(Value::ofLong(random.between(0, 2)));
+    }
+    if (random.chance(2)) {
+        spoil(random, result.in);
+    }
+    return result;
+}
+
+std::string describedValue(const Value& value) {
+    switch (value.type) {
+    case Value::Type::Empty:
+        return "empty";
+    case Value::Type::Long:
+        return "long " + std::to_string(value.number);
+    case Value::Type::String:
+        return "string " + toUtf8(value.text);
+    case Value::Type::Object:
+        return "object " + toUtf8(value.text);
+    case Value::Type::Node:
+        break;
+    }
+    return "node " + value.xml;
+}
+
+GeneratedCase caseOf(Random random) {
+    GeneratedCase generated;
+    generated.model = generateModel(random);
+    const bool catalogued = random.chance(60);
+    if (catalogued) {
+        static const Texts users = {u"ann", u"bob", u"cleo", u"dan", u"eve"};
+        generated.catalogue = generateCatalogue(random);
+        generated.modelPath = u"/content/m";
+        generated.user = users[random.weighted({40, 28, 28, 1, 1})];
+    }
+    static const Texts locales = {u"", u"en", u"de", u"de_AT", u"ja", u"fr"};
+    generated.locale = locales[random.weighted({44, 28, 12, 6, 6, 4})];
+
+    const PlainModel model(generated.model);
+    RequestGenerator requests(random, model, model.negotiatedLocale(generated.locale));
+    const bool metadata = random.chance(88);
+    const int count = metadata ? random.between(1, 6) : random.between(3, 12);
+    for (int i = 0; i < count; ++i) {
+        generated.steps.push_back(step(random, requests, catalogued, metadata, i == 0));
+    }
+    return generated;
+}
+
+} // namespace
+
+GeneratedCase generateCase(std::uint64_t seed) {
+    GeneratedCase generated = caseOf(Random(seed));
+    generated.seed = seed;
+    return generated;
+}
+
+GeneratedCase generateCase(std::span<const std::uint8_t> choices) {
+    return caseOf(Random(choices));
+}
+
+std::string described(const GeneratedCase& generated) {
+    std::string text = "seed " + std::to_string(generated.seed) + "\nmodel " + generated.model;
+    text += "\ncatalogue " + generated.catalogue + "\npath " + toUtf8(generated.modelPath);
+    text += "\nuser " + toUtf8(generated.user) + "\nlocale " + toUtf8(generated.locale) + "\n";
+    for (const SessionStep& one : generated.steps) {
+        if (one.notification) {
+            text += "notify " + std::to_string(*one.notification) + "\n";
+            continue;
+        }
+        text += "action " + describedValue(one.action) + "\n";
+        for (const Value& value : one.in) {
+            text += "  " + describedValue(value) + "\n";
+        }
+    }
+    return text;
+}
+
+} // namespace naive

@@ -1,0 +1,383 @@
+#include "ModelGenerator.h"
+
+#include <functional>
+
+namespace naive {
+
+namespace {
+
+struct PropertyDraft {
+    std::string name;
+    std::string locale;
+    std::string value;
+    bool nested = false;
+};
+
+struct Draft {
+    std::string cls;
+    std::string id;
+    std::vector<std::pair<std::string, std::string>> attributes;
+    std::vector<PropertyDraft> properties;
+    std::vector<std::unique_ptr<Draft>> children;
+};
+
+const std::vector<std::string> namePool = {"Sales", "A",    "B",     "C",   "Orders",     "Margin",
+                                           "a b",   "x]y",  "p.q",   "[q",  "]]",         "A B",
+                                           "ä",     "日本", "a].[b", "<&>", "\"quoted\"", "É.é"};
+
+class ModelDrafter {
+public:
+    explicit ModelDrafter(Random& random) : m_random(random), m_left(random.between(8, 60)) {
+        const int names = m_random.between(3, 8);
+        for (int i = 0; i < names; ++i) {
+            m_names.push_back(m_random.pick(namePool));
+        }
+        m_withoutQuerySubjects = m_random.chance(5);
+        m_mostlyDistinct = m_random.chance(68);
+        m_dangling = m_random.chance(12);
+        m_shortcutsLeft = m_random.chance(25) ? 0 : m_random.between(1, 5);
+    }
+
+    std::string draw();
+
+private:
+    std::unique_ptr<Draft> element(const std::string& cls);
+    void name(Draft& draft, bool wanted);
+    std::string anyName();
+    void describe(Draft& draft);
+    void fill(Draft& parent, int depth);
+    std::string childClass(const std::string& parent);
+    void aimShortcuts(Draft& root);
+    std::string target(const PlainModel& model, Handle shortcut);
+    void addRefobj(Draft& draft, const std::string& reference);
+    std::string views(const PlainModel& model);
+    std::string set(const Texts& ids);
+    std::string printed(const Draft& draft) const;
+    std::string document(const Draft& root, const std::string& views) const;
+
+    Random& m_random;
+    int m_left;
+    int m_shortcutsLeft;
+    bool m_dangling;
+    bool m_withoutQuerySubjects;
+    bool m_mostlyDistinct; ///< then most names end in a number of their own
+    int m_nextId = 1;
+    std::vector<std::string> m_names;
+    std::string m_head;
+};
+
+std::unique_ptr<Draft> ModelDrafter::element(const std::string& cls) {
+    --m_left;
+    auto draft = std::make_unique<Draft>();
+    draft->cls = cls;
+    if (m_random.chance(95)) {
+        draft->id = cls.substr(0, 1) + std::to_string(m_nextId);
+    }
+    ++m_nextId;
+    name(*draft, cls == "namespace");
+    describe(*draft);
+    return draft;
+}
+
+std::string ModelDrafter::anyName() {
+    const std::string& name = m_random.pick(m_names);
+    return m_mostlyDistinct && m_random.chance(85) ? name + std::to_string(m_nextId) : name;
+}
+
+void ModelDrafter::name(Draft& draft, bool wanted) {
+    const auto localised = [&](const std::string& locale) {
+        draft.properties.push_back({"name", locale, anyName()});
+    };
+    switch (m_random.weighted({50, 40, wanted ? 1 : 3, wanted ? 1 : 3, wanted ? 1 : 2, 2, 1})) {
+    case 0:
+        draft.attributes.emplace_back("name", anyName());
+        break;
+    case 1:
+        for (const char* locale : {"en", "de", "de_AT", "ja"}) {
+            if (m_random.chance(locale == std::string("en") ? 93 : 72)) {
+                localised(locale);
+            }
+        }
+        break;
+    case 2:
+        localised(m_random.chance(50) ? "de" : "ja");
+        break;
+    case 3:
+        break;
+    case 4:
+        draft.properties.push_back({"name", "", ""});
+        break;
+    case 5:
+        draft.attributes.emplace_back("name", anyName());
+        localised("de");
+        break;
+    default:
+        draft.attributes.emplace_back("name", anyName());
+        draft.properties.push_back({"name", "", anyName()});
+    }
+}
+
+void ModelDrafter::describe(Draft& draft) {
+    if (m_random.chance(30)) {
+        draft.attributes.emplace_back("screenTip", "tip " + std::to_string(m_nextId));
+    }
+    if (m_random.chance(20)) {
+        draft.properties.push_back({"description", m_random.chance(50) ? "de" : "", "about"});
+    }
+    if (m_random.chance(25)) {
+        draft.attributes.emplace_back("usage", m_random.chance(50) ? "fact" : "identifier");
+    }
+    if (m_random.chance(6)) {
+        draft.properties.push_back({"format", "", "long", true});
+    }
+    if (m_random.chance(4)) {
+        draft.properties.push_back({m_random.chance(50) ? "a b" : "*", "", "odd"});
+    }
+    if (m_random.chance(4)) {
+        draft.properties.push_back({"usage", "de", "localised"});
+    }
+}
+
+std::string ModelDrafter::childClass(const std::string& parent) {
+    static const std::vector<std::string> classes = {
+        "namespace", "folder",      "querySubject", "queryItemFolder", "queryItem",
+        "filter",    "calculation", "shortcut",     "relationship",    "queryItem"};
+    if (parent == "namespace") {
+        return classes[m_random.weighted({14, 20, 26, 0, 2, 12, 10, 16, 2})];
+    }
+    if (parent == "folder") {
+        return classes[m_random.weighted({6, 16, 40, 0, 2, 12, 8, 16, 1})];
+    }
+    if (parent == "querySubject") {
+        return classes[m_random.weighted({1, 2, 2, 22, 52, 10, 6, 6, 1})];
+    }
+    if (parent == "queryItemFolder") {
+        return classes[m_random.weighted({0, 1, 0, 20, 65, 3, 6, 6, 0})];
+    }
+    return m_random.pick(classes);
+}
+
+// Brothers come before children, so that what is left is not spent on the first branch.
+void ModelDrafter::fill(Draft& parent, int depth) {
+    const bool container = parent.cls == "namespace" || parent.cls == "folder" ||
+                           parent.cls == "querySubject" || parent.cls == "queryItemFolder";
+    if (depth > 6 || !(container || m_random.chance(4))) {
+        return;
+    }
+    const int count = m_random.between(parent.cls == "namespace" ? 3 : 1, 6);
+    for (int i = 0; i < count && m_left > 0; ++i) {
+        std::string cls = childClass(parent.cls);
+        if (cls == "shortcut") {
+            if (m_shortcutsLeft == 0) {
+                cls = "querySubject";
+            } else {
+                --m_shortcutsLeft;
+            }
+        }
+        if (cls == "querySubject" && m_withoutQuerySubjects) {
+            cls = "filter";
+        }
+        parent.children.push_back(element(cls));
+    }
+    for (const auto& child : parent.children) {
+        fill(*child, depth + 1);
+    }
+}
+
+std::string ModelDrafter::target(const PlainModel& model, Handle shortcut) {
+    static const std::vector<std::string> classes = {"namespace", "querySubject", "queryItem",
+                                                     "filter",    "folder",       "shortcut"};
+    if (m_dangling && m_random.chance(40)) {
+        return m_random.chance(80) ? "[" + anyName() + "].[nowhere]" : "[broken";
+    }
+    const std::string& wanted = classes[m_random.weighted({24, 30, 12, 8, 14, 12})];
+    Handles candidates = model.elementsByTagName(model.root(), fromUtf8(wanted));
+    if (m_random.chance(6)) {
+        candidates = {shortcut};
+    } else if (m_random.chance(6)) {
+        candidates = {model.getParent(shortcut)};
+    }
+    if (candidates.empty() || m_random.chance(6)) {
+        candidates = allObjects(model);
+    }
+    const std::optional<Texts> names = model.referenceOf(m_random.pick(candidates));
+    return names ? toUtf8(quotedPath(*names)) : "";
+}
+
+void ModelDrafter::addRefobj(Draft& draft, const std::string& reference) {
+    if (m_random.chance(60)) {
+        draft.attributes.emplace_back("refobj", reference);
+    } else {
+        draft.properties.push_back({"refobj", "", reference});
+    }
+}
+
+// The targets are looked up in the model as it stands without them: a target changes no name.
+void ModelDrafter::aimShortcuts(Draft& root) {
+    const PlainModel model(document(root, ""));
+    const Handles objects = allObjects(model);
+    std::size_t next = 0;
+    const std::function<void(Draft&)> aim = [&](Draft& draft) {
+        for (const auto& child : draft.children) {
+            const Handle object = objects[next];
+            ++next;
+            if (child->cls == "shortcut" && m_random.chance(96)) {
+                addRefobj(*child, target(model, object));
+                if (m_random.chance(12)) {
+                    const std::string second = m_random.chance(30) ? "" : target(model, object);
+                    child->properties.push_back({"refobj", "", second});
+                }
+            }
+            aim(*child);
+        }
+    };
+    aim(root);
+}
+
+std::string ModelDrafter::set(const Texts& ids) {
+    static const std::vector<std::string> kinds = {"included", "excluded", "hidden", "other"};
+    const std::size_t kind = m_random.weighted({60, 20, 17, 2});
+    const int share = kind == 0 ? m_random.between(40, 100) : m_random.between(5, 40);
+    std::string text = "<set";
+    if (m_random.chance(98)) {
+        text += attribute("kind", kinds[kind]);
+    }
+    text += ">";
+    for (const Text& id : ids) {
+        if (m_random.chance(share)) {
+            text += "<item>" + escapedContent(id) + "</item>";
+        }
+    }
+    return text + (m_random.chance(3) ? "<item/></set>" : "</set>");
+}
+
+std::string ModelDrafter::views(const PlainModel& model) {
+    static const std::vector<std::string> flags = {"true", "false", "1", "0", "2x", "yes"};
+    Texts ids;
+    for (Handle object : allObjects(model)) {
+        Text id;
+        if (model.getId(object, id)) {
+            ids.push_back(id);
+        }
+    }
+    std::string text;
+    const int count = m_random.chance(3) ? 0 : m_random.between(1, 5);
+    const bool roleBased = m_random.chance(45);
+    const bool mayDefault = m_random.chance(60);
+    for (int i = 1; i <= count; ++i) {
+        text += "<securityView" + attribute("id", "v" + std::to_string(i));
+        if (roleBased && m_random.chance(70)) {
+            text += attribute("roleBased", flags[m_random.weighted({60, 8, 10, 6, 8, 8})]);
+        }
+        text += ">";
+        const int members = mayDefault ? m_random.between(0, 2) : m_random.between(1, 2);
+        for (int m = 0; m < members; ++m) {
+            text += "<member" + attribute("roleId", "r" + std::to_string(m_random.between(1, 3))) +
+                    "/>";
+        }
+        const int sets = m_random.between(i == 1 ? 1 : 0, 4);
+        for (int s = 0; s < sets; ++s) {
+            text += set(ids);
+        }
+        text += "</securityView>";
+    }
+    return "<securityViews>" + text + "</securityViews>";
+}
+
+std::string ModelDrafter::printed(const Draft& draft) const {
+    std::string text = "<" + draft.cls;
+    if (!draft.id.empty()) {
+        text += attribute("id", draft.id);
+    }
+    for (const auto& [name, value] : draft.attributes) {
+        text += attribute(name, value);
+    }
+    text += ">";
+    for (const PropertyDraft& property : draft.properties) {
+        text += "<property" + attribute("name", property.name);
+        if (!property.locale.empty()) {
+            text += attribute("locale", property.locale);
+        }
+        text += ">" + escapedContent(fromUtf8(property.value));
+        text +=
+            property.nested ? "<property name=\"inner\">in</property></property>" : "</property>";
+    }
+    for (const auto& child : draft.children) {
+        text += printed(*child);
+    }
+    return text + "</" + draft.cls + ">";
+}
+
+std::string ModelDrafter::document(const Draft& root, const std::string& views) const {
+    std::string text = m_head;
+    for (const auto& child : root.children) {
+        text += printed(*child);
+    }
+    return text + views + "</model>";
+}
+
+std::string ModelDrafter::draw() {
+    static const std::vector<std::string> defaults = {"en", "de", "ja", "de_AT"};
+    m_head = "<model";
+    if (m_random.chance(90)) {
+        m_head += attribute("defaultLocale", defaults[m_random.weighted({70, 16, 6, 3})]);
+    }
+    m_head += ">";
+    if (m_random.chance(85)) {
+        m_head += "<locales>";
+        for (const char* locale : {"en", "de", "de-AT", "ja", "fr"}) {
+            if (m_random.chance(50)) {
+                m_head += std::string("<locale>") + locale + "</locale>";
+            }
+        }
+        m_head += "</locales>";
+    }
+    Draft root;
+    if (m_random.chance(5)) {
+        root.children.push_back(element("folder"));
+        fill(*root.children.back(), 1);
+    }
+    const int namespaces = m_random.chance(2)    ? 0
+                           : m_random.chance(60) ? 1
+                                                 : m_random.between(2, 3);
+    for (int i = 0; i < namespaces; ++i) {
+        root.children.push_back(element("namespace"));
+        fill(*root.children.back(), 1);
+    }
+    aimShortcuts(root);
+    return document(root, views(PlainModel(document(root, ""))));
+}
+
+} // namespace
+
+std::string generateModel(Random& random) {
+    return ModelDrafter(random).draw();
+}
+
+std::string generateCatalogue(Random& random) {
+    std::string text = "<catalog>";
+    for (const char* path : {"/content/m", "/content/other"}) {
+        text += "<model" + attribute("path", path) + attribute("file", "m.model.xml") + ">";
+        if (random.chance(80)) {
+            text += "<package" + attribute("value", random.chance(90) ? "Pack & Co" : "") +
+                    "><property name=\"screenTip\" locale=\"en\">tip</property>"
+                    "<property name=\"screenTip\" locale=\"de\">Tipp</property>"
+                    "<property name=\"description\">about</property></package>";
+        }
+        const int grants = random.chance(2) ? 0 : random.between(2, 6);
+        for (int i = 0; i < grants; ++i) {
+            const int role = i == 0 ? 1 : random.between(1, 3);
+            const int view = i == 0 ? 1 : random.between(1, 5);
+            text += "<grant" + attribute("role", "r" + std::to_string(role)) +
+                    attribute("view", "v" + std::to_string(view)) + "/>";
+        }
+        text += "</model>";
+    }
+    text += "<user name=\"ann\"><role>r1</role></user>"
+            "<user name=\"bob\"><role>r2</role><role>r1</role></user>"
+            "<user name=\"cleo\"><role>r1</role><role>r3</role></user>"
+            "<user name=\"dan\"><role>none</role></user><user name=\"eve\"/>";
+    return text + "</catalog>";
+}
+
+} // namespace naive

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "GeneratorSupport.h"
+
+namespace naive {
+
+/// A small hostile model: few distinct names, names that are missing or stand in one locale only,
+/// nested containers, shortcuts to anything, and security views.
+std::string generateModel(Random& random);
+
+/// A catalogue for such a model at "/content/m", and a second path, "/content/other".
+std::string generateCatalogue(Random& random);
+
+} // namespace naive

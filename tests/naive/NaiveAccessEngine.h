@@ -1,0 +1,38 @@
+#pragma once
+
+#include "PlainModel.h"
+
+#include <set>
+
+namespace naive {
+
+/// Is the object with this id included, under the requested views and the user's roles?
+class NaiveAccessEngine {
+public:
+    NaiveAccessEngine(const PlainModel& model, Texts requestedViews, Texts roles,
+                      bool unrestricted);
+
+    /// Reads the views on the first call; may raise.
+    bool isIncluded(const Text& id, bool skipViewLists);
+
+private:
+    void populate();
+    void filterSecurityViews(const Handles& views);
+    bool isRoleBased(Handle view) const;
+    void loadIds(Handle view, const Text& listKind, std::set<Text>& ids) const;
+
+    const PlainModel& m_model;
+    Texts m_requestedViews;
+    Texts m_roles;
+    bool m_enforced;
+    bool m_populated = false;
+    bool m_hasRoleBasedViews = false;
+    bool m_hasDefaultView = false;
+    std::set<Text> m_includedIds;
+    std::set<Text> m_roleIncludedIds;
+    std::set<Text> m_roleExcludedIds;
+    std::set<Text> m_roleHiddenIds;
+    std::set<Text> m_defaultExcludedIds;
+};
+
+} // namespace naive

@@ -1,0 +1,165 @@
+#include "NaiveProvider.h"
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+
+namespace naive {
+
+namespace {
+
+const Text source = u"VexMDMaProvider";
+const Text doRequestFunction = u"VexMDMaProvider::doRequest";
+const Text securityFunction = u"VexMDMaProvider::RetrieveSecurityInfo";
+const Text engineFunction = u"VexMDMaProvider::getAccessEngine";
+
+int clampedToInt(long number) {
+    const long low = std::numeric_limits<int>::min();
+    const long high = std::numeric_limits<int>::max();
+    return static_cast<int>(std::clamp(number, low, high));
+}
+
+} // namespace
+
+NaiveProvider::NaiveProvider(const NaiveHost& host, const Text& modelPath)
+    : m_host(host), m_model(host.model) {
+    if (findText(modelPath, u"path:") == 0) {
+        m_modelPath = substring(modelPath, 5, -1);
+        return;
+    }
+    if (substring(modelPath, 0, 9) != u"/content/") {
+        m_nonContentPath = true;
+    }
+    m_modelPath = modelPath;
+}
+
+void NaiveProvider::doRequest(const NaiveRequest& request, ResponseDocument& document,
+                              WorkBudget& budget) {
+    if (!request.hasMetadata()) {
+        raise(1444379513, source, anyLine, doRequestFunction);
+    }
+    if (!m_nonContentPath) {
+        retrieveSecurityInfo();
+    }
+    const int depth = clampedToInt(leadingInteger(request.option(u"Depth")));
+    if (request.option(u"function").empty()) {
+        answerModelRequest(request, depth, document, budget);
+    } else {
+        answerFunctionRequest(request, document);
+    }
+}
+
+void NaiveProvider::retrieveSecurityInfo() {
+    if (m_securityRetrieved) {
+        return;
+    }
+    m_source = m_host.catalogue
+                   ? m_host.catalogue->source(m_modelPath, m_host.user, m_model.defaultLocale())
+                   : std::nullopt;
+    if (!m_source) {
+        raise(1444335572, source, anyLine, securityFunction);
+    }
+    m_availableViews = m_source->views;
+    if (m_availableViews.empty()) {
+        raise(1170699671, source, anyLine, securityFunction);
+    }
+    m_roles = m_source->roles;
+    // The role list may be empty: it is the views that are tested again.
+    if (m_availableViews.empty()) {
+        raise(1170699671, source, anyLine, securityFunction);
+    }
+    m_securityRetrieved = true;
+}
+
+void NaiveProvider::answerFunctionRequest(const NaiveRequest& request, ResponseDocument& document) {
+    std::unique_ptr<ResponseElement> package = document.createElement(u"package");
+    if (m_source) {
+        package->attributes[u"name"] = m_source->packageValue(m_host.locale);
+        for (const Text& name : request.propertiesForClass(u"package")) {
+            const Text value = m_source->packageProperty(m_host.locale, name);
+            if (!value.empty() && isXmlName(name)) {
+                package->attributes[name] = value;
+            }
+        }
+    }
+    document.result().children.push_back(std::move(package));
+}
+
+void NaiveProvider::answerModelRequest(const NaiveRequest& request, int depth,
+                                       ResponseDocument& document, WorkBudget& budget) {
+    getModelLocales();
+    writeGlobals(request, document);
+    const bool isReference = !request.option(u"start_atRef").empty();
+    Text startPath = request.option(u"start_atRef");
+    if (startPath.empty()) {
+        startPath = request.option(u"start_atPath");
+    }
+    if (startPath.empty()) {
+        startPath = request.option(u"start_at");
+    }
+    Texts parts;
+    if (!splitStartPath(startPath, parts)) {
+        raise(1170869272, source, 145, doRequestFunction);
+    }
+    NaiveAccessEngine engine = accessEngine(request);
+    NaiveVisibility visibility(m_model, engine);
+    RequestScope scope{request, m_host.locale, depth, engine, visibility, document, budget, {}};
+    processRequest(scope, parts, startPath, isReference);
+}
+
+NaiveAccessEngine NaiveProvider::accessEngine(const NaiveRequest& request) const {
+    Texts views;
+    if (!m_nonContentPath) {
+        if (m_availableViews.empty()) {
+            raise(1170699671, source, 212, engineFunction);
+        }
+        Texts requested;
+        const Text wanted = request.option(u"securityView");
+        if (wanted.empty()) {
+            views = m_availableViews;
+        } else {
+            requested.push_back(wanted);
+            std::set_intersection(m_availableViews.begin(), m_availableViews.end(),
+                                  requested.begin(), requested.end(), std::back_inserter(views));
+        }
+        if (views.empty()) {
+            raise(1170551942, source, 241, engineFunction,
+                  {joined(m_availableViews), joined(requested)});
+        }
+    }
+    return NaiveAccessEngine(m_model, views, m_roles, m_nonContentPath);
+}
+
+Texts NaiveProvider::allAttributes(const Handles& properties) const {
+    Texts names = {u"ID"};
+    for (Handle property : properties) {
+        if (!m_model.hasChildObjects(property) && !m_model.hasProperties(property)) {
+            names.push_back(classOf(property));
+        }
+    }
+    return names;
+}
+
+Texts NaiveProvider::allCollections(const Handles& properties) const {
+    Texts names;
+    for (Handle property : properties) {
+        if (m_model.hasChildObjects(property)) {
+            names.push_back(classOf(property));
+        }
+    }
+    return names;
+}
+
+Text NaiveProvider::nameOf(Handle object) const {
+    Text name;
+    m_model.readProperty(object, u"name", name, m_host.locale);
+    return name;
+}
+
+Text NaiveProvider::classOf(Handle object) const {
+    Text className;
+    m_model.getName(object, className);
+    return className;
+}
+
+} // namespace naive

@@ -1,0 +1,90 @@
+#include "NaiveProvider.h"
+
+namespace naive {
+
+namespace {
+
+const Text source = u"VexMDMaProvider";
+const Text startFunction = u"VexMDMaProvider::processStartAtRefRequest";
+const Text shortcutFunction = u"VexMDMaProvider::FindReferencedShortcutQI";
+
+} // namespace
+
+void NaiveProvider::processReference(RequestScope& scope, const Texts& parts, const Text& reference,
+                                     Handles found, bool secondPass) {
+    Path path;
+    ResponseElement& parent = scope.document.result();
+    if (parts.size() == 2) {
+        if (findFilterOrCalculation(parts, found, path)) {
+            writeObjects(scope, classOf(found.front()), reference, path, parent, found, 1,
+                         {true, false, true});
+        }
+        return;
+    }
+    if (parts.size() != 3) {
+        raise(1171135124, source, 866, startFunction, {reference});
+    }
+    if (!findQueryItem(parts, found, path)) {
+        // A shortcut without a name comes back here with itself: once is enough.
+        if (secondPass || !findThroughShortcut(scope, parts, reference)) {
+            raise(1171025905, source, 898, startFunction, {parts.back()});
+        }
+        return;
+    }
+    writeObjects(scope, u"queryItem", reference, path, parent, found, 1, {true, false, true});
+}
+
+bool NaiveProvider::findFilterOrCalculation(const Texts& parts, Handles& candidates,
+                                            Path& path) const {
+    if (!findItemInCollection(parts[0], candidates, path) &&
+        !namespaceExistsBelow(parts[0], candidates)) {
+        return false;
+    }
+    const Handle container = candidates.front();
+    for (const Text& collection : {Text(u"filter"), Text(u"calculation"), Text(u"shortcut")}) {
+        Handles items;
+        loadCollection(m_model, container, collection, items);
+        if (findItemInCollection(parts[1], items, path)) {
+            candidates = items;
+            return true;
+        }
+    }
+    return false;
+}
+
+// Says only that there is such a namespace: the candidates stay as they are.
+bool NaiveProvider::namespaceExistsBelow(const Text& name, const Handles& candidates) const {
+    for (Handle candidate : candidates) {
+        Handles stack = {candidate};
+        while (!stack.empty()) {
+            const Handle object = stack.back();
+            stack.pop_back();
+            Handles members;
+            loadCollection(m_model, object, u"namespace", members);
+            for (Handle member : members) {
+                if (nameOf(member) == name) {
+                    return true;
+                }
+                stack.push_back(member);
+            }
+        }
+    }
+    return false;
+}
+
+bool NaiveProvider::findThroughShortcut(RequestScope& scope, const Texts& parts,
+                                        const Text& reference) {
+    const Handles shortcuts = m_model.elementsByTagName(m_rootNamespace, u"shortcut");
+    if (shortcuts.empty()) {
+        raise(1170653716, source, 1080, shortcutFunction, {parts[0]});
+    }
+    for (Handle shortcut : shortcuts) {
+        if (nameOf(shortcut) == parts[0]) {
+            processReference(scope, parts, reference, {shortcut}, true);
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace naive

@@ -1,0 +1,103 @@
+#include "Generator.h"
+
+#include <gtest/gtest.h>
+
+namespace naive {
+namespace {
+
+bool contains(const std::string& text, const std::string& what) {
+    return text.find(what) != std::string::npos;
+}
+
+/// What a run of generated cases came to.
+struct Tally {
+    int requests = 0;
+    int trees = 0;
+    int gaveUp = 0;
+    int failures = 0;
+    int withRef = 0;
+    int withPath = 0;
+    int fromReference = 0;
+    int shortcutModels = 0;
+    int restricted = 0;
+    int checks = 0;
+    int allowed = 0;
+    std::map<std::uint32_t, int> failureIds;
+
+    void run(const GeneratedCase& generated);
+    void count(const SessionStep& step, const Outcome& outcome, bool restrictedCase);
+};
+
+void Tally::run(const GeneratedCase& generated) {
+    const PlainModel model(generated.model);
+    const std::unique_ptr<PlainCatalogue> catalogue =
+        generated.catalogue.empty() ? nullptr
+                                    : std::make_unique<PlainCatalogue>(generated.catalogue);
+    NaiveSession session(SessionOptions{&model, catalogue.get(), generated.user, generated.locale});
+    shortcutModels += contains(generated.model, "<shortcut") ? 1 : 0;
+    for (const SessionStep& step : generated.steps) {
+        if (step.notification) {
+            session.notify(*step.notification);
+            continue;
+        }
+        const Outcome outcome = session.doAction(step.action, step.in);
+        if (step.action.type == Value::Type::Long && step.action.number == 31000) {
+            count(step, outcome, catalogue != nullptr);
+        } else if (!outcome.appended.empty()) {
+            ++checks;
+            allowed += static_cast<int>(outcome.appended[1].number);
+        }
+        if (outcome.gaveUp) {
+            return;
+        }
+    }
+}
+
+void Tally::count(const SessionStep& step, const Outcome& outcome, bool restrictedCase) {
+    ++requests;
+    gaveUp += outcome.gaveUp ? 1 : 0;
+    if (outcome.failure) {
+        ++failures;
+        ++failureIds[outcome.failure->id];
+    }
+    const bool tree = contains(outcome.response, "<Result>");
+    trees += tree ? 1 : 0;
+    withRef += contains(outcome.response, "_ref=") ? 1 : 0;
+    withPath += contains(outcome.response, "_path=") ? 1 : 0;
+    restricted += tree && restrictedCase ? 1 : 0;
+    if (tree && contains(step.in.back().xml, "start_atRef=\"[")) {
+        ++fromReference;
+    }
+}
+
+TEST(NaiveGenerator, IsReplayable) {
+    EXPECT_EQ(described(generateCase(42)), described(generateCase(42)));
+    EXPECT_NE(described(generateCase(42)), described(generateCase(43)));
+}
+
+TEST(NaiveGenerator, MakesMostlyTrees) {
+    Tally tally;
+    const int cases = 400;
+    for (std::uint64_t seed = 1; seed <= cases; ++seed) {
+        tally.run(generateCase(seed));
+    }
+    const int requests = tally.requests;
+    for (const auto& [id, times] : tally.failureIds) {
+        RecordProperty(std::to_string(id), times);
+    }
+    EXPECT_GT(requests, 3 * cases / 2);
+    EXPECT_GT(tally.trees, requests * 6 / 10);
+    EXPECT_LT(tally.gaveUp, requests * 3 / 100);
+    EXPECT_GT(tally.withRef, requests / 4);
+    EXPECT_GT(tally.withPath, requests / 4);
+    EXPECT_GT(tally.fromReference, requests / 25);
+    EXPECT_GT(tally.restricted, requests / 4);
+    EXPECT_GT(tally.shortcutModels, cases / 2);
+    EXPECT_GT(tally.checks, cases / 4);
+    EXPECT_GT(tally.allowed, tally.checks / 4);
+    EXPECT_LT(tally.allowed, tally.checks);
+    EXPECT_GT(tally.failureIds.size(), 12U);
+}
+
+} // namespace
+} // namespace naive

@@ -1,0 +1,232 @@
+#include "KRLIDOM_Reader.h"
+
+#include "KRLException.h"
+#include "KRLIDOM_Writer.h"
+
+#include <ctime>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::string reread(std::string_view text) {
+    return KRLIDOM_Writer::toUtf8(KRLIDOM_Reader::parse(text, "request.xml").document());
+}
+
+struct Refusal {
+    std::string problem;
+    unsigned long line;
+    unsigned long column;
+};
+
+Refusal refusal(std::string_view text, KRLIDOM_ReadLimits const& limits = {}) {
+    try {
+        KRLIDOM_Reader::parse(text, "request.xml", limits);
+    } catch (KRLDocumentException const& failure) {
+        EXPECT_EQ(std::string(failure.what()).rfind("request.xml", 0), 0U) << failure.what();
+        return {failure.GetProblem(), failure.GetLine(), failure.GetColumn()};
+    }
+    return {"", 0, 0};
+}
+
+std::string repeat(std::string_view text, std::size_t count) {
+    std::string repeated;
+    repeated.reserve(text.size() * count);
+    for (std::size_t i = 0; i < count; ++i) {
+        repeated += text;
+    }
+    return repeated;
+}
+
+std::string numbered(std::string_view before, std::string_view after, std::size_t count) {
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i) {
+        text.append(before).append(std::to_string(i)).append(after);
+    }
+    return text;
+}
+
+TEST(KRLIDOMReader, ReadsElementsAttributesAndText) {
+    EXPECT_EQ(reread("<?xml version='1.0'?>\n<a n='1'>x &amp; y<b/> &#x65E5;</a>"),
+              "<a n=\"1\">x &amp; y<b/> \xE6\x97\xA5</a>");
+}
+
+TEST(KRLIDOMReader, ReadsTheEncodingThatTheDocumentNames) {
+    EXPECT_EQ(reread("<?xml version='1.0' encoding='ISO-8859-1'?><a>\xE4</a>"), "<a>\xC3\xA4</a>");
+    std::u16string const wide = u"\uFEFF<a>\u00E4</a>";
+    EXPECT_EQ(reread({reinterpret_cast<char const*>(wide.data()), wide.size() * 2}),
+              "<a>\xC3\xA4</a>");
+}
+
+TEST(KRLIDOMReader, CountsElements) {
+    EXPECT_EQ(KRLIDOM_Reader::parse("<a><b/><b><c/></b></a>", "t").elementCount(), 4U);
+}
+
+TEST(KRLIDOMReader, LeavesADocumentThatCanBeAddedTo) {
+    KRLIDOM_OwnedDocument const owner = KRLIDOM_Reader::parse("<a/>", "t");
+    KRLIDOM_Document const document = owner.document();
+    document.getDocumentElement().appendChild(document.createElement("b"));
+    EXPECT_EQ(owner.elementCount(), 2U);
+    EXPECT_GT(owner.byteCount(), 0U);
+}
+
+TEST(KRLIDOMReader, ReadsAMarkedSectionAsText) {
+    KRLIDOM_OwnedDocument const owner =
+        KRLIDOM_Reader::parse("<a>x<![CDATA[<y>]]>z<![CDATA[]]></a>", "t");
+    KRLIDOM_Node const text = owner.document().getDocumentElement().getFirstChild();
+    EXPECT_EQ(KRLIDOM_Text(text).getData(), "x<y>z");
+    EXPECT_TRUE(text.getNextSibling().isNull());
+}
+
+TEST(KRLIDOMReader, PassesCommentsAndInstructions) {
+    EXPECT_EQ(reread("<!--before--><a><!--in--><?do it?><b/></a><!--after-->"),
+              "<!--before--><a><!--in--><?do it?><b/></a><!--after-->");
+}
+
+TEST(KRLIDOMReader, TakesPrefixesAsPartOfTheName) {
+    EXPECT_EQ(reread("<x:a y:b='1'/>"), "<x:a y:b=\"1\"/>");
+}
+
+TEST(KRLIDOMReader, RefusesAnEmptyDocument) {
+    for (char const* text : {"", " \n\t\r\n"}) {
+        Refusal const found = refusal(text);
+        EXPECT_EQ(found.problem,
+                  "The document is empty. Give an XML document with one root element.");
+        EXPECT_EQ(found.line, 1U);
+    }
+}
+
+TEST(KRLIDOMReader, SaysWhereADocumentIsNotWellFormed) {
+    Refusal const found = refusal("<a>\n  <b>\n</a>");
+    EXPECT_EQ(found.problem.rfind("The document is not well-formed: ", 0), 0U) << found.problem;
+    EXPECT_EQ(found.line, 3U);
+    EXPECT_GT(found.column, 0U);
+}
+
+TEST(KRLIDOMReader, RefusesWhatIsNotWellFormed) {
+    for (std::string_view text :
+         {"junk", "<a", "<a>", "<a><b></a>", "<a/><b/>", "<a b=1/>", "<a b='1' b='2'/>",
+          "<a>&nothing;</a>", "<a>&#0;</a>", "<a>\x01</a>", "<a>\xFF</a>", "<1/>", "<!--", "<a/>x",
+          "<a b='<'/>", "<?xml version='1.0' encoding='no-such'?><a/>", "<a><![CDATA[</a>"}) {
+        EXPECT_NE(refusal(text).problem, "") << text;
+    }
+}
+
+TEST(KRLIDOMReader, RefusesEveryBeginningOfADocument) {
+    std::string const whole = "<a n='1'><!--c--><b>x &lt; y</b><![CDATA[z]]></a>";
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        EXPECT_NE(refusal(whole.substr(0, length)).problem, "") << whole.substr(0, length);
+    }
+    EXPECT_EQ(refusal(whole).problem, "");
+}
+
+TEST(KRLIDOMReader, RefusesADocumentType) {
+    for (char const* text :
+         {"<!DOCTYPE a><a/>", "<!DOCTYPE a []><a/>", "<!DOCTYPE a SYSTEM 'a.dtd'><a/>",
+          "<!DOCTYPE a PUBLIC 'p' 'http://localhost/a.dtd'><a/>",
+          "<!DOCTYPE a [<!ENTITY e SYSTEM 'file:///etc/passwd'>]><a>&e;</a>",
+          "<!DOCTYPE a [<!ENTITY % p SYSTEM 'http://localhost/p'> %p;]><a/>",
+          "<!DOCTYPE a [<!ENTITY e '0123456789'><!ENTITY f '&e;&e;&e;&e;'>]><a>&f;</a>",
+          "<!DOCTYPE a [<!ATTLIST a b CDATA 'default'>]><a/>"}) {
+        Refusal const found = refusal(text);
+        EXPECT_EQ(found.problem,
+                  "The document has a document type (DOCTYPE), which is refused. Remove it.")
+            << text;
+        EXPECT_EQ(found.line, 1U);
+    }
+}
+
+TEST(KRLIDOMReader, OpensNoFileThatADocumentNames) {
+    std::string const name = testing::TempDir() + "platform-reader-secret.txt";
+    std::ofstream(name) << "secret";
+    std::string const text = "<!DOCTYPE a [<!ENTITY e SYSTEM '" + name + "'>]><a>&e;</a>";
+    EXPECT_EQ(refusal(text).problem.find("secret"), std::string::npos);
+    std::string const include = "<a xmlns:xi='http://www.w3.org/2001/XInclude'><xi:include href='" +
+                                name + "' parse='text'/></a>";
+    EXPECT_EQ(reread(include).find(">secret"), std::string::npos);
+}
+
+TEST(KRLIDOMReader, EndsAtItsByteLimit) {
+    EXPECT_EQ(refusal("<a>12345</a>", {.bytes = 12}).problem, "");
+    EXPECT_EQ(refusal("<a>123456</a>", {.bytes = 12}).problem,
+              "The document has too many bytes (13; at most 12 allowed). Send less, or raise the "
+              "limit.");
+    EXPECT_EQ(KRLIDOM_ReadLimits().bytes, 1'048'576U);
+}
+
+TEST(KRLIDOMReader, EndsAtItsDepthLimit) {
+    auto const nested = [](std::size_t depth) {
+        return repeat("<a>", depth) + repeat("</a>", depth);
+    };
+    EXPECT_EQ(refusal(nested(256)).problem, "");
+    Refusal const found = refusal(nested(257));
+    EXPECT_EQ(found.problem, "Elements are nested too deep (257; at most 256 allowed). Nest less.");
+    EXPECT_EQ(found.line, 1U);
+    EXPECT_NE(refusal(nested(100'000)).problem, "");
+    EXPECT_EQ(refusal("<a>" + repeat("<b/>", 1'000) + "</a>", {.depth = 2}).problem, "");
+}
+
+TEST(KRLIDOMReader, EndsAtItsLimitOfAttributes) {
+    auto const element = [](std::size_t count) {
+        return "<a " + numbered("n", "='' ", count) + "/>";
+    };
+    EXPECT_EQ(refusal(element(200)).problem, "");
+    EXPECT_EQ(refusal(element(201)).problem,
+              "An element has too many attributes (201; at most 200 allowed). Use fewer.");
+}
+
+TEST(KRLIDOMReader, EndsAtItsLimitOfNameLength) {
+    std::string const longest(1'000, 'n');
+    EXPECT_EQ(refusal("<" + longest + " " + longest + "=''/>").problem, "");
+    EXPECT_EQ(refusal("<" + longest + "n/>").problem,
+              "A name is too long (1001; at most 1000 allowed). Shorten it.");
+    EXPECT_NE(refusal("<a " + longest + "n=''/>").problem, "");
+}
+
+TEST(KRLIDOMReader, EndsAtItsLimitOfDistinctNames) {
+    // With the root there are as many names as elements.
+    EXPECT_EQ(refusal("<a>" + numbered("<n", "/>", 9'999) + "</a>").problem, "");
+    EXPECT_EQ(refusal("<a>" + numbered("<n", "/>", 10'000) + "</a>").problem,
+              "There are too many distinct names (10001; at most 10000 allowed). Use fewer element "
+              "and attribute names.");
+}
+
+TEST(KRLIDOMReader, AnswersForAnyDocumentOfTheAllowedSizeWithinASecond) {
+    constexpr std::size_t size = 1U << 20U;
+    std::vector<std::string> const documents{
+        "<a>" + numbered("<n", "/>", 9'990) + "</a>",
+        "<a>" + repeat("<b/>", size / 4 - 10) + "</a>",
+        "<a " + numbered("n", "='' ", size / 12) + "/>",
+        repeat("<a>", size / 3),
+        "<a>" + repeat("<!---->", size / 7 - 10) + "</a>",
+        "<a>" + repeat("&amp;", size / 5 - 10) + "</a>",
+        "<a>" + repeat("<![CDATA[]]>x", size / 13 - 10) + "</a>",
+        "<a b='" + std::string(size - 20, 'x') + "'/>",
+        "<" + std::string(size - 20, 'n') + "/>",
+        std::string(size - 20, '<'),
+    };
+    for (std::string const& document : documents) {
+        ASSERT_LE(document.size(), size) << document.substr(0, 20);
+        // Processor time: other work on the machine does not count.
+        std::clock_t const before = std::clock();
+        refusal(document);
+        double const taken = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
+#ifdef NDEBUG
+        EXPECT_LT(taken, 1.0) << document.substr(0, 20);
+#else
+        EXPECT_LT(taken, 20.0) << document.substr(0, 20); // sanitizers take their share
+#endif
+        RecordProperty(document.substr(0, 8), std::to_string(taken));
+    }
+}
+
+TEST(KRLIDOMReader, ReadsTheNextDocumentAfterARefusedOne) {
+    refusal("<a>");
+    refusal("<!DOCTYPE a><a/>");
+    EXPECT_EQ(reread("<a/>"), "<a/>");
+}
+
+} // namespace

@@ -1,0 +1,158 @@
+#include "KRLException.h"
+#include "PlatformFakes.h"
+#include "VexObject.h"
+
+#include <memory>
+#include <unordered_set>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr std::uint32_t pageSize = 1U << VexObjectDirectory::PageBits;
+
+TEST(VexHandle, IsAValueWithZeroNamingNothing) {
+    EXPECT_FALSE(VEX_HANDLE().IsNotNull());
+    EXPECT_FALSE(ConvertFromInt(0).IsNotNull());
+    EXPECT_TRUE(ConvertFromInt(0) == VEX_HANDLE());
+    EXPECT_TRUE(VEX_HANDLE() == 0);
+    VEX_HANDLE const handle(4'097);
+    EXPECT_TRUE(handle.IsNotNull());
+    EXPECT_TRUE(handle != 0);
+    EXPECT_EQ(Convert2Int(handle), 4'097);
+    EXPECT_TRUE(ConvertFromInt(Convert2Int(handle)) == handle);
+    EXPECT_TRUE(handle != VEX_HANDLE(4'098));
+    std::unordered_set<VEX_HANDLE> const set{handle, VEX_HANDLE(4'097)};
+    EXPECT_EQ(set.size(), 1U);
+}
+
+TEST(VexHandle, SurvivesTheTripThroughANegativeInt) {
+    VEX_HANDLE const high(0xFFFF'FFFFU);
+    EXPECT_EQ(Convert2Int(high), -1);
+    EXPECT_TRUE(ConvertFromInt(-1) == high);
+}
+
+TEST(VexHandleCollection, GivesTheNullHandlePastTheEnd) {
+    Vex_Handle_Collection handles;
+    EXPECT_TRUE(handles.empty());
+    EXPECT_FALSE(handles[0].IsNotNull());
+    handles.push_back(VEX_HANDLE(7));
+    EXPECT_TRUE(handles[0] == VEX_HANDLE(7));
+    EXPECT_FALSE(handles[1].IsNotNull());
+    VEX_HANDLE* const more = handles.extend(2);
+    more[1] = VEX_HANDLE(9);
+    EXPECT_EQ(handles.size(), 3U);
+    EXPECT_FALSE(handles[1].IsNotNull());
+    EXPECT_TRUE(handles[2] == VEX_HANDLE(9));
+    Vex_Handle_Collection other;
+    other.swap(handles);
+    EXPECT_EQ(other.size(), 3U);
+    EXPECT_TRUE(handles.empty());
+}
+
+TEST(VexObjectModel, NeverGivesOutHandleZero) {
+    FakeModel const model(1);
+    EXPECT_GE(model.First(), pageSize);
+    EXPECT_EQ(model.First() % pageSize, 0U);
+    EXPECT_EQ(VexObjectDirectory::Find(VEX_HANDLE()), nullptr);
+}
+
+TEST(VexObjectModel, IsFoundByEveryHandleOfItsOwn) {
+    FakeModel const one(pageSize + 1);
+    FakeModel const other(1);
+    for (std::uint32_t index : {0U, pageSize - 1, pageSize}) {
+        EXPECT_EQ(VexObjectDirectory::Find(one.At(index)), &one);
+        EXPECT_TRUE(VexObject(one.At(index)).IsValid());
+    }
+    EXPECT_EQ(VexObjectDirectory::Find(other.At(0)), &other);
+    EXPECT_FALSE(VexObject(one.At(pageSize + 1)).IsValid());
+    EXPECT_FALSE(VexObject(other.At(1)).IsValid());
+}
+
+TEST(VexObjectModel, TakesAPageEvenWithoutObjects) {
+    FakeModel const none(0);
+    FakeModel const next(1);
+    EXPECT_EQ(next.First() - none.First(), pageSize);
+    EXPECT_FALSE(VexObject(none.At(0)).IsValid());
+}
+
+TEST(VexObjectModel, LeavesItsHandlesToNobodyWhenItGoes) {
+    auto model = std::make_unique<FakeModel>(10);
+    VEX_HANDLE const handle = model->At(3);
+    EXPECT_TRUE(VexObject(handle).IsValid());
+    model.reset();
+    EXPECT_FALSE(VexObject(handle).IsValid());
+    FakeModel const later(10);
+    EXPECT_FALSE(VexObject(handle).IsValid());
+    EXPECT_GT(later.First(), handle.Number());
+}
+
+TEST(VexObjectModel, RefusesMoreHandlesThanThereAre) {
+    EXPECT_EXIT(
+        {
+            std::uint32_t const all = 1U << 31U;
+            try {
+                FakeModel const model(all);
+            } catch (KRLLimitException const&) {
+                FakeModel const fits(all / 2);
+                try {
+                    FakeModel const second(all / 2);
+                } catch (KRLLimitException const& failure) {
+                    std::fputs(failure.what(), stderr);
+                    std::exit(7);
+                }
+            }
+        },
+        testing::ExitedWithCode(7), "has handles for [0-9]+ more");
+}
+
+TEST(VexObject, GivesNothingOnAHandleThatNamesNothing) {
+    for (VEX_HANDLE const handle : {VEX_HANDLE(), VEX_HANDLE(5), VEX_HANDLE(0x7FFF'FFFFU),
+                                    VEX_HANDLE(0x8000'0000U), VEX_HANDLE(0xFFFF'FFFFU)}) {
+        VexObject const object(handle, nullptr);
+        I18NString text("kept");
+        Vex_Handle_Collection found;
+        EXPECT_FALSE(object.IsValid());
+        EXPECT_FALSE(object.GetId(text));
+        EXPECT_FALSE(object.GetName(text));
+        EXPECT_FALSE(object.GetClass(text));
+        EXPECT_FALSE(object.GetRole(text));
+        EXPECT_FALSE(object.GetValue(text, true));
+        EXPECT_EQ(text, "kept");
+        EXPECT_EQ(object.GetLocale(), nullptr);
+        EXPECT_FALSE(object.GetParent().IsNotNull());
+        EXPECT_FALSE(object.GetPropertyByName("name", nullptr).IsNotNull());
+        EXPECT_FALSE(object.GetPropertyByRole("role", nullptr).IsNotNull());
+        EXPECT_FALSE(object.Properties(found, nullptr, nullptr, false));
+        EXPECT_FALSE(object.childObjects(found, nullptr, nullptr));
+        EXPECT_FALSE(object.getElementsByTagName("folder", found));
+        EXPECT_TRUE(found.empty());
+        EXPECT_FALSE(object.hasChildObjects());
+        EXPECT_FALSE(object.hasProperties());
+    }
+}
+
+TEST(VexObject, AsksItsModel) {
+    FakeModel const model(2);
+    VexObject const object(model.At(1));
+    I18NString text;
+    Vex_Handle_Collection found;
+    EXPECT_TRUE(object.GetId(text));
+    EXPECT_TRUE(object.GetName(text));
+    EXPECT_TRUE(object.GetClass(text));
+    EXPECT_TRUE(object.GetRole(text));
+    EXPECT_TRUE(object.GetValue(text, false));
+    EXPECT_EQ(text, "x");
+    EXPECT_NE(object.GetLocale(), nullptr);
+    EXPECT_TRUE(object.GetParent() == model.At(0));
+    EXPECT_TRUE(object.GetPropertyByName("name", nullptr) == model.At(0));
+    EXPECT_TRUE(object.GetPropertyByRole("role", nullptr) == model.At(0));
+    EXPECT_TRUE(object.Properties(found, nullptr, nullptr, false));
+    EXPECT_TRUE(object.childObjects(found, nullptr, nullptr));
+    EXPECT_TRUE(object.getElementsByTagName("folder", found));
+    EXPECT_EQ(found.size(), 3U);
+    EXPECT_TRUE(object.hasChildObjects());
+    EXPECT_TRUE(object.hasProperties());
+}
+
+} // namespace

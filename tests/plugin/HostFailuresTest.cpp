@@ -1,0 +1,75 @@
+#include "ExpectFailure.h"
+#include "PluginCase.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// Holds something for every road of the output: folders, a namespace that is
+// not included, a shortcut, collections two levels down.
+char const wideModel[] = R"(
+    <model id="m" defaultLocale="en">
+      <locales><locale>en</locale></locales>
+      <namespace id="n" name="Sales">
+        <folder id="f" name="Facts"><querySubject id="q" name="Orders">
+          <queryItem id="i" name="Quantity"/></querySubject></folder>
+        <namespace id="h" name="Hidden"><querySubject id="p" name="Parts"/></namespace>
+        <shortcut id="s" name="Again" refobj="[Sales].[Orders]"/>
+      </namespace>
+      <securityViews>
+        <securityView id="v"><set kind="included">
+          <item>n</item><item>f</item><item>q</item><item>i</item><item>p</item><item>s</item>
+        </set></securityView>
+        <securityView id="r" roleBased="true"><member roleId="clerk"/><set kind="included">
+          <item>n</item><item>f</item><item>q</item><item>i</item><item>p</item><item>s</item>
+        </set></securityView>
+      </securityViews>
+    </model>)";
+
+// One wide request, answered into a fresh response.
+std::string ask(PluginCase& on) {
+    TestRequest request(R"(<Metadata Depth="4">
+        <Property name="*/@name"/><Property name="*/@_path"/><Property name="*/@_ref"/>
+        <Property name="/@supportedLocales"/>
+        <Property name="*/folder"/><Property name="*/querySubject"/><Property name="*/queryItem"/>
+        </Metadata>)");
+    on.response = TestResponse();
+    I18NString path("/content/m");
+    VexParams in;
+    for (VexVariant const& value :
+         {VexVariant(0L), VexVariant(&path), VexVariant(&request.node())}) {
+        in.AddParam(value);
+    }
+    on.act(PluginCase::Metadata, in);
+    return on.response.text();
+}
+
+} // namespace
+
+TEST(HostFailures, WhateverCallRaisesComesOutAndTheNextRequestIsAnswered) {
+    PluginCase undisturbed(wideModel);
+    std::string const answer = ask(undisturbed);
+    int const calls = undisturbed.model.calls().total();
+    EXPECT_NE(answer.find("Quantity"), std::string::npos);
+    ASSERT_GT(calls, 100);
+    PluginCase on(wideModel);
+    for (int nth = 1; nth <= calls; ++nth) {
+        // A session that starts afresh makes the same calls every time.
+        on.notify(VexNotification::ModelReloaded);
+        on.model.calls().failAt(nth);
+        expectInjectedFailure([&] { ask(on); });
+        EXPECT_EQ(on.out.size(), 2U) << nth;
+        EXPECT_EQ(ask(on), answer) << nth;
+    }
+}
+
+TEST(HostFailures, AnElementLimitComesOutAndTheNextRequestIsAnswered) {
+    PluginCase on(wideModel);
+    std::string const answer = ask(on);
+    KRLIDOM_Limits limits;
+    limits.elements = 2;
+    on.response = TestResponse(limits);
+    EXPECT_THROW(on.askMetadata(), KRLLimitException);
+    EXPECT_EQ(on.response.text(), "<Response><Result/></Response>");
+    EXPECT_EQ(ask(on), answer);
+}

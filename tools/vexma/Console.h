@@ -1,0 +1,76 @@
+#pragma once
+
+#include <array>
+#include <ostream>
+#include <streambuf>
+#include <string>
+#include <string_view>
+
+namespace vex {
+
+/// How the program ends.
+enum ExitStatus : int {
+    Done = 0,
+    Refused = 1,    // the plug-in refused or raised, or a limit ended the call
+    WrongUsage = 2, // of the command line
+    Unreadable = 3, // a model, catalogue or request
+};
+
+/// A buffered stream's way into a file descriptor, which it owns.
+class DescriptorBuffer final : public std::streambuf {
+public:
+    explicit DescriptorBuffer(int descriptor);
+    DescriptorBuffer(DescriptorBuffer const&) = delete;
+    DescriptorBuffer& operator=(DescriptorBuffer const&) = delete;
+    ~DescriptorBuffer() override;
+
+    bool IsTerminal() const;
+
+    /// Why writing failed, an errno number; 0 when it did not.
+    int GetFailure() const { return m_failure; }
+
+protected:
+    int_type overflow(int_type character) override;
+    int sync() override;
+
+private:
+    int m_descriptor;
+    int m_failure = 0;
+    std::array<char, 65'536> m_buffer;
+};
+
+/// Where the program's results and complaints go. From its construction on,
+/// standard output belongs to the results alone: what anything else in the
+/// process prints there goes to standard error.
+class Console {
+public:
+    Console();
+
+    /// Takes results.
+    std::ostream& Out() { return m_out; }
+    bool OutIsTerminal() const { return m_outIsTerminal; }
+    /// Results may be coloured: a terminal, and the user has not said no.
+    bool OutHasColour() const;
+    /// False when the reader of the results has gone, or writing failed.
+    bool CanWrite() const { return m_out.good(); }
+
+    bool ErrorIsTerminal() const { return m_errorIsTerminal; }
+    /// "vexma: text" on standard error.
+    void Complain(std::string_view text);
+
+    /// Writes what is buffered. Complains when results were lost, unless their
+    /// reader stopped reading, which it may. Gives the status to end with.
+    int Finish(int status);
+
+private:
+    DescriptorBuffer m_buffer;
+    std::ostream m_out;
+    bool m_outIsTerminal;
+    bool m_errorIsTerminal;
+};
+
+/// `text` (UTF-8) without the control characters that could steer a terminal.
+/// Line breaks and tabs stay when `keepLines` says so.
+std::string printable(std::string_view text, bool keepLines);
+
+} // namespace vex

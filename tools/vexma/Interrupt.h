@@ -1,0 +1,25 @@
+#pragma once
+
+#include <atomic>
+
+#include <signal.h>
+
+namespace vex {
+
+/// While it lives, the first interrupt (SIGINT) asks the running call to end
+/// and a second one ends the program. Outside of calls interrupts end the
+/// program as ever. One at a time.
+class InterruptScope {
+public:
+    InterruptScope();
+    InterruptScope(InterruptScope const&) = delete;
+    InterruptScope& operator=(InterruptScope const&) = delete;
+    ~InterruptScope();
+
+    std::atomic<bool> const& IsInterrupted() const;
+
+private:
+    struct sigaction m_earlier;
+};
+
+} // namespace vex
