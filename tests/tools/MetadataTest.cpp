@@ -130,9 +130,9 @@ TEST(Metadata, StopsAtTheDeadline) {
 TEST(Metadata, StopsWhenItIsInterrupted) {
     ToolFolder const folder;
     folder.Write("endless.xml", endlessModel());
-    ToolResult const result =
-        folder.RunShell("timeout --preserve-status -s INT 0.5 \"$VEXMA\" metadata endless.xml "
-                        "--max-elements 1000000000 --deadline 60");
+    ToolResult const result = folder.RunShell(
+        "timeout --foreground --preserve-status -s INT 0.5 \"$VEXMA\" metadata endless.xml "
+        "--max-elements 1000000000 --deadline 60");
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.error, HasSubstr("cancelled"));
 }
