@@ -110,6 +110,7 @@ private:
     };
     SimpleProperties FindSimpleProperties(Place place) const;
     VEX_HANDLE SimpleProperty(SimpleProperties const& of, std::uint32_t offset) const;
+    VEX_HANDLE FindProperty(Place place, I18NString const& name, I18NLocale const* locale) const;
     VEX_HANDLE FindCollection(std::uint32_t element, std::uint32_t cls) const;
     void AppendCollections(std::uint32_t element, Vex_Handle_Collection& found,
                            I18NString const* name) const;

@@ -3,8 +3,20 @@
 #include "StoreData.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace vex {
+
+namespace {
+
+// By far the most is asked for names: this is one comparison.
+bool isName(I18NString const& text) {
+    constexpr std::u16string_view name = u"name";
+    return text.length() == static_cast<int>(name.size()) &&
+           std::memcmp(text.view().data(), name.data(), name.size() * sizeof(char16_t)) == 0;
+}
+
+} // namespace
 
 bool Model::IsObject(VEX_HANDLE object) const {
     return object.Number() - m_first < HandleCount();
@@ -131,9 +143,21 @@ VEX_HANDLE Model::GetPropertyByName(VEX_HANDLE object, I18NString const& name,
                                     I18NLocale const* locale) const {
     CallLimits::check();
     Place const place = Decode(object);
-    // By far the most is asked for names.
-    Atom const atom =
-        name.view() == u"name" ? m_data->nameName : m_data->names.find(name.view(), m_data->texts);
+    if (place.kind == Kind::Element && isName(name)) {
+        ElementRecord const& element = m_data->elements[place.number];
+        Shape const& shape = m_data->shapes[element.shape];
+        std::span<std::uint32_t const> const named = m_data->shapes.namedName(shape);
+        if (!named.empty()) {
+            return SimpleProperty({&shape, element.firstValue},
+                                  m_data->chooseOffset(shape, named, locale));
+        }
+    }
+    return FindProperty(place, name, locale);
+}
+
+VEX_HANDLE Model::FindProperty(Place place, I18NString const& name,
+                               I18NLocale const* locale) const {
+    Atom const atom = m_data->names.find(name.view(), m_data->texts);
     if (atom == NoAtom) {
         return {};
     }

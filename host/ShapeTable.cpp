@@ -92,12 +92,15 @@ std::uint32_t ShapeTableBuilder::add(Atom cls, std::uint8_t own, std::span<Shape
     return number;
 }
 
-ShapeTable ShapeTableBuilder::finish(std::uint32_t defaultLocale) && {
+ShapeTable ShapeTableBuilder::finish(std::uint32_t defaultLocale, Atom nameName) && {
     m_found = {};
     m_table.m_byName.extend(m_table.m_entries.size());
     for (std::uint32_t number = 0; number < m_table.size(); ++number) {
         Shape& shape = m_table.m_shapes[number];
         sortByName(shape);
+        std::span<std::uint32_t const> const named = m_table.named(shape, nameName);
+        shape.firstName = static_cast<std::uint32_t>(named.data() - m_table.m_byName.data());
+        shape.nameCount = static_cast<std::uint32_t>(named.size());
         list(shape, defaultLocale);
     }
     m_table.shrink();

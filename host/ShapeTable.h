@@ -27,14 +27,18 @@ struct Shape {
     std::uint32_t entryCount; // own values counted
     std::uint32_t firstListed;
     std::uint32_t listedCount;
+    std::uint32_t firstName; // in `byName`: where the values of the property "name" stand
+    std::uint32_t nameCount;
     std::uint8_t own;      // bit for each `Own`
     std::uint8_t ownCount; // of bits in `own`
 
     bool has(Own which) const { return (own >> static_cast<unsigned>(which) & 1U) != 0; }
     /// The place of an own value among the owner's values.
     unsigned ownOffset(Own which) const {
+        // Counts the four bits without the library's call for them.
+        constexpr std::uint64_t countOfBits = 0x4332'3221'3221'2110;
         unsigned const before = own & ((1U << static_cast<unsigned>(which)) - 1U);
-        return static_cast<unsigned>(std::popcount(before));
+        return countOfBits >> (4U * before) & 0xFU;
     }
 };
 
@@ -62,6 +66,10 @@ public:
     }
     /// The part of `byName` that has this name.
     std::span<std::uint32_t const> named(Shape const& shape, Atom name) const;
+    /// The same for the property "name", which by far the most is asked for.
+    std::span<std::uint32_t const> namedName(Shape const& shape) const {
+        return {m_byName.data() + shape.firstName, shape.nameCount};
+    }
 
     void shrink();
     std::size_t byteCount() const;
@@ -87,8 +95,9 @@ public:
     Shape const& operator[](std::uint32_t shape) const { return m_table.m_shapes[shape]; }
 
     /// Ends the building: works out what each shape lists. The default locale
-    /// decides which value of a localised property is shown.
-    ShapeTable finish(std::uint32_t defaultLocale) &&;
+    /// decides which value of a localised property is shown; `nameName` is the
+    /// property "name".
+    ShapeTable finish(std::uint32_t defaultLocale, Atom nameName) &&;
 
 private:
     bool equals(Shape const& shape, Atom cls, std::uint8_t own,

@@ -157,7 +157,7 @@ std::unique_ptr<StoreData const> StoreBuilder::finish(I18NLocale defaultLocale,
     m_data->usedLocales = std::move(usedLocales);
     m_queue.finish();
     m_data->texts = std::move(m_texts).finish();
-    m_data->shapes = std::move(m_shapes).finish(defaultLocale.getNumber());
+    m_data->shapes = std::move(m_shapes).finish(defaultLocale.getNumber(), m_data->nameName);
     m_data->elements.shrink();
     m_data->positions.shrink();
     placeElementValues();

@@ -38,7 +38,7 @@ PropertyOwner const* StoreData::findPropertyOwner(std::uint32_t value) const {
     return found != propertyOwners.end() && found->value == value ? found : nullptr;
 }
 
-std::uint32_t StoreData::chooseOffset(Shape const& owner, std::span<std::uint32_t const> named,
+std::uint32_t StoreData::searchOffset(Shape const& owner, std::span<std::uint32_t const> named,
                                       I18NLocale const* locale) const {
     ShapeEntry const* const entry = shapes.entries(owner).data();
     auto const findLocale = [named, entry](std::uint32_t number) {
@@ -69,7 +69,10 @@ std::uint32_t StoreData::chooseOffset(Shape const& owner, std::span<std::uint32_
 }
 
 TextRef StoreData::nameOf(ElementNumber element) const {
-    std::uint32_t const offset = findOffset(shapeOf(element), nameName, &defaultLocale);
+    Shape const& shape = shapeOf(element);
+    std::span<std::uint32_t const> const named = shapes.namedName(shape);
+    std::uint32_t const offset =
+        named.empty() ? NotFound : chooseOffset(shape, named, &defaultLocale);
     return offset == NotFound ? 0 : values[elements[element].firstValue + offset];
 }
 

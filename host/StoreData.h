@@ -94,6 +94,14 @@ struct StoreData {
     }
     /// The same among the offsets of the name's values, which are not none.
     std::uint32_t chooseOffset(Shape const& owner, std::span<std::uint32_t const> named,
+                               I18NLocale const* locale) const {
+        // Mostly the first value is it.
+        return locale != nullptr &&
+                       shapes.entries(owner)[named.front()].locale == locale->getNumber()
+                   ? named.front()
+                   : searchOffset(owner, named, locale);
+    }
+    std::uint32_t searchOffset(Shape const& owner, std::span<std::uint32_t const> named,
                                I18NLocale const* locale) const;
 
     /// An own value of an element; 0 when it has none.

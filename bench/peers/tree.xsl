@@ -5,7 +5,8 @@
 <xsl:stylesheet version="2.0" xmlns:xsl="http://www.w3.org/1999/XSL/Transform">
   <xsl:output method="xml" encoding="UTF-8" omit-xml-declaration="yes"/>
 
-  <xsl:key name="included" match="securityView[@id='view.half']/set[@kind='included']/item" use="."/>
+  <xsl:key name="included" use="."
+           match="/model/securityViews/securityView[@id='view.half']/set[@kind='included']/item"/>
   <xsl:key name="subject" match="querySubject"
            use="concat('[', ancestor::namespace[1]/property[@name='name'][@locale='en'], '].[',
                 property[@name='name'][@locale='en'], ']')"/>

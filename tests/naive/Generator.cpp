@@ -3,6 +3,8 @@
 #include "ModelGenerator.h"
 #include "RequestGenerator.h"
 
+#include <algorithm>
+
 namespace naive {
 
 namespace {
@@ -82,9 +84,9 @@ std::string describedValue(const Value& value) {
     return "node " + value.xml;
 }
 
-GeneratedCase caseOf(Random random) {
+GeneratedCase caseOf(Random random, CaseSize size) {
     GeneratedCase generated;
-    generated.model = generateModel(random);
+    generated.model = generateModel(random, size.objects);
     const bool catalogued = random.chance(60);
     if (catalogued) {
         static const Texts users = {u"ann", u"bob", u"cleo", u"dan", u"eve"};
@@ -98,7 +100,8 @@ GeneratedCase caseOf(Random random) {
     const PlainModel model(generated.model);
     RequestGenerator requests(random, model, model.negotiatedLocale(generated.locale));
     const bool metadata = random.chance(88);
-    const int count = metadata ? random.between(1, 6) : random.between(3, 12);
+    const int count = metadata ? random.between(1, size.requests)
+                               : random.between(std::min(3, size.checks), size.checks);
     for (int i = 0; i < count; ++i) {
         generated.steps.push_back(step(random, requests, catalogued, metadata, i == 0));
     }
@@ -108,13 +111,13 @@ GeneratedCase caseOf(Random random) {
 } // namespace
 
 GeneratedCase generateCase(std::uint64_t seed) {
-    GeneratedCase generated = caseOf(Random(seed));
+    GeneratedCase generated = caseOf(Random(seed), {});
     generated.seed = seed;
     return generated;
 }
 
-GeneratedCase generateCase(std::span<const std::uint8_t> choices) {
-    return caseOf(Random(choices));
+GeneratedCase generateCase(std::span<const std::uint8_t> choices, CaseSize size) {
+    return caseOf(Random(choices), size);
 }
 
 std::string described(const GeneratedCase& generated) {

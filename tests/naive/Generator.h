@@ -25,11 +25,18 @@ struct GeneratedCase {
     std::vector<SessionStep> steps;
 };
 
+/// The most that a case holds.
+struct CaseSize {
+    int objects = 60;
+    int requests = 6;
+    int checks = 12; ///< accessibility requests in a session of those
+};
+
 /// The same seed gives the same case, on every machine.
 GeneratedCase generateCase(std::uint64_t seed);
 
 /// The case that these choices make; the same ones give the same case.
-GeneratedCase generateCase(std::span<const std::uint8_t> choices);
+GeneratedCase generateCase(std::span<const std::uint8_t> choices, CaseSize size);
 
 /// The case as text, for people.
 std::string described(const GeneratedCase& generated);

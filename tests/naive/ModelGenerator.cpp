@@ -1,5 +1,6 @@
 #include "ModelGenerator.h"
 
+#include <algorithm>
 #include <functional>
 
 namespace naive {
@@ -27,7 +28,8 @@ const std::vector<std::string> namePool = {"Sales", "A",    "B",     "C",   "Ord
 
 class ModelDrafter {
 public:
-    explicit ModelDrafter(Random& random) : m_random(random), m_left(random.between(8, 60)) {
+    ModelDrafter(Random& random, int objects)
+        : m_random(random), m_left(random.between(std::min(8, objects), objects)) {
         const int names = m_random.between(3, 8);
         for (int i = 0; i < names; ++i) {
             m_names.push_back(m_random.pick(namePool));
@@ -350,8 +352,8 @@ std::string ModelDrafter::draw() {
 
 } // namespace
 
-std::string generateModel(Random& random) {
-    return ModelDrafter(random).draw();
+std::string generateModel(Random& random, int objects) {
+    return ModelDrafter(random, objects).draw();
 }
 
 std::string generateCatalogue(Random& random) {

@@ -5,8 +5,9 @@
 namespace naive {
 
 /// A small hostile model: few distinct names, names that are missing or stand in one locale only,
-/// nested containers, shortcuts to anything, and security views.
-std::string generateModel(Random& random);
+/// nested containers, shortcuts to anything, and security views; of about that many objects at
+/// most.
+std::string generateModel(Random& random, int objects);
 
 /// A catalogue for such a model at "/content/m", and a second path, "/content/other".
 std::string generateCatalogue(Random& random);

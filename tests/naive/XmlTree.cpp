@@ -119,9 +119,12 @@ void startXml() {
 
 std::unique_ptr<XmlElement> parseXml(const std::string& utf8) {
     startXml();
-    const std::unique_ptr<xercesc::SAX2XMLReader> reader(
-        xercesc::XMLReaderFactory::createXMLReader());
-    reader->setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, false);
+    // One for all texts: making a reader takes longer than reading a small text.
+    static const std::unique_ptr<xercesc::SAX2XMLReader> reader = [] {
+        std::unique_ptr<xercesc::SAX2XMLReader> made(xercesc::XMLReaderFactory::createXMLReader());
+        made->setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, false);
+        return made;
+    }();
     TreeBuilder builder;
     reader->setContentHandler(&builder);
     reader->setErrorHandler(&builder);
