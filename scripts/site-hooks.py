@@ -6,6 +6,9 @@ from mkdocs.structure.nav import Link
 
 # A block whose fence names its file: mkdocs knows a fence with a language only.
 FENCE = re.compile(r"^```(\w+) +(\S[^\n]*)\n", re.MULTILINE)
+# A bar in a code span of a table: code hosts want it escaped, mkdocs shows the escape.
+ROW = re.compile(r"^\|.*$", re.MULTILINE)
+CODE = re.compile(r"`[^`]*`")
 BUILD_INPUTS = ("Doxyfile",)
 SECTION = "Programs"
 REFERENCE = Link("API reference", "api/index.html")
@@ -24,6 +27,10 @@ def on_nav(nav, **_):
     return nav
 
 
+def bare_bars(row):
+    return CODE.sub(lambda code: code.group().replace("\\|", "|"), row.group())
+
+
 def on_page_markdown(markdown, **_):
-    """Puts the name of the file above the block."""
-    return FENCE.sub(r"`\2`:\n\n```\1\n", markdown)
+    """Puts the name of the file above the block, and bars into code spans."""
+    return ROW.sub(bare_bars, FENCE.sub(r"`\2`:\n\n```\1\n", markdown))
