@@ -14,6 +14,7 @@ class VEX_PLATFORM_API I18NLocale {
 public:
     /// The locale without a name, which has no parent and matches no other.
     I18NLocale();
+    /// The locale of that name, in any of its spellings.
     explicit I18NLocale(I18NString const& name);
 
     /// The canonical name, such as "de_AT".
@@ -33,8 +34,11 @@ public:
     /// one.
     static bool isKnown(I18NString const& name);
 
+    /// @{
+    /// Equal when their canonical names are.
     friend bool operator==(I18NLocale a, I18NLocale b) { return a.m_data == b.m_data; }
     friend bool operator!=(I18NLocale a, I18NLocale b) { return !(a == b); }
+    /// @}
 
     struct Data;
 

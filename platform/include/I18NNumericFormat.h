@@ -2,6 +2,7 @@
 
 #include "I18NLocale.h"
 
+/// The kinds of numbers that a format is for.
 enum I18NNumericFormatTypes : int {
     I18NNumericFormatInteger = 0,
     I18NNumericFormatPercent = 1,
@@ -19,6 +20,7 @@ public:
     /// Sets `separator` to the text between the integer and fraction digits.
     void getDecimalSeparator(I18NString& separator) const;
 
+    /// The kind that the format was made for.
     I18NNumericFormatTypes getType() const { return m_type; }
 
 private:

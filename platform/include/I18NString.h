@@ -28,14 +28,19 @@ public:
     I18NString(char const* utf8);
     /// Copies `length` code units.
     I18NString(char16_t const* text, int length);
+    /// Copies the code units.
     explicit I18NString(std::u16string_view text);
 
+    /// @{
+    /// A copy is independent of any model. A move takes over what `other` holds,
+    /// shared storage too, and leaves it empty.
     I18NString(I18NString const& other) : m_text(other.m_text) { settleCopy(other); }
     I18NString(I18NString&& other) noexcept : m_text(std::move(other.m_text)) {
         settleMoved(other);
     }
     I18NString& operator=(I18NString const& other);
     I18NString& operator=(I18NString&& other) noexcept;
+    /// @}
     ~I18NString() { dropUtf8(); }
 
     /// From UTF-8 bytes that need no terminator.
@@ -46,8 +51,11 @@ public:
     /// this string is changed or copied.
     void setAlias(char16_t const* text, int length);
 
+    /// True for "".
     bool empty() const { return m_text.isEmpty() != 0; }
+    /// How many code units; an unpaired surrogate counts too.
     int length() const { return m_text.length(); }
+    /// Makes this string "".
     void clear() noexcept {
         m_text = icu::UnicodeString();
         dropUtf8();
@@ -56,10 +64,12 @@ public:
     /// The code unit at `index`; U+FFFF outside the text.
     char16_t operator[](int index) const { return m_text.charAt(index); }
 
+    /// @{
     /// First index at or after `from` (below 0 counts as 0) where `text` stands; -1 when there is
     /// none. An empty `text` is found nowhere.
     int find(I18NString const& text, int from = 0) const;
     int find(char16_t unit, int from = 0) const;
+    /// @}
 
     /// The part from `start`: a start below 0 counts as 0, past the end gives
     /// "", a negative length means to the end, a longer one is cut.
@@ -68,20 +78,25 @@ public:
     /// Replaces `length` code units from `start` (cut to the text) by `text`.
     I18NString& replace(int start, int length, I18NString const& text);
 
+    /// @{
+    /// Adds at the end; gives this string.
     I18NString& append(I18NString const& text);
     I18NString& append(char16_t unit);
     I18NString& append(std::u16string_view text);
     I18NString& appendCodePoint(char32_t codePoint);
     I18NString& operator+=(I18NString const& text) { return append(text); }
+    /// @}
 
     /// The text as UTF-8, zero-terminated. Owned by this string; valid until it
     /// is changed or destroyed.
     char const* c_str() const;
+    /// A copy of the text as UTF-8.
     std::string toUtf8() const;
 
     /// The code units, zero-terminated. Valid until this string is changed or
     /// destroyed. This is what a DOM call takes: no conversion lies between.
     char16_t const* utf16() const { return empty() ? u"" : m_text.getBuffer(); }
+    /// The code units. Valid until this string is changed or destroyed.
     std::u16string_view view() const {
         return {m_text.getBuffer(), static_cast<std::size_t>(m_text.length())};
     }
@@ -89,6 +104,8 @@ public:
     /// Below 0, 0 or above 0: order by UTF-16 code unit.
     int compare(I18NString const& other) const { return view().compare(other.view()); }
 
+    /// @{
+    /// By UTF-16 code unit, as `compare` does.
     friend bool operator==(I18NString const& a, I18NString const& b) {
         return a.length() == b.length() &&
                std::memcmp(a.m_text.getBuffer(), b.m_text.getBuffer(),
@@ -96,11 +113,15 @@ public:
     }
     friend bool operator!=(I18NString const& a, I18NString const& b) { return !(a == b); }
     friend bool operator<(I18NString const& a, I18NString const& b) { return a.view() < b.view(); }
+    /// @}
+    /// The text of `a`, then that of `b`.
     friend I18NString operator+(I18NString const& a, I18NString const& b);
 
+    /// @{
     /// Comparison with a literal (UTF-8), without building a string for ASCII.
     friend VEX_PLATFORM_API bool operator==(I18NString const& a, char const* utf8);
     friend bool operator!=(I18NString const& a, char const* utf8) { return !(a == utf8); }
+    /// @}
 
 private:
     void dropUtf8() noexcept {
@@ -157,6 +178,7 @@ private:
     mutable std::atomic<char*> m_utf8{nullptr}; // made by the first c_str()
 };
 
+/// The text of `a`, then that of `b`.
 VEX_PLATFORM_API I18NString operator+(I18NString const& a, I18NString const& b);
 
 template <> struct std::hash<I18NString> {

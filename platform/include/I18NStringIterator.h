@@ -6,8 +6,10 @@
 /// own. The string must outlive the iterator and stay unchanged meanwhile.
 class I18NStringIterator {
 public:
+    /// Stands before the first code point.
     explicit I18NStringIterator(I18NString const& text) : m_text(text.view()) {}
 
+    /// False at the end.
     bool hasNext() const { return m_at < m_text.size(); }
 
     /// The next code point, without moving; 0 at the end.

@@ -9,13 +9,14 @@
 /// Where a failure was raised: the source's name and a line in it. A record of
 /// the contract, not of the compiler: hosts match on it.
 struct KRLSourceLocation {
-    char const* source; // static text
-    int line;
+    char const* source; ///< static text
+    int line;           ///< from 1; 0 is unknown
 };
 
 /// What everything that passes between host and plug-in derives from.
 class VEX_PLATFORM_API KRLException : public std::exception {
 public:
+    /// `text` is UTF-8, for people.
     explicit KRLException(std::string text);
     KRLException(KRLException const&) = default;
     KRLException& operator=(KRLException const&) = default;
@@ -25,6 +26,7 @@ public:
     char const* what() const noexcept override { return m_text.c_str(); }
 
 protected:
+    /// For derived classes whose text grows after construction.
     void SetText(std::string text) { m_text = std::move(text); }
 
 private:
@@ -45,14 +47,18 @@ public:
 /// Lines and columns count from 1; 0 is unknown.
 class VEX_PLATFORM_API KRLDocumentException final : public KRLException {
 public:
+    /// `what` says all of it: file, line, column and problem, as far as known.
     KRLDocumentException(std::string const& file, unsigned long line, unsigned long column,
                          std::string const& problem);
     KRLDocumentException(KRLDocumentException const&) = default;
     ~KRLDocumentException() override;
 
+    /// @{
+    /// What the constructor was given.
     std::string const& GetProblem() const { return m_problem; }
     unsigned long GetLine() const { return m_line; }
     unsigned long GetColumn() const { return m_column; }
+    /// @}
 
 private:
     std::string m_problem;

@@ -13,11 +13,13 @@ public:
     /// The document that `node` belongs to, or is.
     explicit KRLIDOM_Document(KRLIDOM_Node const& node);
 
+    /// The outermost element; null when there is none yet.
     KRLIDOM_Element getDocumentElement() const;
 
     /// Raises `KRLLimitException` when the document has as many elements as its
     /// owner allows, `KRLDocumentException` when `tag` is no XML name.
     KRLIDOM_Element createElement(I18NString const& tag) const;
+    /// Text needs no element, so the limit of elements does not matter.
     KRLIDOM_Text createTextNode(I18NString const& text) const;
 
 private:

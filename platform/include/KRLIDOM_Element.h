@@ -9,6 +9,7 @@ public:
     /// Null when `node` is not an element.
     explicit KRLIDOM_Element(KRLIDOM_Node const& node);
 
+    /// The words of DOM for an element's `getNodeName`.
     I18NString getTagName() const { return getNodeName(); }
 
     /// The attribute's text; "" when there is none.

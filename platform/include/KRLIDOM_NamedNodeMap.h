@@ -13,8 +13,10 @@ XERCES_CPP_NAMESPACE_END
 class VEX_PLATFORM_API KRLIDOM_NamedNodeMap {
 public:
     KRLIDOM_NamedNodeMap() = default;
+    /// Null makes a map without attributes.
     explicit KRLIDOM_NamedNodeMap(xercesc::DOMNamedNodeMap* map) : m_map(map) {}
 
+    /// How many attributes `item` can give.
     std::size_t getLength() const;
     /// The null attribute past the end.
     KRLIDOM_Attr item(std::size_t index) const;

@@ -23,24 +23,33 @@ class KRLIDOM_NamedNodeMap;
 /// `KRLDocumentException` when the document's structure forbids the change.
 class VEX_PLATFORM_API KRLIDOM_Node {
 public:
+    /// @{
     /// The type numbers of DOM.
     static constexpr short ElementNode = 1;
     static constexpr short TextNode = 3;
     static constexpr short DocumentNode = 9;
+    /// @}
 
     KRLIDOM_Node() = default;
+    /// Names `node`; null makes the null node.
     explicit KRLIDOM_Node(xercesc::DOMNode* node) : m_node(node) {}
 
+    /// True when no node is named.
     bool isNull() const { return m_node == nullptr; }
+    /// One of the numbers above, or another of DOM's.
     short getNodeType() const;
     /// An element's tag, an attribute's name, "#text", "#document".
     I18NString getNodeName() const;
     /// An attribute's or text node's text.
     I18NString getNodeValue() const;
 
+    /// @{
+    /// The neighbour in the document; null when there is none.
     KRLIDOM_Node getParentNode() const;
     KRLIDOM_Node getFirstChild() const;
     KRLIDOM_Node getNextSibling() const;
+    /// @}
+    /// Text nodes are children, too.
     bool hasChildNodes() const;
     /// Null for a document node, which is its own document.
     KRLIDOM_Document getOwnerDocument() const;
@@ -51,12 +60,15 @@ public:
     /// place leaves it. Gives `child`.
     KRLIDOM_Node appendChild(KRLIDOM_Node const& child) const;
 
+    /// @{
+    /// Equal when they name the same node; contents are not compared.
     friend bool operator==(KRLIDOM_Node a, KRLIDOM_Node b) { return a.m_node == b.m_node; }
     friend bool operator!=(KRLIDOM_Node a, KRLIDOM_Node b) { return !(a == b); }
+    /// @}
 
     /// The node beneath, for the platform's own sources.
     xercesc::DOMNode* raw() const { return m_node; }
 
 protected:
-    xercesc::DOMNode* m_node = nullptr;
+    xercesc::DOMNode* m_node = nullptr; ///< null for the null node
 };

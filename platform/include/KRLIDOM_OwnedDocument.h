@@ -7,10 +7,11 @@
 
 /// How large a document may grow.
 struct KRLIDOM_Limits {
+    /// What an answer may hold when a host says nothing else.
     static constexpr std::size_t DefaultElements = 2'000'000;
 
-    std::size_t elements = DefaultElements;
-    std::size_t bytes = 0; // of the document's memory; 0: no limit
+    std::size_t elements = DefaultElements; ///< the root counts
+    std::size_t bytes = 0;                  ///< of the document's memory; 0: no limit
 };
 
 /// Owns a document and all its nodes, and counts what is put into it.
@@ -20,10 +21,14 @@ public:
     KRLIDOM_OwnedDocument();
     /// A document with one empty element.
     explicit KRLIDOM_OwnedDocument(I18NString const& rootTag, KRLIDOM_Limits const& limits = {});
+    /// @{
+    /// Leaves `other` an empty owner. Nodes of the document stay valid.
     KRLIDOM_OwnedDocument(KRLIDOM_OwnedDocument&& other) noexcept;
     KRLIDOM_OwnedDocument& operator=(KRLIDOM_OwnedDocument&& other) noexcept;
+    /// @}
     ~KRLIDOM_OwnedDocument();
 
+    /// The document; it and its nodes go with their owner.
     KRLIDOM_Document document() const;
 
     /// Elements made so far, the root counted.

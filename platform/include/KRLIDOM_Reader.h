@@ -8,11 +8,11 @@
 /// What a document from outside may hold. A document type is refused always:
 /// no entity and no file or address named in a document is ever opened.
 struct KRLIDOM_ReadLimits {
-    std::size_t bytes = 1U << 20U;
-    std::size_t depth = 256; // the root counts
-    std::size_t attributesPerElement = 200;
-    std::size_t nameLength = 1'000; // UTF-16 code units
-    std::size_t distinctNames = 10'000;
+    std::size_t bytes = 1U << 20U;          ///< of the text
+    std::size_t depth = 256;                ///< elements inside each other; the root counts
+    std::size_t attributesPerElement = 200; ///< of any one element
+    std::size_t nameLength = 1'000;         ///< of an element or attribute, in UTF-16 code units
+    std::size_t distinctNames = 10'000;     ///< of elements and attributes together
 };
 
 /// Reads XML text into a document.

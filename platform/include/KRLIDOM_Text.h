@@ -9,5 +9,6 @@ public:
     /// Null when `node` is not a text node.
     explicit KRLIDOM_Text(KRLIDOM_Node const& node);
 
+    /// The words of DOM for a text node's `getNodeValue`.
     I18NString getData() const { return getNodeValue(); }
 };

@@ -15,5 +15,6 @@ public:
     /// was written before stays written.
     /// Threads: one document on one thread at a time.
     static void write(std::ostream& out, KRLIDOM_Node const& node, bool pretty);
+    /// The same as a string. Raises the same.
     static std::string toUtf8(KRLIDOM_Node const& node, bool pretty = false);
 };

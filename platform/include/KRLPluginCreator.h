@@ -9,8 +9,10 @@
 /// Makes plug-in objects of one kind; registered with the factory by name.
 template <class Interface> class KRLPluginCreatorBase {
 public:
+    /// What a host runs before the first object and after the last.
     using Hook = void (*)();
 
+    /// `library` is the name of the library that makes the creator; "" outside of one.
     explicit KRLPluginCreatorBase(std::string library)
         : m_library(std::move(library)), m_inLibrary(!m_library.empty()) {}
     KRLPluginCreatorBase(KRLPluginCreatorBase const&) = delete;
@@ -19,16 +21,25 @@ public:
 
     /// A new object, owned by the caller; null when memory is short.
     virtual Interface* create() const = 0;
+    /// For creators that keep something between objects.
     virtual void clean() = 0;
 
+    /// @{
+    /// Sets what the host is to run; null for nothing.
     void set_initialize(Hook hook) { m_initialize = hook; }
     void set_terminate(Hook hook) { m_terminate = hook; }
+    /// @}
 
+    /// @{
+    /// The library that the creator comes from, and whether there is one.
     std::string const& library() const { return m_library; }
     bool inLibrary() const { return m_inLibrary; }
+    /// @}
+    /// @{
     /// Run by the host before the first and after the last object; may be null.
     Hook initialize() const { return m_initialize; }
     Hook terminate() const { return m_terminate; }
+    /// @}
 
 private:
     std::string m_library;
@@ -37,11 +48,14 @@ private:
     Hook m_terminate = nullptr;
 };
 
+/// The creator of the class `Plugin`: a static object of the plug-in library, which
+/// registers itself while the library is loaded.
 template <class Key, class Interface, class Plugin>
 class KRLPluginCreator final : public KRLPluginCreatorBase<Interface> {
 public:
     using typename KRLPluginCreatorBase<Interface>::Hook;
 
+    /// Registers itself under `name`, for the library that is being loaded.
     KRLPluginCreator(Key name, Hook whenFirst, Hook whenLast)
         : KRLPluginCreatorBase<Interface>(KRLPluginFactory<Key, Interface>::getCurrentLibrary()),
           m_name(std::move(name)) {

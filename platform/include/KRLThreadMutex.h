@@ -10,8 +10,11 @@ public:
     KRLThreadMutex(KRLThreadMutex const&) = delete;
     KRLThreadMutex& operator=(KRLThreadMutex const&) = delete;
 
+    /// @{
+    /// A thread does not lock twice, and unlocks what it has locked.
     void lock() { m_mutex.lock(); }
     void unlock() { m_mutex.unlock(); }
+    /// @}
 
 private:
     std::mutex m_mutex;
@@ -21,6 +24,7 @@ private:
 /// passes.
 class KRLThreadGuard {
 public:
+    /// Waits until the mutex is free.
     explicit KRLThreadGuard(KRLThreadMutex& mutex) : m_lock(mutex) {}
 
 private:

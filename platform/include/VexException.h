@@ -9,10 +9,12 @@
 /// add its parameters, build the exception and add the message, call `raise`.
 class VEX_PLATFORM_API VexException final : public KRLException {
 public:
+    /// A failure with that number. Its text is the table's until a message is added.
     explicit VexException(unsigned id);
     VexException(VexException const&) = default;
     ~VexException() override;
 
+    /// Adds a message; `what` then gives the texts of all that were added.
     VexException& operator<<(VexMessage const& message);
 
     /// Records where the failure arose and throws a copy of this exception.
@@ -21,11 +23,16 @@ public:
     [[noreturn]] void raise(KRLSourceLocation const& location, char const* function,
                             char const* kind);
 
+    /// The failure's number.
     unsigned GetId() const { return m_id; }
+    /// In the order in which they were added.
     std::vector<VexMessage> const& GetMessages() const { return m_messages; }
+    /// @{
+    /// What `raise` was given; empty before.
     KRLSourceLocation const& GetLocation() const { return m_location; }
     char const* GetFunction() const { return m_function; }
     char const* GetKind() const { return m_kind; }
+    /// @}
 
 private:
     unsigned m_id;

@@ -7,8 +7,8 @@
 /// A failure's number and its text for people (UTF-8). In the text "{0}" stands
 /// for the first parameter, "{1}" for the second.
 struct VexMessageText {
-    unsigned id;
-    char const* text;
+    unsigned id;      ///< the failure's number
+    char const* text; ///< static text
 };
 
 /// The text of a failure; null for a number that the table lacks.

@@ -7,9 +7,13 @@ class VexSession;
 /// An event of a session.
 class VEX_PLATFORM_API VexNotification {
 public:
+    /// @{
+    /// The kinds that hosts send. On the last two a plug-in drops what it keeps
+    /// for the session.
     static constexpr int SessionOpened = 0;
     static constexpr int SessionClosed = 1;
     static constexpr int ModelReloaded = 2;
+    /// @}
 
     /// The kind; numbers other than the three above are free.
     virtual int GetKind() const = 0;

@@ -94,9 +94,11 @@ public:
         return usable() && m_model->getElementsByTagName(m_handle, tag, found);
     }
 
+    /// @{
     /// True when `childObjects`, or `Properties`, would give something.
     bool hasChildObjects() const { return usable() && m_model->hasChildObjects(m_handle); }
     bool hasProperties() const { return usable() && m_model->hasProperties(m_handle); }
+    /// @}
 
 private:
     // The directory names the page's model; a page may be longer than the

@@ -10,10 +10,13 @@ class VexSession;
 /// Threads: one at a time, as for the session.
 class VEX_PLATFORM_API VexCustomDataStore {
 public:
+    /// @{
+    /// See the operations of `VexObjectCustomData`, which plug-ins use.
     bool HasNamespace(I18NString const& nameSpace) const;
     I18NString Get(I18NString const& key, I18NString const& nameSpace) const;
     void Set(I18NString const& key, I18NString const& value, I18NString const& nameSpace);
     void Remove(I18NString const& key, I18NString const& nameSpace);
+    /// @}
 
 private:
     struct Entry {
@@ -27,6 +30,7 @@ private:
 /// A plug-in's way to the custom data of a session.
 class VEX_PLATFORM_API VexObjectCustomData {
 public:
+    /// `session` must outlive this object.
     explicit VexObjectCustomData(VexSession& session);
 
     /// True when the session holds any property in the namespace.

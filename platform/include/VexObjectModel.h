@@ -18,7 +18,11 @@ public:
     VexObjectModel(VexObjectModel const&) = delete;
     VexObjectModel& operator=(VexObjectModel const&) = delete;
 
+    /// True when the handle, one of the model's range, names an object.
     virtual bool IsObject(VEX_HANDLE object) const = 0;
+
+    /// @{
+    /// As the operation of that name in `VexObject`.
     virtual bool GetId(VEX_HANDLE object, I18NString& id) const = 0;
     virtual bool GetName(VEX_HANDLE object, I18NString& name) const = 0;
     virtual bool GetClass(VEX_HANDLE object, I18NString& name) const = 0;
@@ -38,6 +42,7 @@ public:
                                       Vex_Handle_Collection& found) const = 0;
     virtual bool hasChildObjects(VEX_HANDLE object) const = 0;
     virtual bool hasProperties(VEX_HANDLE object) const = 0;
+    /// @}
 
     /// True when the handle is one of the model's own range.
     bool Holds(VEX_HANDLE handle) const { return handle.Number() - m_first < m_count; }
@@ -54,8 +59,11 @@ protected:
     /// its objects can be reached from then on.
     std::uint32_t TakeHandles(std::uint32_t count);
 
+    /// @{
+    /// The range that was taken; both 0 before.
     std::uint32_t FirstHandle() const { return m_first; }
     std::uint32_t HandleCount() const { return m_count; }
+    /// @}
 
 private:
     std::uint32_t m_first = 0;
@@ -68,6 +76,7 @@ public:
     /// A model's range starts at a multiple of this, so that one entry of the
     /// table belongs to one model.
     static constexpr std::uint32_t PageBits = 12;
+    /// How many entries the table has.
     static constexpr std::uint32_t PageCount = (1U << 31U) >> PageBits;
 
     /// The model that the handle's page belongs to, or null.

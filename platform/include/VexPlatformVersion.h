@@ -7,4 +7,5 @@
 /// compares it before the first call.
 #define VEX_PLATFORM_VERSION 1
 
+/// The number that the loaded platform was built with.
 extern "C" VEX_PLATFORM_API int VexPlatform_version();

@@ -13,6 +13,7 @@ template <class Interface> class KRLPluginCreatorBase;
 /// process, see `VexPluginFactory_getInstance`. Threads: any.
 class VEX_PLATFORM_API VexPluginFactory {
 public:
+    /// What plug-ins register and hosts find.
     using Creator = KRLPluginCreatorBase<VexPluginInterface>;
 
     /// The name of the library that is being loaded on this thread; "" when
@@ -38,4 +39,5 @@ private:
     std::map<std::string, Creator*> m_creators;
 };
 
+/// The factory of the process; never null, never destroyed. Threads: any.
 extern "C" VEX_PLATFORM_API VexPluginFactory* VexPluginFactory_getInstance();

@@ -22,6 +22,7 @@ class VEX_PLATFORM_API VexPluginInterface {
 public:
     /// Gives 1 when the plug-in is ready. `parameters` is the host's own text.
     virtual int Initialize(char const* parameters) = 0;
+    /// Drops what the plug-in keeps; no other call follows.
     virtual int Terminate(char const* parameters) = 0;
 
     /// Does the action whose number `action` holds. Gives `Handled` when the
@@ -36,6 +37,7 @@ public:
                                   VexException& exception, VexParams const& in, VexParams& out,
                                   VexVariant* result);
 
+    /// Tells of an event of a session; see `VexNotification` for the kinds.
     virtual void Notify(VexNotification const& notification) = 0;
 
     virtual ~VexPluginInterface();

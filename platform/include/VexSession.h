@@ -68,6 +68,7 @@ public:
     /// The locale with that name; never null. "" gives the nameless locale.
     virtual I18NLocale const* GetLocale(I18NString const& name) const = 0;
 
+    /// The objects of the open model.
     virtual VexObjectStore& GetObjectStore() const = 0;
 
     /// Null when the host keeps no security information at all.

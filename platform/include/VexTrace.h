@@ -6,7 +6,8 @@
 /// a sink. Threads: any.
 VEX_PLATFORM_API void OutputDebugString(char const* text);
 
-/// Where trace goes from now on; null turns it off. The sink is called on the
-/// tracing thread and must allow several at once.
+/// Takes a line of trace. Called on the tracing thread; several may call at once.
 using VexTraceSink = void (*)(char const* text);
+
+/// Where trace goes from now on; null turns it off. Threads: any.
 VEX_PLATFORM_API void VexSetTraceSink(VexTraceSink sink);

@@ -14,7 +14,9 @@ public:
             m_texts.push_back(text);
         }
     }
+    /// How many distinct strings.
     std::size_t Size() const { return m_texts.size(); }
+    /// The string at `index`, "" past the end. Valid until one is added.
     I18NString const& operator[](std::size_t index) const {
         return index < m_texts.size() ? m_texts[index] : m_empty;
     }
