@@ -21,11 +21,12 @@ std::set<std::string> rulesInSources() {
     std::set<std::string> rules;
     for (char const* const folder : {"/host", "/tools/vexma"}) {
         for (auto const& entry :
-             std::filesystem::directory_iterator(VEX_SOURCE_DIR + std::string(folder))) {
+             std::filesystem::recursive_directory_iterator(VEX_SOURCE_DIR + std::string(folder))) {
+            if (entry.path().extension() != ".cpp") {
+                continue;
+            }
             std::string const text = textOf(entry.path());
-            bool const isSource = entry.path().extension() == ".cpp";
-            for (std::sregex_iterator at(text.begin(), text.end(), call), end;
-                 isSource && at != end; ++at) {
+            for (std::sregex_iterator at(text.begin(), text.end(), call), end; at != end; ++at) {
                 rules.insert((*at)[1].matched ? (*at)[1] : (*at)[2]);
             }
         }
