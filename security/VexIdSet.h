@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,8 +36,9 @@ private:
     static constexpr unsigned FewQuestions = 32;
 
     bool isAt(std::size_t entry, std::u16string_view id) const {
-        return std::u16string_view(m_texts).substr(m_entries[entry].start,
-                                                   m_entries[entry].length) == id;
+        Entry const& at = m_entries[entry];
+        return at.length == id.size() &&
+               std::memcmp(m_texts.data() + at.start, id.data(), id.size() * sizeof(char16_t)) == 0;
     }
     bool searchHashes(std::uint32_t hash, std::u16string_view id) const;
     bool searchTable(std::uint32_t hash, std::u16string_view id) const;

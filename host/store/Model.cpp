@@ -3,6 +3,7 @@
 #include "CallLimits.h"
 #include "KRLException.h"
 #include "ReferenceText.h"
+#include "SameText.h"
 #include "StoreData.h"
 #include "TextHash.h"
 
@@ -72,7 +73,7 @@ VEX_HANDLE Model::GetObjectByReference(I18NString const& reference, long scope) 
 VEX_HANDLE Model::FindById(I18NString const& id) const {
     ElementNumber const found =
         m_data->ids.find(hashText(id.view(), hashSeed()), [&](ElementNumber element) {
-            return m_data->texts.view(m_data->ownText(element, Own::Id)) == id.view();
+            return isSameText(m_data->texts.view(m_data->ownText(element, Own::Id)), id.view());
         });
     return found == NotFound ? VEX_HANDLE() : ElementHandle(found);
 }

@@ -1,19 +1,17 @@
 #include "CallLimits.h"
 #include "Model.h"
+#include "SameText.h"
 #include "StoreData.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace vex {
 
 namespace {
 
-// By far the most is asked for names: this is one comparison.
+// By far the most is asked for names.
 bool isName(I18NString const& text) {
-    constexpr std::u16string_view name = u"name";
-    return text.length() == static_cast<int>(name.size()) &&
-           std::memcmp(text.view().data(), name.data(), name.size() * sizeof(char16_t)) == 0;
+    return isSameText(text.view(), u"name");
 }
 
 } // namespace

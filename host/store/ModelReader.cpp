@@ -100,7 +100,7 @@ void ModelReader::startElement(XMLCh const*, XMLCh const*, XMLCh const* name,
     // Half of a document's elements are properties, most of them names: neither
     // needs the table of names.
     std::u16string_view const tag(name);
-    Atom const atom = tag == u"property" ? m_reserved.property : nameOf(tag);
+    Atom const atom = isSameText(tag, u"property") ? m_reserved.property : nameOf(tag);
     open(placeOf(atom), atom, attributes);
 }
 
@@ -216,7 +216,7 @@ void ModelReader::openElement(Atom name, xercesc::Attributes const& attributes) 
 }
 
 Atom ModelReader::propertyName(std::u16string_view name) {
-    if (name == u"name") {
+    if (isSameText(name, u"name")) {
         return m_reserved.name;
     }
     return name.empty() ? NoAtom : m_builder.addName(name);
@@ -228,11 +228,11 @@ ShapeEntry ModelReader::readProperty(xercesc::Attributes const& attributes) {
     for (XMLSize_t i = 0; i < count; ++i) {
         std::u16string_view const attribute = attributes.getQName(i);
         std::u16string_view const value = attributes.getValue(i);
-        if (attribute == u"name") {
+        if (isSameText(attribute, u"name")) {
             entry.name = propertyName(value);
-        } else if (attribute == u"locale") {
+        } else if (isSameText(attribute, u"locale")) {
             entry.locale = readLocale(value).getNumber();
-        } else if (attribute == u"role") {
+        } else if (isSameText(attribute, u"role")) {
             entry.role = m_builder.addText(value);
         } else {
             nameOf(attribute);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "SameText.h"
 #include "TextHash.h"
 #include "TextTable.h"
 
@@ -18,7 +19,7 @@ public:
     /// `TextTable` or the builder of one.
     template <typename Texts> Atom find(std::u16string_view name, Texts const& texts) const {
         return m_found.find(hashOf(name),
-                            [&](Atom atom) { return texts.view(text(atom)) == name; });
+                            [&](Atom atom) { return isSameText(texts.view(text(atom)), name); });
     }
 
     /// Adds the name unless it is there; its text goes to `texts`.
@@ -37,8 +38,7 @@ private:
     template <typename Texts>
     Atom find(std::u16string_view name, std::uint32_t hash, Texts const& texts) const {
         return m_found.find(hash, [&](Atom atom) {
-            return m_names[atom].length == name.size() &&
-                   std::u16string_view(texts.begin(text(atom)), name.size()) == name;
+            return isSameText({texts.begin(text(atom)), m_names[atom].length}, name);
         });
     }
 

@@ -1,6 +1,8 @@
 #include "TextTable.h"
 
 #include "KRLException.h"
+#include "SameText.h"
+
 namespace vex {
 
 TextTableBuilder::TextTableBuilder() : m_seed(hashSeed()) {
@@ -14,7 +16,7 @@ TextRef TextTableBuilder::add(std::u16string_view text, std::uint32_t hash) {
     TextRef const found = m_found.find(hash, [this, text](TextRef place) {
         // What stands behind the last text is not read.
         return text.size() < m_units.size() - place && m_units[place + text.size()] == 0 &&
-               std::u16string_view(m_units.data() + place, text.size()) == text;
+               isSameText({m_units.data() + place, text.size()}, text);
     });
     if (found != NotFound) {
         return found;
