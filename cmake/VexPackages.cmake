@@ -3,6 +3,7 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME vex-metadata-access)
 set(CPACK_PACKAGE_VENDOR "Vex Metadata Access developers")
 set(CPACK_PACKAGE_CONTACT "Vex Metadata Access developers <developers@vexma.invalid>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has its own
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_COMPONENTS_ALL runtime plugin dev tool)
 set(CPACK_COMPONENTS_GROUPING ONE_PER_GROUP)
@@ -44,18 +45,19 @@ user may see it, and whether single objects are accessible.")
 vex_package(dev libvexplatform-dev libdevel
   DEPENDS "libvexplatform1 ${same_version}, libicu-dev (>= 72), libxerces-c-dev (>= 3.2)"
   DESCRIPTION "headers for hosts and plug-ins of Vex Metadata Access
-What a host or a plug-in is built with: the headers of the platform, its library
-and the files by which CMake and pkg-config find them.")
+What hosts and plug-ins are built with: the headers of the platform, the link
+to its library and the files by which CMake and pkg-config find them.")
 vex_package(tool vexma utils SHLIBDEPS
   DEPENDS "libvexplatform1 ${same_version}, vex-ma-plugin ${same_version}"
   DESCRIPTION "asks what a user may see of a semantic model
 A command line program that reads models and catalogues from files, loads the
-plug-in and prints its answers: as XML, as a tree, as JSON lines. It also says why
-an object is hidden, looks for leaks and compares users.")
+plug-in and prints its answers: as XML, as a tree, as JSON lines. It also says
+why an object is hidden, looks for leaks and compares users.")
 set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS "vex-ma-plugin")
 
 # Control files of the library's package: what other packages write into their
 # dependencies when they link it, and that the loader's cache is to be renewed.
+# (CPack adds scripts of its own that renew it too; it cannot be told not to.)
 set(control ${CMAKE_CURRENT_BINARY_DIR}/debian)
 file(WRITE ${control}/shlibs "libVexPlatform 1 libvexplatform1 (>= ${PROJECT_VERSION})\n")
 file(WRITE ${control}/triggers "activate-noawait ldconfig\n")
