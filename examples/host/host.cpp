@@ -1,27 +1,25 @@
-// A small host: shows a table as a model and asks the plug-in about it.
+// A small host: shows a table as a model and asks a plug-in about it.
 //
-//     small_host PLUGIN.vpl REQUEST.xml
+//     small_host libVexMAActionPlugin.vpl REQUEST.xml
+//     small_host libCountPlugin.vpl --count CLASS...
 
 #include "KRLIDOM_Document.h"
 #include "KRLIDOM_OwnedDocument.h"
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
-#include "KRLPluginCreator.h"
+#include "LoadedPlugin.h"
 #include "RowModel.h"
 #include "VexException.h"
 #include "VexNotification.h"
 #include "VexObjectCustomData.h"
-#include "VexPlatformVersion.h"
-#include "VexPluginFactory.h"
 
 #include <fstream>
 #include <iostream>
 #include <map>
-#include <memory>
 #include <sstream>
-#include <stdexcept>
-
-#include <dlfcn.h>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -55,47 +53,6 @@ private:
     VexSession& m_session;
 };
 
-/// Loads the plug-in library and makes the plug-in; unloads it at the end.
-class Plugin {
-public:
-    explicit Plugin(std::string file) : m_file(std::move(file)) {
-        VexPluginFactory& factory = *VexPluginFactory_getInstance();
-        factory.SetCurrentLibrary(m_file); // loading registers the creator
-        m_library.reset(dlopen(m_file.c_str(), RTLD_NOW | RTLD_LOCAL));
-        factory.SetCurrentLibrary("");
-        if (m_library == nullptr) {
-            throw std::runtime_error(dlerror());
-        }
-        auto const version =
-            reinterpret_cast<int (*)()>(dlsym(m_library.get(), "VexPlugin_platformVersion"));
-        VexPluginFactory::Creator const* const creator = factory.FindCreator("VexMAActionPlugin");
-        if (version == nullptr || version() != VexPlatform_version() || creator == nullptr) {
-            throw std::runtime_error(m_file + " is not the plug-in of this platform");
-        }
-        m_plugin.reset(creator->create());
-        m_plugin->Initialize("");
-    }
-    ~Plugin() {
-        if (m_plugin != nullptr) {
-            m_plugin->Terminate("");
-            m_plugin.reset(); // before the library that holds its code
-        }
-        VexPluginFactory_getInstance()->ForgetLibrary(m_file);
-    }
-    Plugin(Plugin const&) = delete;
-    Plugin& operator=(Plugin const&) = delete;
-
-    VexPluginInterface& operator*() const { return *m_plugin; }
-
-private:
-    struct Close {
-        void operator()(void* library) const { dlclose(library); }
-    };
-    std::string m_file;
-    std::unique_ptr<void, Close> m_library;
-    std::unique_ptr<VexPluginInterface> m_plugin;
-};
-
 std::string readFile(char const* name) {
     std::ifstream file(name);
     std::ostringstream text;
@@ -104,7 +61,7 @@ std::string readFile(char const* name) {
 }
 
 /// Asks for metadata and prints the answer.
-int ask(VexPluginInterface& plugin, VexSession& session, char const* requestFile) {
+int ask(LoadedPlugin const& plugin, VexSession& session, char const* requestFile) {
     constexpr long metadataRequest = 31000;
     KRLIDOM_OwnedDocument const request = KRLIDOM_Reader::parse(readFile(requestFile), requestFile);
     KRLIDOM_OwnedDocument const response("Response");
@@ -122,7 +79,7 @@ int ask(VexPluginInterface& plugin, VexSession& session, char const* requestFile
     out.AddParam(VexVariant(&responseNode));
     try {
         VexException unused(0);
-        plugin.DoAction(session, VexVariant(metadataRequest), unused, in, out);
+        plugin->DoAction(session, VexVariant(metadataRequest), unused, in, out);
     } catch (VexException const& failure) {
         std::cerr << "failure " << failure.GetId() << ": " << failure.what() << '\n';
         return 1;
@@ -131,18 +88,37 @@ int ask(VexPluginInterface& plugin, VexSession& session, char const* requestFile
     return 0;
 }
 
+/// Asks how many objects of each class there are and prints the numbers.
+int count(LoadedPlugin const& plugin, VexSession& session, std::vector<I18NString> classes) {
+    constexpr long countRequest = 41000;
+    VexParams in;
+    for (I18NString& name : classes) {
+        in.AddParam(VexVariant(&name));
+    }
+    VexParams out;
+    VexException unused(0);
+    plugin->DoAction(session, VexVariant(countRequest), unused, in, out);
+    for (std::size_t index = 0; index < classes.size(); ++index) {
+        std::cout << classes[index].c_str() << ' ' << static_cast<long>(out[index]) << '\n';
+    }
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv) try {
-    if (argc != 3) {
-        std::cerr << "usage: small_host PLUGIN.vpl REQUEST.xml\n";
+    bool const counts = argc > 3 && std::string_view(argv[2]) == "--count";
+    if (!counts && argc != 3) {
+        std::cerr << "usage: small_host libVexMAActionPlugin.vpl REQUEST.xml\n"
+                     "       small_host libCountPlugin.vpl --count CLASS...\n";
         return 2;
     }
     RowModel model;
-    Plugin const plugin(argv[1]);
+    LoadedPlugin const plugin(argv[1], counts ? "CountPlugin" : "VexMAActionPlugin");
     Session session(model);
-    int const status = ask(*plugin, session, argv[2]);
-    (*plugin).Notify(SessionClosed(session));
+    int const status =
+        counts ? count(plugin, session, {argv + 3, argv + argc}) : ask(plugin, session, argv[2]);
+    plugin->Notify(SessionClosed(session));
     return status;
 } catch (std::exception const& problem) {
     std::cerr << problem.what() << '\n';
