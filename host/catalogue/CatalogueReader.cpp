@@ -1,5 +1,6 @@
 #include "CatalogueReader.h"
 
+#include "DocumentPosition.h"
 #include "I18NStringIterator.h"
 #include "KRLException.h"
 
@@ -73,7 +74,8 @@ CatalogueReader::CatalogueReader(Catalogue& catalogue, std::string name, std::st
 
 void CatalogueReader::startDTD(XMLCh const* /*name*/, XMLCh const* /*publicId*/,
                                XMLCh const* /*systemId*/) {
-    throw KRLDocumentException(m_name, m_locator->getLineNumber(), m_locator->getColumnNumber(),
+    DocumentPosition const at = positionOf(*m_locator);
+    throw KRLDocumentException(m_name, at.line, at.column,
                                "a document type is not allowed; remove the DOCTYPE");
 }
 
@@ -135,10 +137,7 @@ void CatalogueReader::Enter(Rule const& rule, xercesc::Attributes const& attribu
     case Place::Property:
         return EnterProperty(attributes);
     case Place::Grant:
-        m_catalogue.models.back().grants.push_back(
-            {valueOf(attributes, u"role"), valueOf(attributes, u"view"), m_locator->getLineNumber(),
-             m_locator->getColumnNumber()});
-        return;
+        return EnterGrant(attributes);
     case Place::User:
         return EnterUser(attributes);
     case Place::Document:
@@ -148,12 +147,19 @@ void CatalogueReader::Enter(Rule const& rule, xercesc::Attributes const& attribu
     }
 }
 
+void CatalogueReader::EnterGrant(xercesc::Attributes const& attributes) {
+    DocumentPosition const at = positionOf(*m_locator);
+    m_catalogue.models.back().grants.push_back(
+        {valueOf(attributes, u"role"), valueOf(attributes, u"view"), at.line, at.column});
+}
+
 void CatalogueReader::EnterModel(xercesc::Attributes const& attributes) {
+    DocumentPosition const at = positionOf(*m_locator);
     CatalogueModel model;
     model.path = valueOf(attributes, u"path");
     model.file = (std::filesystem::path(m_folder) / valueOf(attributes, u"file").toUtf8()).string();
-    model.line = m_locator->getLineNumber();
-    model.column = m_locator->getColumnNumber();
+    model.line = at.line;
+    model.column = at.column;
     if (!m_modelPaths.insert(model.path).second) {
         Report("catalogue-model-twice", "the model path " + quoted(model.path) +
                                             " stands here for "
@@ -238,13 +244,14 @@ void CatalogueReader::characters(XMLCh const* text, XMLSize_t length) {
 }
 
 void CatalogueReader::fatalError(xercesc::SAXParseException const& problem) {
-    throw KRLDocumentException(m_name, problem.getLineNumber(), problem.getColumnNumber(),
+    DocumentPosition const at = positionOf(problem);
+    throw KRLDocumentException(m_name, at.line, at.column,
                                I18NString(std::u16string_view(problem.getMessage())).toUtf8());
 }
 
 void CatalogueReader::Report(char const* rule, std::string text) {
-    m_found.push_back({Severity::Error, rule, m_name, m_locator->getLineNumber(),
-                       m_locator->getColumnNumber(), std::move(text)});
+    DocumentPosition const at = positionOf(*m_locator);
+    m_found.push_back({Severity::Error, rule, m_name, at.line, at.column, std::move(text)});
 }
 
 } // namespace vex

@@ -33,6 +33,7 @@ private:
     Rule const* FindRule(std::u16string_view tag) const;
     void CheckAttributes(Rule const& rule, xercesc::Attributes const& attributes);
     void Enter(Rule const& rule, xercesc::Attributes const& attributes);
+    void EnterGrant(xercesc::Attributes const& attributes);
     void EnterModel(xercesc::Attributes const& attributes);
     void EnterPackage(xercesc::Attributes const& attributes);
     void EnterProperty(xercesc::Attributes const& attributes);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DocumentPosition.h"
 #include "VexObjectModel.h"
 #include "VexSession.h"
 
@@ -13,12 +14,6 @@ namespace vex {
 
 struct Shape;
 struct StoreData;
-
-/// Where something stands in a document; lines and columns count from 1.
-struct DocumentPosition {
-    unsigned long line = 0;
-    unsigned long column = 0;
-};
 
 /// A loaded model document: immutable, shared by the sessions that opened it.
 /// Its objects are valid until the last owner lets go of it.

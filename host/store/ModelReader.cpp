@@ -77,9 +77,8 @@ void ModelReader::startDTD(XMLCh const*, XMLCh const*, XMLCh const*) {
 }
 
 void ModelReader::fatalError(xercesc::SAXParseException const& problem) {
-    m_found.push_back({Severity::Error, "not-well-formed", m_file,
-                       static_cast<unsigned long>(problem.getLineNumber()),
-                       static_cast<unsigned long>(problem.getColumnNumber()),
+    DocumentPosition const at = positionOf(problem);
+    m_found.push_back({Severity::Error, "not-well-formed", m_file, at.line, at.column,
                        "the text is not well-formed XML, correct it here: " +
                            I18NString(problem.getMessage()).toUtf8()});
     throw Stop();
@@ -344,8 +343,7 @@ I18NLocale ModelReader::readLocale(std::u16string_view name) {
 }
 
 DocumentPosition ModelReader::position() const {
-    return {static_cast<unsigned long>(m_locator->getLineNumber()),
-            static_cast<unsigned long>(m_locator->getColumnNumber())};
+    return positionOf(*m_locator);
 }
 
 void ModelReader::report(char const* rule, std::string text) {
