@@ -63,7 +63,7 @@ public:
 private:
     std::size_t home(std::uint64_t hash) const {
         constexpr unsigned half = 32;
-        return ((hash >> half) * m_slots.size()) >> half;
+        return static_cast<std::size_t>(((hash >> half) * m_slots.size()) >> half);
     }
     std::size_t next(std::size_t at) const { return at + 1 == m_slots.size() ? 0 : at + 1; }
 

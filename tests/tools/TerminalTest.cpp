@@ -40,6 +40,31 @@ TEST(Completion, LeavesWhatOnlyTheUserKnowsAlone) {
     EXPECT_EQ(completed("vexma metadata --user small.c", 3), "\n");
 }
 
+TEST(Completion, WorksInFish) {
+    ToolFolder const folder;
+    if (folder.RunShell("command -v fish").status != 0) {
+        GTEST_SKIP() << "fish is not installed";
+    }
+    auto const offered = [&folder](std::string const& typed) {
+        return folder
+            .RunShell("PATH=$(dirname \"$VEXMA\"):$PATH HOME=. fish --no-config -c '"
+                      "vexma completion fish | source; complete -C \"" +
+                      typed + "\"'")
+            .out;
+    };
+    EXPECT_THAT(offered("vexma va"), testing::StartsWith("validate\t"));
+    EXPECT_THAT(offered("vexma metadata --pre"), testing::StartsWith("--pretty\t"));
+    EXPECT_THAT(offered("vexma validate --format s"), testing::StartsWith("sarif\t"));
+}
+
+TEST(Completion, CanBeReadByZsh) {
+    ToolFolder const folder;
+    if (folder.RunShell("command -v zsh").status != 0) {
+        GTEST_SKIP() << "zsh is not installed";
+    }
+    EXPECT_EQ(folder.RunShell("\"$VEXMA\" completion zsh > _vexma && zsh -f -n _vexma").status, 0);
+}
+
 TEST(Completion, IsWrittenForOtherShells) {
     EXPECT_THAT(ToolFolder().Run({"completion", "zsh"}).out, HasSubstr("#compdef vexma"));
     EXPECT_THAT(ToolFolder().Run({"completion", "fish"}).out,
