@@ -18,7 +18,7 @@ struct DiagnosticRule {
 inline constexpr DiagnosticRule diagnosticRules[] = {
     {"unreadable", Severity::Error, "The model file cannot be read."},
     {"not-well-formed", Severity::Error, "The model is not well-formed XML."},
-    {"document-type", Severity::Error, "The model has a document type."},
+    {"document-type", Severity::Error, "The document has a document type."},
     {"root", Severity::Error, "The outermost element is not `model`."},
     {"too-deep", Severity::Error, "More elements stand inside each other than the limit allows."},
     {"too-many-attributes", Severity::Error, "An element has more attributes than the limit."},

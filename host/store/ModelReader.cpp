@@ -73,7 +73,7 @@ std::unique_ptr<StoreData const> ModelReader::finish() && {
 }
 
 void ModelReader::startDTD(XMLCh const*, XMLCh const*, XMLCh const*) {
-    stop("document-type", "a model document has no document type; remove <!DOCTYPE ...>");
+    stop("document-type", "a document type is not allowed; remove the DOCTYPE");
 }
 
 void ModelReader::fatalError(xercesc::SAXParseException const& problem) {

@@ -30,9 +30,9 @@ struct MetadataCommand {
         if (!isHandled(outcome)) {
             return complainAboutRequest(outcome, start, workplace, console);
         }
-        KRLIDOM_Writer::write(console.Out(), outcome.response.document(),
-                              pretty || console.OutIsTerminal());
-        console.Out() << '\n';
+        bool const inLines = pretty || console.OutIsTerminal();
+        KRLIDOM_Writer::write(console.Out(), outcome.response.document(), inLines);
+        console.Out() << (inLines ? "" : "\n"); // lines end with one already
         return Done;
     }
 
