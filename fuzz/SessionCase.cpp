@@ -3,8 +3,11 @@
 #include "FuzzTargets.h"
 
 void fuzz::sessionCase(std::string_view input) {
-    // Small cases, and many of them; the large ones run in the ordinary tests.
-    constexpr naive::CaseSize size{.objects = 12, .requests = 2, .checks = 3};
+    // Small cases, and many of them. Inputs of every 16th length make one of any
+    // size, with more objects and more calls of one session.
+    constexpr naive::CaseSize small{.objects = 12, .requests = 2, .checks = 3};
+    constexpr std::size_t seldom = 16;
+    naive::CaseSize const size = input.size() % seldom == 0 ? naive::CaseSize() : small;
     naive::GeneratedCase const generated =
         naive::generateCase(std::span<std::uint8_t const>(
                                 reinterpret_cast<std::uint8_t const*>(input.data()), input.size()),
