@@ -96,3 +96,11 @@ void VexMDMaProviderUtility::GetStringPropertyValue(VEX_HANDLE object, I18NStrin
         GetValue(property, value, true);
     }
 }
+
+void VexMDMaProviderUtility::MatchStringPropertyValues(std::span<VEX_HANDLE const> objects,
+                                                       I18NString const& name,
+                                                       I18NString const& text,
+                                                       I18NLocale const* locale,
+                                                       VexTextMatch* matches) {
+    VexObject::MatchPropertyValues(objects, name, locale, text, matches);
+}

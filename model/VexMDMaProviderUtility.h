@@ -3,7 +3,10 @@
 #include "I18NLocale.h"
 #include "I18NString.h"
 #include "VEX_HANDLE.h"
+#include "VexObjectModel.h"
 #include "Vex_Handle_Collection.h"
+
+#include <span>
 
 /// The one place through which the plug-in reads the host's object model.
 ///
@@ -48,4 +51,10 @@ public:
     /// when the object has no such property or the property no value.
     static void GetStringPropertyValue(VEX_HANDLE object, I18NString& name, I18NString& value,
                                        I18NLocale const* locale);
+
+    /// Compares for each object the value that `GetStringPropertyValue` would
+    /// read with `text`; `matches` has room for an answer each.
+    static void MatchStringPropertyValues(std::span<VEX_HANDLE const> objects,
+                                          I18NString const& name, I18NString const& text,
+                                          I18NLocale const* locale, VexTextMatch* matches);
 };

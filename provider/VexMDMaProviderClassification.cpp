@@ -3,7 +3,7 @@
 #include "VexClassNames.h"
 #include "VexMDMaProvider.h"
 #include "VexMDMaProviderUtility.h"
-#include "VexNameReader.h"
+#include "VexNameSearch.h"
 #include "VexPathRecords.h"
 #include "VexReferenceText.h"
 #include "VexResourceNumbers.h"
@@ -54,29 +54,25 @@ bool VexMDMaProvider::IsNamespaceOrShortcutToNamespace(I18NLocale const* locale,
     // quirk: shortcut-ends-a-reference
     // A shortcut ends the reference wherever the first like-named one that
     // resolves points at a namespace or lies in one, so almost always. Kept on
-    // purpose, as is the one value string for the whole loop.
+    // purpose, as is that an unnamed one repeats the name before it.
     Vex_Handle_Collection shortcuts;
     VexMDMaProviderUtility::getElementsByTagName(ConvertFromInt(m_currentRequestValue),
                                                  VexClass::Shortcut, shortcuts);
-    I18NString key = resources::getString(VexResource::Name);
-    I18NString value;
-    VexNameReader names(shortcuts, key, locale);
-    while (names.next()) {
-        names.readInto(value);
-        if (value != name) {
-            continue;
-        }
-        VEX_HANDLE target = names.object();
+    VexNameSearch search(shortcuts, name, locale, VexNameSearch::Unnamed::LikeTheOneBefore);
+    while (search.next()) {
+        VEX_HANDLE target = search.object();
         I18NString targetClass;
         FindShortcutReference(name, target, targetClass);
         if (targetClass == VexClass::Namespace) {
             namespaceName = name;
             return true;
         }
-        VEX_HANDLE enclosing = names.object();
+        VEX_HANDLE enclosing = search.object();
         FindParentNamespace(locale, enclosing);
         if (enclosing.IsNotNull()) {
             // An unnamed namespace leaves the shortcut's name in the string.
+            I18NString key = resources::getString(VexResource::Name);
+            I18NString value(name);
             VexMDMaProviderUtility::GetStringPropertyValue(enclosing, key, value, locale);
             namespaceName = value;
             return true;
@@ -115,14 +111,9 @@ bool VexMDMaProvider::IsShortcutToQSFilterCalculation(I18NLocale const* locale,
     VexMDMaProviderUtility::getElementsByTagName(ConvertFromInt(m_currentRequestValue),
                                                  VexClass::Shortcut, shortcuts);
     // quirk: unnamed-shortcut-repeats-the-name-before
-    I18NString value; // one for the whole loop, not emptied, on purpose
-    VexNameReader names(shortcuts, resources::getString(VexResource::Name), locale);
-    while (names.next()) {
-        names.readInto(value);
-        if (value != name) {
-            continue;
-        }
-        VEX_HANDLE target = names.object();
+    VexNameSearch search(shortcuts, name, locale, VexNameSearch::Unnamed::LikeTheOneBefore);
+    while (search.next()) {
+        VEX_HANDLE target = search.object();
         I18NString targetClass;
         FindShortcutReference(name, target, targetClass);
         // A shortcut to a query item does not count here, unlike a query item.

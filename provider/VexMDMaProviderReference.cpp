@@ -6,6 +6,7 @@
 #include "VexFailure.h"
 #include "VexMDMaProvider.h"
 #include "VexMDMaProviderUtility.h"
+#include "VexNameSearch.h"
 #include "VexResourceNumbers.h"
 #include "resources.h"
 
@@ -90,7 +91,6 @@ bool VexMDMaProvider::FindReferencedFilterOrCalculation(NameParts const& names,
 
 bool VexMDMaProvider::FindReferencedNamespaces(I18NString const& name, I18NLocale const* locale,
                                                Vex_Handle_Collection& candidates) {
-    I18NString key = resources::getString(VexResource::Name);
     std::deque<VEX_HANDLE> stack; // no recursion: namespaces may nest deeply
     for (VEX_HANDLE const candidate : candidates) {
         stack.push_back(candidate);
@@ -99,13 +99,11 @@ bool VexMDMaProvider::FindReferencedNamespaces(I18NString const& name, I18NLocal
             stack.pop_back();
             Vex_Handle_Collection members;
             loadCollection(above, k_nSpace, members);
+            if (VexNameSearch(members, name, locale, VexNameSearch::Unnamed::Empty).next()) {
+                // quirk: nested-namespace-leaves-the-candidates
+                return true; // the candidates stay as they were, on purpose
+            }
             for (VEX_HANDLE const member : members) {
-                I18NString memberName;
-                VexMDMaProviderUtility::GetStringPropertyValue(member, key, memberName, locale);
-                if (memberName == name) {
-                    // quirk: nested-namespace-leaves-the-candidates
-                    return true; // the candidates stay as they were, on purpose
-                }
                 stack.push_back(member);
             }
         }
@@ -125,23 +123,18 @@ bool VexMDMaProvider::FindReferencedShortcutQI(VexMDMaProviderHelper const& help
     if (shortcuts.empty()) {
         RaiseFailure(VexFailure::ModelWithoutShortcut, {names.front()});
     }
-    I18NString key = resources::getString(VexResource::Name);
-    for (VEX_HANDLE const shortcut : shortcuts) {
-        I18NString name;
-        VexMDMaProviderUtility::GetStringPropertyValue(shortcut, key, name, locale);
-        if (name != names.front()) {
-            continue;
-        }
-        if (candidates[0] == shortcut) {
-            // The second pass came back: the shortcut has no name by which it
-            // could be found among the candidates, and never will.
-            RaiseFailure(VexFailure::ReferencedItemNotFound, {names.back()});
-        }
-        Vex_Handle_Collection fresh;
-        fresh.push_back(shortcut);
-        ProcessStartAtRefRequest(helper, names, reference, depth, locale, node, engine, visibility,
-                                 fresh);
-        return true;
+    VexNameSearch search(shortcuts, names.front(), locale, VexNameSearch::Unnamed::Empty);
+    if (!search.next()) {
+        return false;
     }
-    return false;
+    if (candidates[0] == search.object()) {
+        // The second pass came back: the shortcut has no name by which it
+        // could be found among the candidates, and never will.
+        RaiseFailure(VexFailure::ReferencedItemNotFound, {names.back()});
+    }
+    Vex_Handle_Collection fresh;
+    fresh.push_back(search.object());
+    ProcessStartAtRefRequest(helper, names, reference, depth, locale, node, engine, visibility,
+                             fresh);
+    return true;
 }

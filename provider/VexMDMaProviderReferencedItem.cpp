@@ -4,7 +4,7 @@
 #include "VexFailure.h"
 #include "VexMDMaProvider.h"
 #include "VexMDMaProviderUtility.h"
-#include "VexNameReader.h"
+#include "VexNameSearch.h"
 #include "VexResourceNumbers.h"
 #include "VexSession.h"
 #include "VexShortcutTarget.h"
@@ -97,23 +97,18 @@ VEX_HANDLE VexMDMaProvider::findReferencedQuerySubject(VEX_HANDLE container,
 VEX_HANDLE VexMDMaProvider::findQuerySubjectInModel(I18NString const& namespaceName,
                                                     I18NString const& name,
                                                     I18NLocale const* locale, VexMDMaPath& path) {
-    I18NString key = resources::getString(VexResource::Name);
     VEX_HANDLE const root = ConvertFromInt(m_currentRequestValue);
     Vex_Handle_Collection subjects;
     VexMDMaProviderUtility::getElementsByTagName(root, VexClass::QuerySubject, subjects);
     if (subjects.empty()) {
         Vex_Handle_Collection shortcuts;
         VexMDMaProviderUtility::getElementsByTagName(root, VexClass::Shortcut, shortcuts);
-        for (VEX_HANDLE const shortcut : shortcuts) {
-            I18NString shortcutName;
-            VexMDMaProviderUtility::GetStringPropertyValue(shortcut, key, shortcutName, locale);
-            if (shortcutName == name) {
-                VEX_HANDLE target = shortcut;
-                I18NString targetClass;
-                FindShortcutReference(name, target, targetClass);
-                subjects.push_back(target);
-                break;
-            }
+        VexNameSearch search(shortcuts, name, locale, VexNameSearch::Unnamed::Empty);
+        if (search.next()) {
+            VEX_HANDLE target = search.object();
+            I18NString targetClass;
+            FindShortcutReference(name, target, targetClass);
+            subjects.push_back(target);
         }
         if (subjects.empty()) {
             RaiseFailure(VexFailure::NoQuerySubjectOrShortcut, {name});
@@ -121,18 +116,13 @@ VEX_HANDLE VexMDMaProvider::findQuerySubjectInModel(I18NString const& namespaceN
     }
 
     // quirk: unnamed-subject-repeats-the-name-before
-    I18NString value; // one for the walk: an unnamed subject repeats the name before it
-    VexNameReader names(subjects, key, locale);
-    while (names.next()) {
-        names.readInto(value);
-        if (value != name) {
-            continue;
-        }
-        VEX_HANDLE enclosing = names.object();
+    VexNameSearch search(subjects, name, locale, VexNameSearch::Unnamed::LikeTheOneBefore);
+    while (search.next()) {
+        VEX_HANDLE enclosing = search.object();
         FindParentNamespace(locale, enclosing);
         if (isNamedInAnyLocale(enclosing, namespaceName, locale)) {
             path.push_front({name, VexClass::QuerySubject});
-            return names.object();
+            return search.object();
         }
     }
     RaiseFailure(VexFailure::QuerySubjectNotInNamespace, {name});

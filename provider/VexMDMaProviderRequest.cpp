@@ -6,7 +6,7 @@
 #include "VexMDMaProvider.h"
 #include "VexMDMaProviderHelper.h"
 #include "VexMDMaProviderUtility.h"
-#include "VexNameReader.h"
+#include "VexNameSearch.h"
 #include "VexRequestedNames.h"
 #include "VexResourceNumbers.h"
 #include "VexSession.h"
@@ -69,13 +69,9 @@ void VexMDMaProvider::ProcessRequest(VexMDMaProviderHelper const& helper, NamePa
     }
 
     Vex_Handle_Collection found;
-    VexNameReader names(namespaces, resources::getString(VexResource::Name), locale);
-    while (found.empty() && names.next()) {
-        I18NString name;
-        names.readInto(name);
-        if (name == parts.front()) {
-            found.push_back(names.object());
-        }
+    VexNameSearch search(namespaces, parts.front(), locale, VexNameSearch::Unnamed::Empty);
+    if (search.next()) {
+        found.push_back(search.object());
     }
     requireOne(found, VexFailure::FirstNameNotFound, parts.front());
     if (isReference) {

@@ -7,14 +7,9 @@
 
 namespace vex {
 
-namespace {
-
-// By far the most is asked for names.
-bool isName(I18NString const& text) {
-    return isSameText(text.view(), u"name");
+bool Model::IsName(I18NString const& property) {
+    return isSameText(property.view(), u"name");
 }
-
-} // namespace
 
 bool Model::IsObject(VEX_HANDLE object) const {
     return object.Number() - m_first < HandleCount();
@@ -141,7 +136,7 @@ VEX_HANDLE Model::GetPropertyByName(VEX_HANDLE object, I18NString const& name,
                                     I18NLocale const* locale) const {
     CallLimits::check();
     Place const place = Decode(object);
-    if (place.kind == Kind::Element && isName(name)) {
+    if (place.kind == Kind::Element && IsName(name)) {
         ElementRecord const& element = m_data->elements[place.number];
         Shape const& shape = m_data->shapes[element.shape];
         std::span<std::uint32_t const> const named = m_data->shapes.namedName(shape);

@@ -2,6 +2,7 @@
 
 #include "HashSlots.h"
 #include "I18NString.h"
+#include "SameText.h"
 #include "TextHash.h"
 
 #include <bit>
@@ -24,6 +25,12 @@ public:
 
     char16_t const* begin(TextRef text) const { return m_units.data() + text; }
     std::u16string_view view(TextRef text) const { return {begin(text), length(begin(text))}; }
+    bool equals(TextRef text, std::u16string_view other) const {
+        // Texts that differ mostly do so at once.
+        return (other.size() < BlockUnits ||
+                std::memcmp(begin(text), other.data(), BlockUnits * sizeof(char16_t)) == 0) &&
+               isSameText(view(text), other);
+    }
     void give(TextRef text, I18NString& target) const {
         std::u16string_view const shown = view(text);
         target.setAlias(shown.data(), static_cast<int>(shown.size()));

@@ -94,6 +94,15 @@ public:
         return usable() && m_model->getElementsByTagName(m_handle, tag, found);
     }
 
+    /// Compares for each object, whatever its model, what `GetPropertyByName` and
+    /// then `GetValue` of that property would give with `text`: a search needs no
+    /// string of each value. `matches` has room for an answer each; an object
+    /// that is not valid has no text.
+    VEX_PLATFORM_API static void MatchPropertyValues(std::span<VEX_HANDLE const> objects,
+                                                     I18NString const& name,
+                                                     I18NLocale const* locale,
+                                                     I18NString const& text, VexTextMatch* matches);
+
     /// @{
     /// True when `childObjects`, or `Properties`, would give something.
     bool hasChildObjects() const { return usable() && m_model->hasChildObjects(m_handle); }
@@ -101,6 +110,8 @@ public:
     /// @}
 
 private:
+    bool hasModel(VexObjectModel const* model) const { return usable() && m_model == model; }
+
     // The directory names the page's model; a page may be longer than the
     // model's range.
     bool usable() const { return m_model != nullptr && m_model->Holds(m_handle); }

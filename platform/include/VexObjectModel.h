@@ -5,6 +5,14 @@
 
 #include <atomic>
 #include <cstdint>
+#include <span>
+
+/// How the text of a property compares with a text that is looked for.
+enum class VexTextMatch {
+    NoText, ///< there is no such property, or it has no value
+    Different,
+    Same,
+};
 
 /// What a host implements for each loaded model: the operations behind
 /// `VexObject`, which describes their results.
@@ -43,6 +51,14 @@ public:
     virtual bool hasChildObjects(VEX_HANDLE object) const = 0;
     virtual bool hasProperties(VEX_HANDLE object) const = 0;
     /// @}
+
+    /// Compares for each object what `GetPropertyByName` and then `GetValue` of
+    /// that property would give with `text`; `matches` has room for an answer
+    /// each. Need not be overridden: it asks those two. A host that does saves
+    /// searches most of their time; it must answer, and limit calls, as they do.
+    virtual void MatchPropertyValues(std::span<VEX_HANDLE const> objects, I18NString const& name,
+                                     I18NLocale const* locale, I18NString const& text,
+                                     VexTextMatch* matches) const;
 
     /// True when the handle is one of the model's own range.
     bool Holds(VEX_HANDLE handle) const { return handle.Number() - m_first < m_count; }

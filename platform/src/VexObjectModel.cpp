@@ -1,6 +1,7 @@
 #include "VexObjectModel.h"
 
 #include "KRLException.h"
+#include "VexObject.h"
 
 #include <algorithm>
 #include <mutex>
@@ -55,5 +56,18 @@ VexObjectModel::~VexObjectModel() {
     std::uint32_t const pastLastPage = firstPage + pagesFor(m_count);
     for (std::uint32_t page = firstPage; page < pastLastPage; ++page) {
         VexObjectDirectory::s_pages[page].store(nullptr, std::memory_order_release);
+    }
+}
+
+void VexObjectModel::MatchPropertyValues(std::span<VEX_HANDLE const> objects,
+                                         I18NString const& name, I18NLocale const* locale,
+                                         I18NString const& text, VexTextMatch* matches) const {
+    I18NString value;
+    for (VEX_HANDLE const object : objects) {
+        VexObject const property(GetPropertyByName(object, name, locale));
+        bool const hasText = property.IsValid() && property.GetValue(value, true);
+        *matches++ = !hasText        ? VexTextMatch::NoText
+                     : value == text ? VexTextMatch::Same
+                                     : VexTextMatch::Different;
     }
 }

@@ -117,7 +117,7 @@ void count(CaseTally& tally, naive::GeneratedCase const& generated, naive::Sessi
 } // namespace
 
 std::string compareCase(vex::PluginProxy& plugin, naive::GeneratedCase const& generated,
-                        CaseTally& tally) {
+                        CaseTally& tally, std::size_t mostSteps) {
     auto const model = vex::loadModelText(generated.model, "model.xml");
     std::shared_ptr<vex::Catalogue const> catalogue;
     std::optional<naive::PlainCatalogue> plainCatalogue;
@@ -139,6 +139,7 @@ std::string compareCase(vex::PluginProxy& plugin, naive::GeneratedCase const& ge
     options.catalogue = plainCatalogue ? &*plainCatalogue : nullptr;
     options.user = generated.user;
     options.locale = generated.locale;
+    options.workBudget = mostSteps;
     naive::NaiveSession plain(options);
 
     std::string difference;

@@ -19,5 +19,8 @@ struct CaseTally {
 
 /// Runs a case through the plug-in, as a host calls it, and through the plain
 /// evaluator. "" when every call came to the same; else what differed, in full.
+/// A call that takes the plain evaluator more steps than `mostSteps` is not
+/// compared, nor what comes after it.
 std::string compareCase(vex::PluginProxy& plugin, naive::GeneratedCase const& generated,
-                        CaseTally& tally);
+                        CaseTally& tally,
+                        std::size_t mostSteps = naive::SessionOptions().workBudget);

@@ -223,6 +223,23 @@ TEST_F(VexMDMaProviderUtilityTest, APropertyValueIsReadWithTheFlagTrue) {
     EXPECT_TRUE(m_model.lastResolve());
 }
 
+TEST_F(VexMDMaProviderUtilityTest, APropertyValueIsMatchedAsItWouldBeRead) {
+    I18NLocale const german("de_AT");
+    auto const match = [](VEX_HANDLE object, char const* name, char const* text,
+                          I18NLocale const* locale) {
+        VexTextMatch result = VexTextMatch::Same;
+        Utility::MatchStringPropertyValues({&object, 1}, name, text, locale, &result);
+        return result;
+    };
+    EXPECT_EQ(match(m_namespace, "name", "Vertrieb", &german), VexTextMatch::Same);
+    EXPECT_EQ(match(m_namespace, "name", "Sales", &german), VexTextMatch::Different);
+    EXPECT_EQ(match(m_namespace, "usage", "fact", nullptr), VexTextMatch::Same);
+    EXPECT_TRUE(m_model.lastResolve());
+    EXPECT_EQ(match(m_namespace, "empty", "", nullptr), VexTextMatch::NoText);
+    EXPECT_EQ(match(m_namespace, "nothing", "", nullptr), VexTextMatch::NoText);
+    EXPECT_EQ(match(VEX_HANDLE(), "name", "", nullptr), VexTextMatch::NoText);
+}
+
 TEST_F(VexMDMaProviderUtilityTest, AMissingPropertyLeavesTheTextAsItWas) {
     for (char const* const missing : {"nothing", "empty"}) {
         I18NString name(missing);

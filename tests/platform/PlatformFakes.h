@@ -22,7 +22,7 @@ private:
 
 /// A model whose objects are all alike: id and name "x", no relations but to
 /// the first object.
-class FakeModel final : public VexObjectModel {
+class FakeModel : public VexObjectModel {
 public:
     explicit FakeModel(std::uint32_t count) { TakeHandles(count); }
 

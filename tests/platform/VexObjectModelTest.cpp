@@ -5,7 +5,7 @@
 #include <memory>
 #include <unordered_set>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace {
 
@@ -123,6 +123,9 @@ TEST(VexObject, GivesNothingOnAHandleThatNamesNothing) {
         EXPECT_FALSE(object.GetParent().IsNotNull());
         EXPECT_FALSE(object.GetPropertyByName("name", nullptr).IsNotNull());
         EXPECT_FALSE(object.GetPropertyByRole("role", nullptr).IsNotNull());
+        VexTextMatch match = VexTextMatch::Same;
+        VexObject::MatchPropertyValues({&handle, 1}, "name", nullptr, "", &match);
+        EXPECT_EQ(match, VexTextMatch::NoText);
         EXPECT_FALSE(object.Properties(found, nullptr, nullptr, false));
         EXPECT_FALSE(object.childObjects(found, nullptr, nullptr));
         EXPECT_FALSE(object.getElementsByTagName("folder", found));
@@ -153,6 +156,57 @@ TEST(VexObject, AsksItsModel) {
     EXPECT_EQ(found.size(), 3U);
     EXPECT_TRUE(object.hasChildObjects());
     EXPECT_TRUE(object.hasProperties());
+}
+
+/// What an object's value of the property "name" is to the text.
+VexTextMatch matchOf(VEX_HANDLE object, char const* text) {
+    VexTextMatch match = VexTextMatch::Same;
+    VexObject::MatchPropertyValues({&object, 1}, "name", nullptr, text, &match);
+    return match;
+}
+
+TEST(VexObject, MatchesTheValueThatItsModelGives) {
+    FakeModel const model(2);
+    EXPECT_EQ(matchOf(model.At(1), "x"), VexTextMatch::Same);
+    EXPECT_EQ(matchOf(model.At(1), "xx"), VexTextMatch::Different);
+    EXPECT_EQ(matchOf(model.At(1), ""), VexTextMatch::Different);
+}
+
+TEST(VexObject, MatchesNothingWithoutTheProperty) {
+    /// Has no properties at all.
+    class Bare final : public FakeModel {
+    public:
+        using FakeModel::FakeModel;
+        VEX_HANDLE GetPropertyByName(VEX_HANDLE, I18NString const&,
+                                     I18NLocale const*) const override {
+            return {};
+        }
+    };
+    Bare const model(1);
+    EXPECT_EQ(matchOf(model.At(0), ""), VexTextMatch::NoText);
+}
+
+/// Has properties, none with a value.
+class MuteModel final : public FakeModel {
+public:
+    using FakeModel::FakeModel;
+    bool GetValue(VEX_HANDLE, I18NString&, bool) const override { return false; }
+};
+
+TEST(VexObject, MatchesNothingWithoutAValue) {
+    MuteModel const model(1);
+    EXPECT_EQ(matchOf(model.At(0), ""), VexTextMatch::NoText);
+}
+
+TEST(VexObject, MatchesObjectsOfSeveralModelsEachByItsOwn) {
+    FakeModel const one(2);
+    MuteModel const other(2);
+    VEX_HANDLE const objects[] = {one.At(0), VEX_HANDLE(), other.At(0), other.At(1),
+                                  one.At(1), one.At(2)}; // the last is past the model's range
+    VexTextMatch matches[std::size(objects)];
+    VexObject::MatchPropertyValues(objects, "name", nullptr, "x", matches);
+    using enum VexTextMatch;
+    EXPECT_THAT(matches, testing::ElementsAre(Same, NoText, NoText, NoText, Same, NoText));
 }
 
 } // namespace

@@ -106,6 +106,57 @@ TEST(ModelProperty, ThatNobodyHasIsNull) {
     EXPECT_FALSE(VexObject(probe.id("1")).hasProperties());
 }
 
+TEST(ModelProperty, MatchesTheTextThatALocaleFindsWhole) {
+    Probe const probe(R"(<model defaultLocale="en"><a id="1" x="long enough to take blocks">
+        <property name="p" locale="en">a</property><property name="p" locale="de">b</property>
+        <property name="e" locale="de"/><property name="e" locale="en">c</property>
+        <b/></a></model>)");
+    VEX_HANDLE const object = probe.id("1");
+    I18NLocale const german("de_AT");
+    auto const match = [&](char const* name, I18NLocale const* locale, char const* text) {
+        VexTextMatch result = VexTextMatch::Same;
+        VexObject::MatchPropertyValues({&object, 1}, name, locale, text, &result);
+        return result;
+    };
+    EXPECT_EQ(match("x", nullptr, "long enough to take blocks"), VexTextMatch::Same);
+    EXPECT_EQ(match("x", nullptr, "long enough to take block"), VexTextMatch::Different);
+    EXPECT_EQ(match("x", nullptr, "long enough to take blocks!"), VexTextMatch::Different);
+    EXPECT_EQ(match("x", nullptr, ""), VexTextMatch::Different);
+    EXPECT_EQ(match("p", &german, "b"), VexTextMatch::Same);
+    EXPECT_EQ(match("p", &german, "a"), VexTextMatch::Different);
+    EXPECT_EQ(match("p", nullptr, "a"), VexTextMatch::Same);
+    EXPECT_EQ(match("ID", nullptr, "1"), VexTextMatch::Same);
+    EXPECT_EQ(match("e", &german, ""), VexTextMatch::NoText); // its value has no text
+    EXPECT_EQ(match("b", nullptr, ""), VexTextMatch::NoText); // a collection
+    EXPECT_EQ(match("none", nullptr, ""), VexTextMatch::NoText);
+}
+
+TEST(ModelProperty, MatchesManyObjectsOfAllKindsInTheirOrder) {
+    std::string text = "<model id='m' name='x'>";
+    std::string expected;
+    for (int i = 0; i < 100; ++i) { // more than are compared at once
+        bool const isNamed = i % 3 == 0;
+        text += isNamed      ? "<a name='wanted name'/>"
+                : i % 3 == 1 ? "<a name='wanted nam' x='1'/>"
+                             : "<b><name/></b>";
+        expected += isNamed ? "=" : i % 3 == 1 ? "!" : "0";
+    }
+    Probe const probe((text + "</model>").c_str());
+    Vex_Handle_Collection objects;
+    VexObject(probe.id("m")).childObjects(objects, nullptr, nullptr);
+    objects.push_back(Probe::property(probe.id("m"), "name")); // a property has none itself
+    objects.push_back(Probe::property(probe.id("m"), "a"));    // nor has a collection
+    expected += "00";
+    std::vector<VexTextMatch> matches(objects.size());
+    VexObject::MatchPropertyValues({objects.begin(), objects.end()}, "name", nullptr, "wanted name",
+                                   matches.data());
+    std::string found;
+    for (VexTextMatch const match : matches) {
+        found += match == VexTextMatch::Same ? "=" : match == VexTextMatch::Different ? "!" : "0";
+    }
+    EXPECT_EQ(found, expected);
+}
+
 TEST(ModelProperty, IsFilteredByNameAndRole) {
     Probe const probe(R"(<model><a id="1" x="1"><property name="y" role="r">2</property>
         <property name="x" role="r">3</property><b/></a></model>)");
