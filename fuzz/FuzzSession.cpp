@@ -78,6 +78,17 @@ vex::ActionOutcome ask(vex::HostSession& session, std::string_view request) {
     return vex::callAction(plugin(), session, VexVariant(metadata), in, smallLimits());
 }
 
+vex::ActionOutcome check(vex::HostSession& session) {
+    constexpr long accessibility = 32000;
+    vex::ActionValues values;
+    VexParams in;
+    in.AddParam(values.Long(0));
+    in.AddParam(values.String("/content/m"));
+    in.AddParam(values.Handle(session.FindObject("q")));
+    in.AddParam(values.Long(0));
+    return vex::callAction(plugin(), session, VexVariant(accessibility), in, smallLimits());
+}
+
 void requireSound(vex::ActionOutcome const& outcome) {
     using End = vex::ActionOutcome::End;
     if (outcome.end == End::Raised) {

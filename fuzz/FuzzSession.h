@@ -26,6 +26,10 @@ vex::ActionLimits smallLimits();
 /// when the request cannot be read.
 vex::ActionOutcome ask(vex::HostSession& session, std::string_view request);
 
+/// Whether the user may see the query subject "q" on that path: the cheapest of
+/// calls.
+vex::ActionOutcome check(vex::HostSession& session);
+
 /// Requires that a call ended in one of the ways that calls may end.
 void requireSound(vex::ActionOutcome const& outcome);
 

@@ -5,7 +5,6 @@
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
 #include "ModelLoader.h"
-#include "PlainModel.h"
 #include "VexNotification.h"
 #include "XmlTree.h"
 
@@ -133,9 +132,8 @@ std::string compareCase(vex::PluginProxy& plugin, naive::GeneratedCase const& ge
                              catalogue != nullptr ? catalogue->FindUser(toString(generated.user))
                                                   : nullptr);
 
-    naive::PlainModel const plainModel(generated.model);
     naive::SessionOptions options;
-    options.model = &plainModel;
+    options.model = generated.plainModel.get();
     options.catalogue = plainCatalogue ? &*plainCatalogue : nullptr;
     options.user = generated.user;
     options.locale = generated.locale;

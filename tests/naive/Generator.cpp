@@ -97,7 +97,8 @@ GeneratedCase caseOf(Random random, CaseSize size) {
     static const Texts locales = {u"", u"en", u"de", u"de_AT", u"ja", u"fr"};
     generated.locale = locales[random.weighted({44, 28, 12, 6, 6, 4})];
 
-    const PlainModel model(generated.model);
+    generated.plainModel = std::make_shared<const PlainModel>(generated.model);
+    const PlainModel& model = *generated.plainModel;
     RequestGenerator requests(random, model, model.negotiatedLocale(generated.locale));
     const bool metadata = random.chance(88);
     const int count = metadata ? random.between(1, size.requests)

@@ -3,6 +3,7 @@
 #include "NaiveSession.h"
 
 #include <cstdint>
+#include <memory>
 #include <span>
 
 namespace naive {
@@ -18,8 +19,9 @@ struct SessionStep {
 struct GeneratedCase {
     std::uint64_t seed = 0;
     std::string model;
-    std::string catalogue; ///< "" when the model is given alone
-    Text modelPath;        ///< where the catalogue has the model; "" without one
+    std::shared_ptr<const PlainModel> plainModel; ///< the same, as the plain evaluator has it
+    std::string catalogue;                        ///< "" when the model is given alone
+    Text modelPath; ///< where the catalogue has the model; "" without one
     Text user;
     Text locale; ///< asked for; "" asks for the model's default locale
     std::vector<SessionStep> steps;
