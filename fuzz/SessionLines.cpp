@@ -41,6 +41,7 @@ void fuzz::sessionLines(std::string_view input) {
     constexpr std::size_t seldom = 16; // inputs of every 16th length ask for more
     vex::ActionOutcome const after =
         input.size() % seldom == 0 ? ask(*session, "<Metadata Depth='1'/>") : check(*session);
+    requireSound(after);
     require(after.end != vex::ActionOutcome::End::Stopped, "the session goes on");
     close(*session);
 }

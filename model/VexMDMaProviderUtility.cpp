@@ -97,10 +97,10 @@ void VexMDMaProviderUtility::GetStringPropertyValue(VEX_HANDLE object, I18NStrin
     }
 }
 
-void VexMDMaProviderUtility::MatchStringPropertyValues(std::span<VEX_HANDLE const> objects,
-                                                       I18NString const& name,
-                                                       I18NString const& text,
-                                                       I18NLocale const* locale,
-                                                       VexTextMatch* matches) {
-    VexObject::MatchPropertyValues(objects, name, locale, text, matches);
+std::size_t VexMDMaProviderUtility::FindStringPropertyValue(std::span<VEX_HANDLE const> objects,
+                                                            I18NString const& name,
+                                                            I18NString const& text,
+                                                            I18NLocale const* locale,
+                                                            VexTextMatch& match) {
+    return VexObject::FindPropertyValue(objects, name, locale, text, match);
 }

@@ -52,9 +52,10 @@ public:
     static void GetStringPropertyValue(VEX_HANDLE object, I18NString& name, I18NString& value,
                                        I18NLocale const* locale);
 
-    /// Compares for each object the value that `GetStringPropertyValue` would
-    /// read with `text`; `matches` has room for an answer each.
-    static void MatchStringPropertyValues(std::span<VEX_HANDLE const> objects,
-                                          I18NString const& name, I18NString const& text,
-                                          I18NLocale const* locale, VexTextMatch* matches);
+    /// Goes through the objects up to the first for which
+    /// `GetStringPropertyValue` would not read another text than `text`; gives
+    /// how many come before it, all when there is none, and how it compares.
+    static std::size_t FindStringPropertyValue(std::span<VEX_HANDLE const> objects,
+                                               I18NString const& name, I18NString const& text,
+                                               I18NLocale const* locale, VexTextMatch& match);
 };

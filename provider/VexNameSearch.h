@@ -2,16 +2,14 @@
 
 #include "I18NString.h"
 #include "VEX_HANDLE.h"
-#include "VexObjectModel.h"
+#include "Vex_Handle_Collection.h"
 
-#include <array>
 #include <cstddef>
 
 class I18NLocale;
 
-/// Finds the objects of one name in a list, without reading the names out. It
-/// has more and more of them compared ahead, which is most of what a search
-/// costs; for one that ends soon, few.
+/// Finds the objects of one name in a list, one after another, without reading
+/// the names out, which would be most of what a search costs.
 class VexNameSearch {
 public:
     /// What an object without a name counts as.
@@ -30,9 +28,7 @@ public:
     VEX_HANDLE object() const { return m_objects[m_next - 1]; }
 
 private:
-    static constexpr std::size_t MostAhead = 32;
-
-    bool compareMore();
+    void passName(bool matches);
 
     Vex_Handle_Collection const& m_objects;
     I18NString m_key;
@@ -40,8 +36,5 @@ private:
     I18NLocale const* m_locale;
     Unnamed m_unnamed;
     bool m_unnamedMatches;
-    std::array<VexTextMatch, MostAhead> m_matches;
     std::size_t m_next = 0;
-    std::size_t m_compared = 0;
-    std::size_t m_firstCompared = 0; // whose match is the first in the array
 };

@@ -73,9 +73,9 @@ public:
                               Vex_Handle_Collection& found) const override;
     bool hasChildObjects(VEX_HANDLE object) const override;
     bool hasProperties(VEX_HANDLE object) const override;
-    void MatchPropertyValues(std::span<VEX_HANDLE const> objects, I18NString const& name,
-                             I18NLocale const* locale, I18NString const& text,
-                             VexTextMatch* matches) const override;
+    std::size_t FindPropertyValue(std::span<VEX_HANDLE const> objects, I18NString const& name,
+                                  I18NLocale const* locale, I18NString const& text,
+                                  VexTextMatch& match) const override;
 
 private:
     // The range of handles: the elements, then the values of properties, then
@@ -117,7 +117,7 @@ private:
                            I18NString const* name) const;
     void AppendChildren(std::uint32_t first, std::uint32_t last, Vex_Handle_Collection& found,
                         std::uint32_t cls, I18NString const* role) const;
-    class ValueMatcher;
+    class ValueSearch;
     bool GiveText(std::uint32_t text, I18NString& target) const;
 
     std::unique_ptr<StoreData const> m_data;

@@ -94,14 +94,14 @@ public:
         return usable() && m_model->getElementsByTagName(m_handle, tag, found);
     }
 
-    /// Compares for each object, whatever its model, what `GetPropertyByName` and
-    /// then `GetValue` of that property would give with `text`: a search needs no
-    /// string of each value. `matches` has room for an answer each; an object
-    /// that is not valid has no text.
-    VEX_PLATFORM_API static void MatchPropertyValues(std::span<VEX_HANDLE const> objects,
-                                                     I18NString const& name,
-                                                     I18NLocale const* locale,
-                                                     I18NString const& text, VexTextMatch* matches);
+    /// Goes through objects of whatever models in their order, up to the first
+    /// for which `GetPropertyByName`, then `GetValue` of that property, would
+    /// give no other text than `text`: the same one, or none, as for an object
+    /// that is not valid. Gives how many come before it, all when there is none,
+    /// and says in `match` how it compares. Needs no string of each value.
+    VEX_PLATFORM_API static std::size_t
+    FindPropertyValue(std::span<VEX_HANDLE const> objects, I18NString const& name,
+                      I18NLocale const* locale, I18NString const& text, VexTextMatch& match);
 
     /// @{
     /// True when `childObjects`, or `Properties`, would give something.

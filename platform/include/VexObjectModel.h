@@ -9,9 +9,9 @@
 
 /// How the text of a property compares with a text that is looked for.
 enum class VexTextMatch {
-    NoText, ///< there is no such property, or it has no value
-    Different,
-    Same,
+    NoText,    ///< there is no such property, or it has no value
+    Different, ///< it has another text
+    Same,      ///< it has this text
 };
 
 /// What a host implements for each loaded model: the operations behind
@@ -52,13 +52,13 @@ public:
     virtual bool hasProperties(VEX_HANDLE object) const = 0;
     /// @}
 
-    /// Compares for each object what `GetPropertyByName` and then `GetValue` of
-    /// that property would give with `text`; `matches` has room for an answer
-    /// each. Need not be overridden: it asks those two. A host that does saves
-    /// searches most of their time; it must answer, and limit calls, as they do.
-    virtual void MatchPropertyValues(std::span<VEX_HANDLE const> objects, I18NString const& name,
-                                     I18NLocale const* locale, I18NString const& text,
-                                     VexTextMatch* matches) const;
+    /// As the operation of that name in `VexObject`, for objects of this model.
+    /// Need not be overridden: it asks `GetPropertyByName` and `GetValue`, of no
+    /// object behind the one it finds. A host that does saves searches most of
+    /// their time; it must answer, raise and limit calls as those two do.
+    virtual std::size_t FindPropertyValue(std::span<VEX_HANDLE const> objects,
+                                          I18NString const& name, I18NLocale const* locale,
+                                          I18NString const& text, VexTextMatch& match) const;
 
     /// True when the handle is one of the model's own range.
     bool Holds(VEX_HANDLE handle) const { return handle.Number() - m_first < m_count; }

@@ -2,23 +2,32 @@
 
 #include <algorithm>
 
-void VexObject::MatchPropertyValues(std::span<VEX_HANDLE const> objects, I18NString const& name,
-                                    I18NLocale const* locale, I18NString const& text,
-                                    VexTextMatch* matches) {
-    while (!objects.empty()) {
-        VexObject const first(objects.front());
+std::size_t VexObject::FindPropertyValue(std::span<VEX_HANDLE const> objects,
+                                         I18NString const& name, I18NLocale const* locale,
+                                         I18NString const& text, VexTextMatch& match) {
+    // More and more at once: a model may look ahead among them, and for a search
+    // that ends soon that is to be few.
+    constexpr std::size_t mostAtOnce = 32;
+    std::size_t before = 0;
+    for (std::size_t atOnce = 1; before != objects.size();
+         atOnce = std::min(2 * atOnce, mostAtOnce)) {
+        VexObject const first(objects[before]);
         if (!first.usable()) {
-            *matches++ = VexTextMatch::NoText;
-            objects = objects.subspan(1);
-            continue;
+            match = VexTextMatch::NoText;
+            return before;
         }
-        auto const last =
-            std::find_if(objects.begin() + 1, objects.end(), [&](VEX_HANDLE const object) {
-                return !VexObject(object).hasModel(first.m_model);
-            });
-        auto const count = static_cast<std::size_t>(last - objects.begin());
-        first.m_model->MatchPropertyValues(objects.first(count), name, locale, text, matches);
-        matches += count;
-        objects = objects.subspan(count);
+        auto const next = objects.subspan(before, std::min(atOnce, objects.size() - before));
+        auto const last = std::find_if(next.begin() + 1, next.end(), [&](VEX_HANDLE const object) {
+            return !VexObject(object).hasModel(first.m_model);
+        });
+        auto const count = static_cast<std::size_t>(last - next.begin());
+        std::size_t const different =
+            first.m_model->FindPropertyValue(next.first(count), name, locale, text, match);
+        before += different;
+        if (different != count) {
+            return before;
+        }
     }
+    match = VexTextMatch::Different;
+    return before;
 }

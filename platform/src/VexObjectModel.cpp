@@ -59,15 +59,21 @@ VexObjectModel::~VexObjectModel() {
     }
 }
 
-void VexObjectModel::MatchPropertyValues(std::span<VEX_HANDLE const> objects,
-                                         I18NString const& name, I18NLocale const* locale,
-                                         I18NString const& text, VexTextMatch* matches) const {
+std::size_t VexObjectModel::FindPropertyValue(std::span<VEX_HANDLE const> objects,
+                                              I18NString const& name, I18NLocale const* locale,
+                                              I18NString const& text, VexTextMatch& match) const {
+    match = VexTextMatch::Different;
     I18NString value;
-    for (VEX_HANDLE const object : objects) {
-        VexObject const property(GetPropertyByName(object, name, locale));
-        bool const hasText = property.IsValid() && property.GetValue(value, true);
-        *matches++ = !hasText        ? VexTextMatch::NoText
-                     : value == text ? VexTextMatch::Same
-                                     : VexTextMatch::Different;
+    for (std::size_t before = 0; before != objects.size(); ++before) {
+        VexObject const property(GetPropertyByName(objects[before], name, locale));
+        if (!property.IsValid() || !property.GetValue(value, true)) {
+            match = VexTextMatch::NoText;
+            return before;
+        }
+        if (value == text) {
+            match = VexTextMatch::Same;
+            return before;
+        }
     }
+    return objects.size();
 }

@@ -228,7 +228,7 @@ TEST_F(VexMDMaProviderUtilityTest, APropertyValueIsMatchedAsItWouldBeRead) {
     auto const match = [](VEX_HANDLE object, char const* name, char const* text,
                           I18NLocale const* locale) {
         VexTextMatch result = VexTextMatch::Same;
-        Utility::MatchStringPropertyValues({&object, 1}, name, text, locale, &result);
+        Utility::FindStringPropertyValue({&object, 1}, name, text, locale, result);
         return result;
     };
     EXPECT_EQ(match(m_namespace, "name", "Vertrieb", &german), VexTextMatch::Same);

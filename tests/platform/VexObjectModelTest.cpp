@@ -3,9 +3,12 @@
 #include "VexObject.h"
 
 #include <memory>
+#include <span>
 #include <unordered_set>
+#include <utility>
+#include <vector>
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -124,7 +127,7 @@ TEST(VexObject, GivesNothingOnAHandleThatNamesNothing) {
         EXPECT_FALSE(object.GetPropertyByName("name", nullptr).IsNotNull());
         EXPECT_FALSE(object.GetPropertyByRole("role", nullptr).IsNotNull());
         VexTextMatch match = VexTextMatch::Same;
-        VexObject::MatchPropertyValues({&handle, 1}, "name", nullptr, "", &match);
+        EXPECT_EQ(VexObject::FindPropertyValue({&handle, 1}, "name", nullptr, "", match), 0U);
         EXPECT_EQ(match, VexTextMatch::NoText);
         EXPECT_FALSE(object.Properties(found, nullptr, nullptr, false));
         EXPECT_FALSE(object.childObjects(found, nullptr, nullptr));
@@ -161,7 +164,7 @@ TEST(VexObject, AsksItsModel) {
 /// What an object's value of the property "name" is to the text.
 VexTextMatch matchOf(VEX_HANDLE object, char const* text) {
     VexTextMatch match = VexTextMatch::Same;
-    VexObject::MatchPropertyValues({&object, 1}, "name", nullptr, text, &match);
+    VexObject::FindPropertyValue({&object, 1}, "name", nullptr, text, match);
     return match;
 }
 
@@ -198,15 +201,42 @@ TEST(VexObject, MatchesNothingWithoutAValue) {
     EXPECT_EQ(matchOf(model.At(0), ""), VexTextMatch::NoText);
 }
 
-TEST(VexObject, MatchesObjectsOfSeveralModelsEachByItsOwn) {
-    FakeModel const one(2);
-    MuteModel const other(2);
-    VEX_HANDLE const objects[] = {one.At(0), VEX_HANDLE(), other.At(0), other.At(1),
-                                  one.At(1), one.At(2)}; // the last is past the model's range
-    VexTextMatch matches[std::size(objects)];
-    VexObject::MatchPropertyValues(objects, "name", nullptr, "x", matches);
-    using enum VexTextMatch;
-    EXPECT_THAT(matches, testing::ElementsAre(Same, NoText, NoText, NoText, Same, NoText));
+TEST(VexObject, FindsAValueAmongObjectsOfSeveralModels) {
+    /// Has one value, another for each model.
+    class Told final : public FakeModel {
+    public:
+        Told(std::uint32_t count, char const* value) : FakeModel(count), m_value(value) {}
+        bool GetValue(VEX_HANDLE, I18NString& text, bool) const override {
+            text = m_value;
+            return true;
+        }
+
+    private:
+        char const* m_value;
+    };
+    Told const one(100, "1");
+    Told const other(2, "2");
+    MuteModel const mute(1);
+    std::vector<VEX_HANDLE> objects;
+    for (std::uint32_t i = 0; i < 100; ++i) { // more than are handed over at once
+        objects.push_back(one.At(i));
+    }
+    objects.push_back(other.At(0));
+    objects.push_back(mute.At(0));
+    objects.push_back(one.At(100)); // past the model's range
+    auto const find = [&](std::size_t from, char const* text) {
+        VexTextMatch match = VexTextMatch::Different;
+        std::size_t const before = VexObject::FindPropertyValue(
+            std::span<VEX_HANDLE const>(objects).subspan(from), "name", nullptr, text, match);
+        return std::pair(before, match);
+    };
+    EXPECT_EQ(find(0, "1"), std::pair(std::size_t{0}, VexTextMatch::Same));
+    EXPECT_EQ(find(0, "2"), std::pair(std::size_t{100}, VexTextMatch::Same));
+    EXPECT_EQ(find(0, "3"), std::pair(std::size_t{101}, VexTextMatch::NoText));
+    EXPECT_EQ(find(102, "3"), std::pair(std::size_t{0}, VexTextMatch::NoText));
+    objects.resize(101);
+    EXPECT_EQ(find(0, "3"), std::pair(std::size_t{101}, VexTextMatch::Different));
+    EXPECT_EQ(find(101, "3"), std::pair(std::size_t{0}, VexTextMatch::Different));
 }
 
 } // namespace

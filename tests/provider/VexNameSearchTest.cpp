@@ -57,13 +57,14 @@ TEST_F(VexNameSearchTest, TakesAnObjectWithoutANameForTheOneBeforeWhenToldTo) {
     EXPECT_EQ(found("", Unnamed::LikeTheOneBefore), "a");
 }
 
-TEST_F(VexNameSearchTest, AsksForNoNameFarBehindTheOneThatIsFound) {
+TEST_F(VexNameSearchTest, AsksForNoNameBehindTheOneThatIsFound) {
     I18NString const wanted("Orders");
-    Vex_Handle_Collection const objects = m_model.byIds({"b", "a", "c", "d", "e"});
+    Vex_Handle_Collection const objects = m_model.byIds({"a", "c", "b", "a", "d", "e"});
     VexNameSearch search(objects, wanted, nullptr, Unnamed::Empty);
     m_model.calls().reset();
     EXPECT_TRUE(search.next());
-    EXPECT_EQ(m_model.calls().count(Call::GetPropertyByName), 1);
+    EXPECT_EQ(search.object(), m_model.byId("b"));
+    EXPECT_EQ(m_model.calls().count(Call::GetPropertyByName), 3);
 }
 
 TEST_F(VexNameSearchTest, EndsInAnEmptyListAndStaysThere) {

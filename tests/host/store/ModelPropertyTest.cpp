@@ -115,7 +115,7 @@ TEST(ModelProperty, MatchesTheTextThatALocaleFindsWhole) {
     I18NLocale const german("de_AT");
     auto const match = [&](char const* name, I18NLocale const* locale, char const* text) {
         VexTextMatch result = VexTextMatch::Same;
-        VexObject::MatchPropertyValues({&object, 1}, name, locale, text, &result);
+        VexObject::FindPropertyValue({&object, 1}, name, locale, text, result);
         return result;
     };
     EXPECT_EQ(match("x", nullptr, "long enough to take blocks"), VexTextMatch::Same);
@@ -147,14 +147,36 @@ TEST(ModelProperty, MatchesManyObjectsOfAllKindsInTheirOrder) {
     objects.push_back(Probe::property(probe.id("m"), "name")); // a property has none itself
     objects.push_back(Probe::property(probe.id("m"), "a"));    // nor has a collection
     expected += "00";
-    std::vector<VexTextMatch> matches(objects.size());
-    VexObject::MatchPropertyValues({objects.begin(), objects.end()}, "name", nullptr, "wanted name",
-                                   matches.data());
+    std::span<VEX_HANDLE const> left(objects.begin(), objects.end());
     std::string found;
-    for (VexTextMatch const match : matches) {
-        found += match == VexTextMatch::Same ? "=" : match == VexTextMatch::Different ? "!" : "0";
+    while (!left.empty()) {
+        VexTextMatch match = VexTextMatch::Different;
+        std::size_t const before =
+            VexObject::FindPropertyValue(left, "name", nullptr, "wanted name", match);
+        found += std::string(before, '!');
+        left = left.subspan(before);
+        if (!left.empty()) {
+            found += match == VexTextMatch::Same ? '=' : '0';
+            left = left.subspan(1);
+        }
     }
     EXPECT_EQ(found, expected);
+}
+
+TEST(ModelProperty, IsPassedOverAsLongAsItsTextDiffers) {
+    std::string text = "<model id='m'>";
+    for (int i = 0; i < 100; ++i) { // more than are compared at once
+        text += "<a name='other name'/>";
+    }
+    Probe const probe((text + "<a name='wanted name'/><a name='other name'/></model>").c_str());
+    Vex_Handle_Collection objects;
+    VexObject(probe.id("m")).childObjects(objects, nullptr, nullptr);
+    std::span<VEX_HANDLE const> const all(objects.begin(), objects.end());
+    VexTextMatch match = VexTextMatch::NoText;
+    EXPECT_EQ(VexObject::FindPropertyValue(all, "name", nullptr, "wanted name", match), 100U);
+    EXPECT_EQ(match, VexTextMatch::Same);
+    EXPECT_EQ(VexObject::FindPropertyValue(all, "name", nullptr, "no such name", match), 102U);
+    EXPECT_EQ(match, VexTextMatch::Different);
 }
 
 TEST(ModelProperty, IsFilteredByNameAndRole) {

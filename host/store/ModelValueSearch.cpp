@@ -12,17 +12,18 @@ namespace vex {
 /// Compares one property of object after object with a text, in steps, each for
 /// a batch of objects: what a step fetches from memory is there when the next
 /// one needs it.
-class Model::ValueMatcher {
+class Model::ValueSearch {
 public:
     static constexpr std::size_t BatchSize = 32;
 
-    ValueMatcher(Model const& model, I18NString const& name, I18NLocale const* locale,
-                 std::u16string_view text)
+    ValueSearch(Model const& model, I18NString const& name, I18NLocale const* locale,
+                std::u16string_view text)
         : m_model(model), m_data(*model.m_data), m_name(name), m_locale(locale), m_text(text),
           m_isName(IsName(name)) {}
 
-    /// For `BatchSize` objects at most.
-    void match(std::span<VEX_HANDLE const> objects, VexTextMatch* matches) {
+    /// How many of at most `BatchSize` objects have another text, up to the first
+    /// that has not.
+    std::size_t find(std::span<VEX_HANDLE const> objects, VexTextMatch& match) {
         for (VEX_HANDLE const object : objects) {
             Place const place = m_model.Decode(object);
             if (place.kind == Kind::Element) {
@@ -42,10 +43,14 @@ public:
             __builtin_prefetch(m_data.texts.begin(values[i]));
         }
         for (std::size_t i = 0; i < objects.size(); ++i) {
-            matches[i] = values[i] == 0                           ? VexTextMatch::NoText
-                         : m_data.texts.equals(values[i], m_text) ? VexTextMatch::Same
-                                                                  : VexTextMatch::Different;
+            match = values[i] == 0                           ? VexTextMatch::NoText
+                    : m_data.texts.equals(values[i], m_text) ? VexTextMatch::Same
+                                                             : VexTextMatch::Different;
+            if (match != VexTextMatch::Different) {
+                return i;
+            }
         }
+        return objects.size();
     }
 
 private:
@@ -84,17 +89,18 @@ private:
     std::uint32_t m_offset = NotFound; // of the name among the values of that shape
 };
 
-void Model::MatchPropertyValues(std::span<VEX_HANDLE const> objects, I18NString const& name,
-                                I18NLocale const* locale, I18NString const& text,
-                                VexTextMatch* matches) const {
-    ValueMatcher matcher(*this, name, locale, text.view());
-    while (!objects.empty()) {
+std::size_t Model::FindPropertyValue(std::span<VEX_HANDLE const> objects, I18NString const& name,
+                                     I18NLocale const* locale, I18NString const& text,
+                                     VexTextMatch& match) const {
+    ValueSearch search(*this, name, locale, text.view());
+    match = VexTextMatch::Different;
+    std::size_t before = 0;
+    while (match == VexTextMatch::Different && before != objects.size()) {
         CallLimits::check();
-        std::size_t const count = std::min(objects.size(), ValueMatcher::BatchSize);
-        matcher.match(objects.first(count), matches);
-        objects = objects.subspan(count);
-        matches += count;
+        std::size_t const count = std::min(objects.size() - before, ValueSearch::BatchSize);
+        before += search.find(objects.subspan(before, count), match);
     }
+    return before;
 }
 
 } // namespace vex
