@@ -16,6 +16,7 @@ void registerAccess(Sizes const& sizes);
 void registerShortcuts(Sizes const& sizes);
 void registerThreads(Sizes const& sizes);
 void registerMemory(Sizes const& sizes);
+void registerRequests();
 
 /// "group/what/size".
 std::string rowName(std::string const& what, std::size_t size);

@@ -41,6 +41,7 @@ int main(int count, char** words) {
     bench::registerShortcuts(sizes);
     bench::registerThreads(sizes);
     bench::registerMemory(sizes);
+    bench::registerRequests();
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     return 0;

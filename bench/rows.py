@@ -100,6 +100,12 @@ def interactive_rows(inside):
               inside.seconds(wide) / inside.counter(wide, "looked_at"), "ns", 20e-9)
 
 
+def request_rows(inside):
+    vex, floor = (inside.seconds(inside.names(f"request/{what}")[0]) for what in ("vex", "floor"))
+    yield row("text of a request, against a new parser for it", vex / floor, "times")
+    yield row("text of a request", vex, "us")
+
+
 def view_rows(inside):
     for depth in (1, 2):
         name = inside.names(f"view/depth{depth}")[0]
@@ -142,7 +148,7 @@ def thread_rows(inside):
 def evaluate(runs, whole):
     inside = Inside(runs)
     results = []
-    for part in (load_rows, tree_rows, interactive_rows, view_rows, access_rows, shortcut_rows,
+    for part in (load_rows, tree_rows, interactive_rows, request_rows, view_rows, access_rows, shortcut_rows,
                  thread_rows):
         results += part(inside)
     return results + list(process_rows(whole))

@@ -20,7 +20,12 @@ class VEX_PLATFORM_API KRLIDOM_Reader {
 public:
     /// Reads `text`, whose XML declaration names its encoding (UTF-8 without).
     /// Raises `KRLDocumentException` with `name` as the file, the line and the
-    /// column when the text is not well-formed or breaks a limit. Threads: any.
+    /// column when the text is not well-formed or breaks a limit. Threads: any; each
+    /// keeps a parser, of at most a mebibyte, for its next text.
     static KRLIDOM_OwnedDocument parse(std::string_view text, std::string const& name,
                                        KRLIDOM_ReadLimits const& limits = {});
+
+    /// Gives back the parser that the calling thread keeps; the next text makes a
+    /// new one. A thread's end does the same.
+    static void releaseParser() noexcept;
 };

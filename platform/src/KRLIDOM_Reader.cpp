@@ -6,7 +6,9 @@
 #include "KRLIDOM_State.h"
 
 #include <functional>
+#include <memory>
 #include <unordered_set>
+#include <utility>
 
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLAttr.hpp>
@@ -29,18 +31,43 @@ struct NameHash {
     }
 };
 
-// Builds the document, and stops at the first fault or broken limit.
+// One document being read.
+struct Reading {
+    std::string const& name;
+    KRLIDOM_ReadLimits const& limits;
+    xercesc::MemoryManager* memory; // of the document
+    std::size_t& elements;
+    std::size_t depth = 0;
+    std::unordered_set<std::u16string, NameHash, std::equal_to<>> names = {};
+};
+
+// Builds one document after the other, and stops at the first fault or broken limit.
 class LimitedParser final : public xercesc::XercesDOMParser {
 public:
-    LimitedParser(xercesc::MemoryManager* memory, std::string const& name,
-                  KRLIDOM_ReadLimits const& limits, std::size_t& elements)
-        : XercesDOMParser(nullptr, memory), m_name(name), m_limits(limits), m_elements(elements) {
+    explicit LimitedParser(xercesc::MemoryManager* memory) : XercesDOMParser(nullptr, memory) {
         setValidationScheme(Val_Never);
         setDoNamespaces(false);
         setLoadExternalDTD(false);
         setDisableDefaultEntityResolution(true);
         setCreateEntityReferenceNodes(false);
         getScanner()->setErrorReporter(this);
+    }
+
+    xercesc::DOMDocument* read(xercesc::InputSource const& source, Reading& reading) {
+        m_reading = &reading;
+        parse(source);
+        m_reading = nullptr;
+        return adoptDocument();
+    }
+
+    // The document has memory of its own: it outlives this parser.
+    void startDocument() override {
+        struct Lent {
+            xercesc::MemoryManager*& place;
+            xercesc::MemoryManager* own;
+            ~Lent() { place = own; }
+        } const lent{fMemoryManager, std::exchange(fMemoryManager, m_reading->memory)};
+        XercesDOMParser::startDocument();
     }
 
     void error(unsigned int, XMLCh const*, ErrTypes type, XMLCh const* problem, XMLCh const*,
@@ -60,25 +87,26 @@ public:
     void startElement(xercesc::XMLElementDecl const& declaration, unsigned int uri,
                       XMLCh const* prefix, xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes,
                       XMLSize_t attributeCount, bool isEmpty, bool isRoot) override {
-        if (++m_depth > m_limits.depth) {
-            fail(tooMuch("Elements are nested too deep", m_depth, m_limits.depth, "Nest less."));
+        if (++m_reading->depth > m_reading->limits.depth) {
+            fail(tooMuch("Elements are nested too deep", m_reading->depth, m_reading->limits.depth,
+                         "Nest less."));
         }
-        if (attributeCount > m_limits.attributesPerElement) {
+        if (attributeCount > m_reading->limits.attributesPerElement) {
             fail(tooMuch("An element has too many attributes", attributeCount,
-                         m_limits.attributesPerElement, "Use fewer."));
+                         m_reading->limits.attributesPerElement, "Use fewer."));
         }
         checkName(declaration.getFullName());
         for (XMLSize_t i = 0; i < attributeCount; ++i) {
             checkName(attributes.elementAt(i)->getName());
         }
-        ++m_elements;
+        ++m_reading->elements;
         XercesDOMParser::startElement(declaration, uri, prefix, attributes, attributeCount, isEmpty,
                                       isRoot);
     }
 
     void endElement(xercesc::XMLElementDecl const& declaration, unsigned int uri, bool isRoot,
                     XMLCh const* prefix) override {
-        --m_depth;
+        --m_reading->depth;
         XercesDOMParser::endElement(declaration, uri, isRoot, prefix);
     }
 
@@ -96,30 +124,54 @@ private:
     }
 
     [[noreturn]] void raise(XMLFileLoc line, XMLFileLoc column, std::string const& problem) const {
-        throw KRLDocumentException(m_name, static_cast<unsigned long>(line),
+        throw KRLDocumentException(m_reading->name, static_cast<unsigned long>(line),
                                    static_cast<unsigned long>(column), problem);
     }
 
     void checkName(std::u16string_view name) {
-        if (name.size() > m_limits.nameLength) {
-            fail(tooMuch("A name is too long", name.size(), m_limits.nameLength, "Shorten it."));
+        if (name.size() > m_reading->limits.nameLength) {
+            fail(tooMuch("A name is too long", name.size(), m_reading->limits.nameLength,
+                         "Shorten it."));
         }
-        if (m_names.find(name) != m_names.end()) {
+        if (m_reading->names.find(name) != m_reading->names.end()) {
             return;
         }
-        if (m_names.size() == m_limits.distinctNames) {
-            fail(tooMuch("There are too many distinct names", m_names.size() + 1,
-                         m_limits.distinctNames, "Use fewer element and attribute names."));
+        if (m_reading->names.size() == m_reading->limits.distinctNames) {
+            fail(tooMuch("There are too many distinct names", m_reading->names.size() + 1,
+                         m_reading->limits.distinctNames,
+                         "Use fewer element and attribute names."));
         }
-        m_names.emplace(name);
+        m_reading->names.emplace(name);
     }
 
-    std::string const& m_name;
-    KRLIDOM_ReadLimits const& m_limits;
-    std::size_t& m_elements;
-    std::size_t m_depth = 0;
-    std::unordered_set<std::u16string, NameHash, std::equal_to<>> m_names;
+    Reading* m_reading = nullptr;
 };
+
+// A parser and its memory. Making one takes longer than reading a small request,
+// so each thread keeps the last one.
+struct KeptParser {
+    KRLIDOM_Memory memory{0}; // outlives the parser
+    LimitedParser parser{&memory};
+};
+
+thread_local std::unique_ptr<KeptParser> keptParser;
+
+// More than that stays in no thread: it comes from a document of unusual size.
+constexpr std::size_t mostKept = 1U << 20U;
+
+xercesc::DOMDocument* readDocument(xercesc::InputSource const& source, Reading& reading) {
+    // It is kept again only after a success: the XML library drops blocks and leaves
+    // its state as it is when it is left by an exception.
+    std::unique_ptr<KeptParser> kept = std::move(keptParser);
+    if (kept == nullptr) {
+        kept = std::make_unique<KeptParser>();
+    }
+    xercesc::DOMDocument* const document = kept->parser.read(source, reading);
+    if (kept->memory.used() <= mostKept) {
+        keptParser = std::move(kept);
+    }
+    return document;
+}
 
 void checkSize(std::string_view text, std::string const& name, KRLIDOM_ReadLimits const& limits) {
     if (text.find_first_not_of(" \t\r\n") == std::string_view::npos) {
@@ -142,11 +194,14 @@ KRLIDOM_OwnedDocument KRLIDOM_Reader::parse(std::string_view text, std::string c
     KRLIDOM_Initialize();
     auto state = std::make_unique<KRLIDOM_OwnedDocument::State>(KRLIDOM_Limits{});
     KRLIDOM::guarded([&] {
-        LimitedParser parser(&state->memory, name, limits, state->budget.elements);
         xercesc::MemBufInputSource const source(reinterpret_cast<XMLByte const*>(text.data()),
                                                 text.size(), u"document");
-        parser.parse(source);
-        state->own(parser.adoptDocument());
+        Reading reading{name, limits, &state->memory, state->budget.elements};
+        state->own(readDocument(source, reading));
     });
     return KRLIDOM_OwnedDocument(std::move(state));
+}
+
+void KRLIDOM_Reader::releaseParser() noexcept {
+    keptParser.reset();
 }

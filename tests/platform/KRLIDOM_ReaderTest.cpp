@@ -6,6 +6,7 @@
 #include <ctime>
 #include <fstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -227,6 +228,38 @@ TEST(KRLIDOMReader, ReadsTheNextDocumentAfterARefusedOne) {
     refusal("<a>");
     refusal("<!DOCTYPE a><a/>");
     EXPECT_EQ(reread("<a/>"), "<a/>");
+}
+
+TEST(KRLIDOMReader, CountsLimitsAnewForEachDocument) {
+    std::string const many = "<a>" + numbered("<n", "/>", 9'999) + "</a>";
+    std::string const others = "<b>" + numbered("<m", "/>", 9'999) + "</b>";
+    EXPECT_EQ(refusal(many).problem, "");
+    EXPECT_EQ(refusal(others).problem, "");
+    EXPECT_EQ(KRLIDOM_Reader::parse("<c d='1'/>", "t").elementCount(), 1U);
+}
+
+TEST(KRLIDOMReader, TakesTheSameMemoryForADocumentWhateverWasReadBefore) {
+    std::string const text = "<a b='1'><c/>x</a>";
+    std::size_t alone = 0;
+    std::thread([&] { alone = KRLIDOM_Reader::parse(text, "t").byteCount(); }).join();
+    refusal("<a>" + numbered("<n", " o='1'/>", 5'000) + "</a>");
+    refusal("<a b='" + std::string(500'000, 'x') + "'/>");
+    EXPECT_EQ(KRLIDOM_Reader::parse(text, "t").byteCount(), alone);
+    EXPECT_EQ(KRLIDOM_Reader::parse(text, "t").byteCount(), alone);
+}
+
+TEST(KRLIDOMReader, LeavesDocumentsThatOutliveTheNextOnesAndTheThread) {
+    KRLIDOM_OwnedDocument first;
+    KRLIDOM_OwnedDocument second;
+    std::thread([&] {
+        first = KRLIDOM_Reader::parse("<a b='1'>x</a>", "t");
+        second = KRLIDOM_Reader::parse("<b><c/></b>", "t");
+        refusal("<d>");
+    }).join();
+    KRLIDOM_Document const document = first.document();
+    document.getDocumentElement().appendChild(document.createElement("new"));
+    EXPECT_EQ(KRLIDOM_Writer::toUtf8(document), "<a b=\"1\">x<new/></a>");
+    EXPECT_EQ(KRLIDOM_Writer::toUtf8(second.document()), "<b><c/></b>");
 }
 
 } // namespace
