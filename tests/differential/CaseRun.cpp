@@ -8,8 +8,9 @@
 #include "VexNotification.h"
 #include "XmlTree.h"
 
-#include <optional>
 #include <sstream>
+#include <stdexcept>
+#include <utility>
 
 namespace {
 
@@ -60,12 +61,16 @@ std::string failureText(unsigned id, std::string const& source, std::string cons
     return out.str();
 }
 
+bool isAnyLine(Outcome const& outcome) {
+    return outcome.failure && outcome.failure->line == naive::anyLine;
+}
+
 std::string described(Outcome const& outcome) {
     std::string failure;
     if (outcome.failure) {
         auto const& f = *outcome.failure;
         failure = failureText(f.id, naive::toUtf8(f.source),
-                              f.line == naive::anyLine ? "any" : std::to_string(f.line),
+                              isAnyLine(outcome) ? "any" : std::to_string(f.line),
                               naive::toUtf8(f.function), f.parameters, naive::toUtf8);
     }
     std::string appended;
@@ -75,14 +80,21 @@ std::string described(Outcome const& outcome) {
     return described(outcome.code, failure, appended, outcome.response);
 }
 
-std::string described(vex::ActionOutcome const& outcome, bool anyLine) {
+// Most answers are written as the plain evaluator writes them; only the others are
+// brought into its form, which takes as long as reading a document.
+std::string writtenAs(std::string const& expected, KRLIDOM_Document const& response) {
+    std::string const written = KRLIDOM_Writer::toUtf8(response);
+    return written == expected ? written : naive::canonicalXml(written);
+}
+
+std::string described(vex::ActionOutcome const& outcome, Outcome const& expected) {
     using End = vex::ActionOutcome::End;
     std::string failure;
     if (outcome.end == End::Raised) {
         VexException const& e = *outcome.raised;
         failure = failureText(
             e.GetId(), e.GetLocation().source,
-            anyLine ? "any" : std::to_string(e.GetLocation().line), e.GetFunction(),
+            isAnyLine(expected) ? "any" : std::to_string(e.GetLocation().line), e.GetFunction(),
             e.GetMessages().front().GetComponents().GetParameters(),
             [](KRLMessageParm const& parameter) { return parameter.GetText().toUtf8(); });
     } else if (outcome.end == End::Stopped) {
@@ -98,16 +110,16 @@ std::string described(vex::ActionOutcome const& outcome, bool anyLine) {
         code = outcome.code;
     }
     return described(code, failure, appended,
-                     naive::canonicalXml(KRLIDOM_Writer::toUtf8(outcome.response.document())));
+                     writtenAs(expected.response, outcome.response.document()));
 }
 
-void count(CaseTally& tally, naive::GeneratedCase const& generated, naive::SessionStep const& step,
+void count(CaseTally& tally, naive::GeneratedWorld const& world, naive::SessionStep const& step,
            Outcome const& outcome) {
     ++tally.calls;
     tally.raised += outcome.failure ? 1 : 0;
     tally.trees += outcome.response.find("<Result><") != std::string::npos ? 1 : 0;
-    tally.shortcuts += generated.model.find("<shortcut") != std::string::npos ? 1 : 0;
-    tally.restricted += generated.catalogue.empty() ? 0 : 1;
+    tally.shortcuts += world.model.find("<shortcut") != std::string::npos ? 1 : 0;
+    tally.restricted += world.catalogue.empty() ? 0 : 1;
     for (Value const& value : step.in) {
         tally.references += value.xml.find("start_atRef") != std::string::npos ? 1 : 0;
     }
@@ -115,34 +127,41 @@ void count(CaseTally& tally, naive::GeneratedCase const& generated, naive::Sessi
 
 } // namespace
 
-std::string compareCase(vex::PluginProxy& plugin, naive::GeneratedCase const& generated,
-                        CaseTally& tally, std::size_t mostSteps) {
-    auto const model = vex::loadModelText(generated.model, "model.xml");
-    std::shared_ptr<vex::Catalogue const> catalogue;
-    std::optional<naive::PlainCatalogue> plainCatalogue;
-    if (!generated.catalogue.empty()) {
+LoadedWorld::LoadedWorld(naive::GeneratedWorld generated) : m_generated(std::move(generated)) {
+    m_model = vex::loadModelText(m_generated.model, "model.xml");
+    if (!m_generated.catalogue.empty()) {
         vex::Diagnostics found;
-        catalogue = vex::readCatalogueText(generated.catalogue, "catalog.xml", ".", found);
-        if (catalogue == nullptr) {
-            return "the catalogue was refused: " + vex::toString(found.front());
+        m_catalogue = vex::readCatalogueText(m_generated.catalogue, "catalog.xml", ".", found);
+        if (m_catalogue == nullptr) {
+            throw std::runtime_error("the catalogue was refused: " + vex::toString(found.front()));
         }
-        plainCatalogue.emplace(generated.catalogue);
+        m_plainCatalogue.emplace(m_generated.catalogue);
     }
-    vex::HostSession session(model, I18NLocale(toString(generated.locale)), catalogue,
-                             catalogue != nullptr ? catalogue->FindUser(toString(generated.user))
-                                                  : nullptr);
+}
 
+vex::HostSession LoadedWorld::OpenSession() const {
+    return {m_model, I18NLocale(toString(m_generated.locale)), m_catalogue,
+            m_catalogue == nullptr ? nullptr : m_catalogue->FindUser(toString(m_generated.user))};
+}
+
+naive::NaiveSession LoadedWorld::OpenPlainSession(std::size_t mostSteps) const {
     naive::SessionOptions options;
-    options.model = generated.plainModel.get();
-    options.catalogue = plainCatalogue ? &*plainCatalogue : nullptr;
-    options.user = generated.user;
-    options.locale = generated.locale;
+    options.model = m_generated.plainModel.get();
+    options.catalogue = m_plainCatalogue ? &*m_plainCatalogue : nullptr;
+    options.user = m_generated.user;
+    options.locale = m_generated.locale;
     options.workBudget = mostSteps;
-    naive::NaiveSession plain(options);
+    return naive::NaiveSession(options);
+}
 
+std::string compareSession(vex::PluginProxy& plugin, LoadedWorld const& world,
+                           std::vector<naive::SessionStep> const& steps, CaseTally& tally,
+                           std::size_t mostSteps) {
+    vex::HostSession session = world.OpenSession();
+    naive::NaiveSession plain = world.OpenPlainSession(mostSteps);
     std::string difference;
     std::size_t number = 0;
-    for (naive::SessionStep const& step : generated.steps) {
+    for (naive::SessionStep const& step : steps) {
         ++number;
         if (step.notification) {
             plugin.Notify(session, *step.notification);
@@ -160,10 +179,9 @@ std::string compareCase(vex::PluginProxy& plugin, naive::GeneratedCase const& ge
             in.AddParam(toVariant(value, values, session));
         }
         VexVariant const action = toVariant(step.action, values, session);
-        bool const anyLine = expected.failure && expected.failure->line == naive::anyLine;
         std::string const answer =
-            described(vex::callAction(plugin, session, action, in, {}), anyLine);
-        count(tally, generated, step, expected);
+            described(vex::callAction(plugin, session, action, in, {}), expected);
+        count(tally, world.Generated(), step, expected);
         if (answer != described(expected)) {
             difference = "step " + std::to_string(number) + "\n--- expected\n" +
                          described(expected) + "--- answered\n" + answer;

@@ -1,10 +1,15 @@
 #pragma once
 
+#include "Catalogue.h"
 #include "Generator.h"
+#include "HostSession.h"
 #include "PluginProxy.h"
 
 #include <cstddef>
+#include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 /// What a run of cases came to, call by call.
 struct CaseTally {
@@ -17,10 +22,27 @@ struct CaseTally {
     std::size_t givenUp = 0;    // too large for the plain evaluator, not compared
 };
 
-/// Runs a case through the plug-in, as a host calls it, and through the plain
+/// A world as both sides have it, read once for any number of sessions.
+class LoadedWorld {
+public:
+    /// Raises `std::runtime_error` when the host refuses the catalogue.
+    explicit LoadedWorld(naive::GeneratedWorld generated);
+
+    naive::GeneratedWorld const& Generated() const { return m_generated; }
+    vex::HostSession OpenSession() const;
+    naive::NaiveSession OpenPlainSession(std::size_t mostSteps) const;
+
+private:
+    naive::GeneratedWorld m_generated;
+    std::shared_ptr<vex::Model const> m_model;
+    std::shared_ptr<vex::Catalogue const> m_catalogue;
+    std::optional<naive::PlainCatalogue> m_plainCatalogue;
+};
+
+/// Runs a session through the plug-in, as a host calls it, and through the plain
 /// evaluator. "" when every call came to the same; else what differed, in full.
 /// A call that takes the plain evaluator more steps than `mostSteps` is not
 /// compared, nor what comes after it.
-std::string compareCase(vex::PluginProxy& plugin, naive::GeneratedCase const& generated,
-                        CaseTally& tally,
-                        std::size_t mostSteps = naive::SessionOptions().workBudget);
+std::string compareSession(vex::PluginProxy& plugin, LoadedWorld const& world,
+                           std::vector<naive::SessionStep> const& steps, CaseTally& tally,
+                           std::size_t mostSteps = naive::SessionOptions().workBudget);

@@ -72,13 +72,15 @@ int main(int count, char** words) {
         naive::GeneratedCase const generated = naive::generateCase(seed);
         std::string difference;
         try {
-            difference = compareCase(plugin, generated, tally);
+            difference =
+                compareSession(plugin, LoadedWorld(generated.world), generated.steps, tally);
         } catch (std::exception const& e) {
             difference = std::string("stopped: ") + e.what();
         }
         if (!difference.empty()) {
             std::fprintf(stderr, "seed %llu: %s\n%s\n", static_cast<unsigned long long>(seed),
-                         difference.c_str(), naive::described(generated).c_str());
+                         difference.c_str(),
+                         naive::described(generated.world, generated.steps).c_str());
             return EXIT_FAILURE;
         }
     }

@@ -84,48 +84,51 @@ std::string describedValue(const Value& value) {
     return "node " + value.xml;
 }
 
-GeneratedCase caseOf(Random random, CaseSize size) {
-    GeneratedCase generated;
-    generated.model = generateModel(random, size.objects);
-    const bool catalogued = random.chance(60);
-    if (catalogued) {
+} // namespace
+
+GeneratedWorld generateWorld(Random& random, CaseSize size) {
+    GeneratedWorld world;
+    world.model = generateModel(random, size.objects);
+    if (random.chance(60)) {
         static const Texts users = {u"ann", u"bob", u"cleo", u"dan", u"eve"};
-        generated.catalogue = generateCatalogue(random);
-        generated.modelPath = u"/content/m";
-        generated.user = users[random.weighted({40, 28, 28, 1, 1})];
+        world.catalogue = generateCatalogue(random);
+        world.modelPath = u"/content/m";
+        world.user = users[random.weighted({40, 28, 28, 1, 1})];
     }
     static const Texts locales = {u"", u"en", u"de", u"de_AT", u"ja", u"fr"};
-    generated.locale = locales[random.weighted({44, 28, 12, 6, 6, 4})];
+    world.locale = locales[random.weighted({44, 28, 12, 6, 6, 4})];
+    world.plainModel = std::make_shared<const PlainModel>(world.model);
+    return world;
+}
 
-    generated.plainModel = std::make_shared<const PlainModel>(generated.model);
-    const PlainModel& model = *generated.plainModel;
-    RequestGenerator requests(random, model, model.negotiatedLocale(generated.locale));
+std::vector<SessionStep> generateSession(Random& random, const GeneratedWorld& world,
+                                         CaseSize size) {
+    const PlainModel& model = *world.plainModel;
+    RequestGenerator requests(random, model, model.negotiatedLocale(world.locale));
+    const bool catalogued = !world.catalogue.empty();
     const bool metadata = random.chance(88);
     const int count = metadata ? random.between(1, size.requests)
                                : random.between(std::min(3, size.checks), size.checks);
+    std::vector<SessionStep> steps;
     for (int i = 0; i < count; ++i) {
-        generated.steps.push_back(step(random, requests, catalogued, metadata, i == 0));
+        steps.push_back(step(random, requests, catalogued, metadata, i == 0));
     }
-    return generated;
+    return steps;
 }
-
-} // namespace
 
 GeneratedCase generateCase(std::uint64_t seed) {
-    GeneratedCase generated = caseOf(Random(seed), {});
-    generated.seed = seed;
+    Random random(seed);
+    GeneratedCase generated;
+    generated.world = generateWorld(random, {});
+    generated.steps = generateSession(random, generated.world, {});
     return generated;
 }
 
-GeneratedCase generateCase(std::span<const std::uint8_t> choices, CaseSize size) {
-    return caseOf(Random(choices), size);
-}
-
-std::string described(const GeneratedCase& generated) {
-    std::string text = "seed " + std::to_string(generated.seed) + "\nmodel " + generated.model;
-    text += "\ncatalogue " + generated.catalogue + "\npath " + toUtf8(generated.modelPath);
-    text += "\nuser " + toUtf8(generated.user) + "\nlocale " + toUtf8(generated.locale) + "\n";
-    for (const SessionStep& one : generated.steps) {
+std::string described(const GeneratedWorld& world, const std::vector<SessionStep>& steps) {
+    std::string text = "model " + world.model + "\ncatalogue " + world.catalogue;
+    text += "\npath " + toUtf8(world.modelPath) + "\nuser " + toUtf8(world.user);
+    text += "\nlocale " + toUtf8(world.locale) + "\n";
+    for (const SessionStep& one : steps) {
         if (one.notification) {
             text += "notify " + std::to_string(*one.notification) + "\n";
             continue;

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "GeneratorSupport.h"
 #include "NaiveSession.h"
 
 #include <cstdint>
 #include <memory>
-#include <span>
 
 namespace naive {
 
@@ -15,15 +15,19 @@ struct SessionStep {
     std::vector<Value> in;
 };
 
-/// A model, who asks, and what is asked, all as texts.
-struct GeneratedCase {
-    std::uint64_t seed = 0;
+/// What a session is held on: a model, who asks and in which language, as texts.
+struct GeneratedWorld {
     std::string model;
     std::shared_ptr<const PlainModel> plainModel; ///< the same, as the plain evaluator has it
     std::string catalogue;                        ///< "" when the model is given alone
     Text modelPath; ///< where the catalogue has the model; "" without one
     Text user;
     Text locale; ///< asked for; "" asks for the model's default locale
+};
+
+/// A world and one session held on it.
+struct GeneratedCase {
+    GeneratedWorld world;
     std::vector<SessionStep> steps;
 };
 
@@ -37,10 +41,14 @@ struct CaseSize {
 /// The same seed gives the same case, on every machine.
 GeneratedCase generateCase(std::uint64_t seed);
 
-/// The case that these choices make; the same ones give the same case.
-GeneratedCase generateCase(std::span<const std::uint8_t> choices, CaseSize size);
+/// The world that the next choices make.
+GeneratedWorld generateWorld(Random& random, CaseSize size);
 
-/// The case as text, for people.
-std::string described(const GeneratedCase& generated);
+/// The session that the next choices make, of requests that fit the world.
+std::vector<SessionStep> generateSession(Random& random, const GeneratedWorld& world,
+                                         CaseSize size);
+
+/// World and session as text, for people.
+std::string described(const GeneratedWorld& world, const std::vector<SessionStep>& steps);
 
 } // namespace naive

@@ -2,37 +2,22 @@
 
 #include "XmlTree.h"
 
-#include <stdexcept>
-
-#include <xercesc/dom/DOM.hpp>
-#include <xercesc/framework/MemBufInputSource.hpp>
-#include <xercesc/parsers/XercesDOMParser.hpp>
-#include <xercesc/sax/HandlerBase.hpp>
+#include <algorithm>
 
 namespace naive {
 
 namespace {
 
-class Thrower : public xercesc::HandlerBase {
-public:
-    void error(const xercesc::SAXParseException& problem) override { fatalError(problem); }
-    void fatalError(const xercesc::SAXParseException& problem) override {
-        throw std::runtime_error("request not well-formed: " + toUtf8(problem.getMessage()));
+// An element's attributes come in the order of their names, as a document has them.
+void visit(const XmlElement& element, NaiveRequest& request) {
+    request.takeElement(element.name);
+    auto attributes = element.attributes;
+    std::sort(attributes.begin(), attributes.end());
+    for (const auto& [name, value] : attributes) {
+        request.takeAttribute(element.name, name, value);
     }
-};
-
-void visit(const xercesc::DOMNode* node, NaiveRequest& request) {
-    for (; node; node = node->getNextSibling()) {
-        if (node->getNodeType() == xercesc::DOMNode::ELEMENT_NODE) {
-            request.takeElement(node->getNodeName());
-            const xercesc::DOMNamedNodeMap* attributes = node->getAttributes();
-            for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
-                const xercesc::DOMNode* attribute = attributes->item(i);
-                request.takeAttribute(node->getNodeName(), attribute->getNodeName(),
-                                      attribute->getNodeValue());
-            }
-            visit(node->getFirstChild(), request);
-        }
+    for (const auto& child : element.children) {
+        visit(*child, request);
     }
 }
 
@@ -78,14 +63,7 @@ void addConstraintsWithPrefix(const std::map<Text, Text>& source, const Text& pr
 } // namespace
 
 NaiveRequest::NaiveRequest(const std::string& document) {
-    startXml();
-    xercesc::XercesDOMParser parser;
-    Thrower thrower;
-    parser.setErrorHandler(&thrower);
-    const xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(document.data()),
-                                            document.size(), "request");
-    parser.parse(source);
-    visit(parser.getDocument()->getFirstChild(), *this);
+    visit(*parseXml(document), *this);
 }
 
 void NaiveRequest::takeElement(const Text& element) {

@@ -109,18 +109,10 @@ const Text* XmlElement::attribute(const Text& wanted) const {
     return nullptr;
 }
 
-void startXml() {
-    static const bool started = [] {
-        xercesc::XMLPlatformUtils::Initialize();
-        return true;
-    }();
-    static_cast<void>(started);
-}
-
 std::unique_ptr<XmlElement> parseXml(const std::string& utf8) {
-    startXml();
     // One for all texts: making a reader takes longer than reading a small text.
     static const std::unique_ptr<xercesc::SAX2XMLReader> reader = [] {
+        xercesc::XMLPlatformUtils::Initialize();
         std::unique_ptr<xercesc::SAX2XMLReader> made(xercesc::XMLReaderFactory::createXMLReader());
         made->setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, false);
         return made;

@@ -18,9 +18,6 @@ struct XmlElement {
     const Text* attribute(const Text& wanted) const;
 };
 
-/// Xerces-C is set up on the first call.
-void startXml();
-
 /// Throws std::runtime_error when the text is not well-formed.
 std::unique_ptr<XmlElement> parseXml(const std::string& utf8);
 
