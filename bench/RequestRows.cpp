@@ -1,3 +1,4 @@
+#include "KRLIDOM_Platform.h"
 #include "KRLIDOM_Reader.h"
 #include "Rows.h"
 
@@ -21,6 +22,7 @@ void read(benchmark::State& state) {
 }
 
 void readWithANewParser(benchmark::State& state) {
+    KRLIDOM_Initialize();
     for ([[maybe_unused]] auto const& _ : state) {
         xercesc::XercesDOMParser parser;
         parser.setDoNamespaces(false);

@@ -174,6 +174,18 @@ TEST(AllocationFailure, OfReadingAndWritingADocumentLeavesNoneBehind) {
     failEveryAllocation(run);
 }
 
+TEST(AllocationFailure, OfReadingWithTheParserThatTheThreadKeepsLeavesNoneBehind) {
+    FaultRun run;
+    run.expected = "<c d=\"another text that is longer\"/>";
+    run.prepare = [&] {
+        KRLIDOM_Reader::parse("<a b='1'>a text that the parser was made for</a>", "a.xml");
+        return [&] {
+            return KRLIDOM_Writer::toUtf8(KRLIDOM_Reader::parse(run.expected, "c.xml").document());
+        };
+    };
+    failEveryAllocation(run);
+}
+
 TEST(AllocationFailure, OfALocaleThatNobodyAskedForBeforeLeavesItToBeMade) {
     // Locales are kept for good: each try has a name of its own, and what it
     // leaves is no leak.
