@@ -1,6 +1,7 @@
-#include "Rows.h"
+#include "VexAction.h"
 #include "VexNotification.h"
 #include "VexObject.h"
+#include "bench/Rows.h"
 
 #include <set>
 
@@ -9,8 +10,6 @@
 namespace bench {
 
 namespace {
-
-constexpr long accessAction = 32000;
 
 struct Case {
     char const* name;
@@ -52,7 +51,7 @@ void check(benchmark::State& state, std::size_t objects, Case const& row) {
     std::size_t at = 0;
     for ([[maybe_unused]] auto const& _ : state) {
         out.clear();
-        plugin().DoAction(*session, VexVariant(accessAction), calls[at], out);
+        plugin().DoAction(*session, VexVariant(VexAction::AccessibilityRequest), calls[at], out);
         at = (at + 1) % calls.size();
     }
     state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));

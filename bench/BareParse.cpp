@@ -1,4 +1,4 @@
-#include "BareParse.h"
+#include "bench/BareParse.h"
 
 #include "KRLIDOM_Platform.h"
 

@@ -1,6 +1,6 @@
-#include "GeneratedModel.h"
+#include "bench/GeneratedModel.h"
 
-#include "Words.h"
+#include "bench/Words.h"
 
 #include <algorithm>
 #include <numeric>

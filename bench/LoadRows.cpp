@@ -1,6 +1,6 @@
-#include "BareParse.h"
-#include "ModelLoader.h"
-#include "Rows.h"
+#include "bench/BareParse.h"
+#include "bench/Rows.h"
+#include "host/import/xml/ModelLoader.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,6 +1,6 @@
-#include "ModelLoader.h"
-#include "RecordedDocument.h"
-#include "Rows.h"
+#include "bench/RecordedDocument.h"
+#include "bench/Rows.h"
+#include "host/import/xml/ModelLoader.h"
 
 #include <cstdio>
 

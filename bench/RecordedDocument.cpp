@@ -1,4 +1,4 @@
-#include "RecordedDocument.h"
+#include "bench/RecordedDocument.h"
 
 #include "KRLIDOM_Platform.h"
 

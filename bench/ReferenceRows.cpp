@@ -1,4 +1,4 @@
-#include "Rows.h"
+#include "bench/Rows.h"
 
 #include <benchmark/benchmark.h>
 

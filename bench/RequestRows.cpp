@@ -1,6 +1,6 @@
 #include "KRLIDOM_Platform.h"
 #include "KRLIDOM_Reader.h"
-#include "Rows.h"
+#include "bench/Rows.h"
 
 #include <benchmark/benchmark.h>
 #include <xercesc/framework/MemBufInputSource.hpp>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "World.h"
+#include "bench/World.h"
 
 namespace bench {
 

@@ -1,5 +1,5 @@
-#include "RecordedDocument.h"
-#include "Rows.h"
+#include "bench/RecordedDocument.h"
+#include "bench/Rows.h"
 
 #include <benchmark/benchmark.h>
 #include <xercesc/dom/DOM.hpp>

@@ -1,5 +1,5 @@
-#include "Rows.h"
 #include "VexObject.h"
+#include "bench/Rows.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,4 +1,4 @@
-#include "Words.h"
+#include "bench/Words.h"
 
 namespace bench {
 

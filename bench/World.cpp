@@ -1,7 +1,8 @@
-#include "World.h"
+#include "bench/World.h"
 
-#include "ModelLoader.h"
+#include "VexAction.h"
 #include "VexNotification.h"
+#include "host/import/xml/ModelLoader.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -14,8 +15,6 @@
 namespace bench {
 
 namespace {
-
-constexpr long metadataAction = 31000;
 
 /// A folder for generated models that goes with the program.
 class ScratchFolder {
@@ -122,7 +121,7 @@ Asker::~Asker() {
 
 vex::ActionOutcome Asker::ask() {
     vex::ActionOutcome outcome =
-        vex::callAction(plugin(), *m_session, VexVariant(metadataAction), m_in, {});
+        vex::callAction(plugin(), *m_session, VexVariant(VexAction::MetadataRequest), m_in, {});
     if (outcome.end != vex::ActionOutcome::End::Returned) {
         fail("the plug-in did not answer: " + outcome.text);
     }

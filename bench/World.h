@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ActionCall.h"
-#include "GeneratedModel.h"
-#include "Host.h"
+#include "bench/GeneratedModel.h"
+#include "host/service/ActionCall.h"
+#include "host/service/Host.h"
 
 #include <functional>
 #include <memory>

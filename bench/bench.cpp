@@ -2,7 +2,7 @@
 // least that the same work costs. Takes the options of Google Benchmark; with
 // --small first, small models, to see that everything runs.
 
-#include "Rows.h"
+#include "bench/Rows.h"
 
 #include <string_view>
 

@@ -5,9 +5,9 @@
 //                                              nothing, builds that answer,
 //                                              writes it
 
-#include "BareParse.h"
 #include "KRLIDOM_Platform.h"
-#include "RecordedDocument.h"
+#include "bench/BareParse.h"
+#include "bench/RecordedDocument.h"
 
 #include <cstdio>
 #include <cstdlib>

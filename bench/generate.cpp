@@ -3,7 +3,7 @@
 //   vex_generate [--objects N] [--seed N] [--roles none|plain|default]
 //                --model FILE --catalog FILE
 
-#include "GeneratedModel.h"
+#include "bench/GeneratedModel.h"
 
 #include <cstdio>
 #include <cstdlib>

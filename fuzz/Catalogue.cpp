@@ -1,6 +1,6 @@
-#include "Catalogue.h"
+#include "host/catalogue/Catalogue.h"
 
-#include "FuzzTargets.h"
+#include "fuzz/FuzzTargets.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 // The fuzzer's way into one target.
 
-#include "FuzzTargets.h"
+#include "fuzz/FuzzTargets.h"
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     fuzz::VEX_FUZZ_TARGET(std::string_view(reinterpret_cast<char const*>(data), size));

@@ -1,10 +1,11 @@
-#include "FuzzSession.h"
+#include "fuzz/FuzzSession.h"
 
-#include "Catalogue.h"
-#include "FuzzTargets.h"
 #include "KRLIDOM_Reader.h"
-#include "ModelLoader.h"
+#include "VexAction.h"
 #include "VexNotification.h"
+#include "fuzz/FuzzTargets.h"
+#include "host/catalogue/Catalogue.h"
+#include "host/import/xml/ModelLoader.h"
 
 namespace {
 
@@ -69,24 +70,24 @@ vex::ActionLimits smallLimits() {
 }
 
 vex::ActionOutcome ask(vex::HostSession& session, std::string_view request) {
-    constexpr long metadata = 31000;
     vex::ActionValues values;
     VexParams in;
     in.AddParam(values.Long(0));
     in.AddParam(values.String("/content/m"));
     in.AddParam(values.Node(KRLIDOM_Reader::parse(request, "request")));
-    return vex::callAction(plugin(), session, VexVariant(metadata), in, smallLimits());
+    return vex::callAction(plugin(), session, VexVariant(VexAction::MetadataRequest), in,
+                           smallLimits());
 }
 
 vex::ActionOutcome check(vex::HostSession& session) {
-    constexpr long accessibility = 32000;
     vex::ActionValues values;
     VexParams in;
     in.AddParam(values.Long(0));
     in.AddParam(values.String("/content/m"));
     in.AddParam(values.Handle(session.FindObject("q")));
     in.AddParam(values.Long(0));
-    return vex::callAction(plugin(), session, VexVariant(accessibility), in, smallLimits());
+    return vex::callAction(plugin(), session, VexVariant(VexAction::AccessibilityRequest), in,
+                           smallLimits());
 }
 
 void requireSound(vex::ActionOutcome const& outcome) {

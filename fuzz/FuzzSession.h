@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ActionCall.h"
-#include "HostSession.h"
-#include "PluginProxy.h"
+#include "host/service/ActionCall.h"
+#include "host/service/HostSession.h"
+#include "host/service/PluginProxy.h"
 
 #include <memory>
 #include <string>

@@ -1,9 +1,9 @@
-#include "FuzzSession.h"
-#include "FuzzTargets.h"
 #include "KRLException.h"
-#include "ModelChecks.h"
-#include "ModelLoader.h"
 #include "VexObject.h"
+#include "fuzz/FuzzSession.h"
+#include "fuzz/FuzzTargets.h"
+#include "host/import/xml/ModelLoader.h"
+#include "host/insight/ModelChecks.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
-#include "FuzzSession.h"
-#include "FuzzTargets.h"
 #include "KRLException.h"
 #include "KRLIDOM_Writer.h"
+#include "fuzz/FuzzSession.h"
+#include "fuzz/FuzzTargets.h"
 
 namespace {
 

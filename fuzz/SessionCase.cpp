@@ -1,7 +1,7 @@
-#include "CaseRun.h"
-#include "FuzzSession.h"
-#include "FuzzTargets.h"
-#include "SessionCaseInput.h"
+#include "fuzz/FuzzSession.h"
+#include "fuzz/FuzzTargets.h"
+#include "fuzz/SessionCaseInput.h"
+#include "tests/differential/CaseRun.h"
 
 #include <unordered_map>
 

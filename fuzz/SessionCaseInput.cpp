@@ -1,4 +1,4 @@
-#include "SessionCaseInput.h"
+#include "fuzz/SessionCaseInput.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 // How the fuzzer changes an input of `sessionCase`.
 
-#include "SessionCaseInput.h"
+#include "fuzz/SessionCaseInput.h"
 
 #include <algorithm>
 #include <cstdint>

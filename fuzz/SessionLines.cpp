@@ -1,8 +1,8 @@
-#include "SessionLines.h"
+#include "apps/vexma/SessionLines.h"
 
-#include "FuzzSession.h"
-#include "FuzzTargets.h"
 #include "KRLException.h"
+#include "fuzz/FuzzSession.h"
+#include "fuzz/FuzzTargets.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
-#include "FuzzSession.h"
-#include "FuzzTargets.h"
-#include "VexMDMaProvider.h"
-#include "VexStartPath.h"
+#include "fuzz/FuzzSession.h"
+#include "fuzz/FuzzTargets.h"
+#include "provider/VexMDMaProvider.h"
+#include "provider/start/VexStartPath.h"
 
 #include <algorithm>
 #include <memory>

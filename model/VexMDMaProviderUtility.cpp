@@ -1,4 +1,4 @@
-#include "VexMDMaProviderUtility.h"
+#include "model/VexMDMaProviderUtility.h"
 
 #include "VexObject.h"
 

@@ -1,10 +1,9 @@
-#include "VexModelPath.h"
+#include "model/VexModelPath.h"
 
 #include "resources.h"
 
 namespace {
 
-constexpr long pathMark = 126;
 // quirk: path-mark-cut-by-count
 // The count is fixed: it does not follow the length of the mark.
 constexpr int markLength = 5;
@@ -12,7 +11,7 @@ constexpr int markLength = 5;
 } // namespace
 
 VexModelPath ReadModelPath(I18NString const& modelPath) {
-    if (modelPath.find(resources::getString(pathMark), 0) == 0) {
+    if (modelPath.find(resources::getString(resources::PathMark), 0) == 0) {
         return {modelPath.substring(markLength, -1), false};
     }
     static I18NString const content("/content/");

@@ -1,13 +1,13 @@
-#include "VexAccessAction.h"
+#include "plugin/VexAccessAction.h"
 
-#include "VexConstants.h"
-#include "VexFailure.h"
-#include "VexMDAccessEngine.h"
-#include "VexMDMaProviderUtility.h"
-#include "VexModelPath.h"
-#include "VexParameters.h"
 #include "VexParams.h"
 #include "VexSession.h"
+#include "model/VexFailure.h"
+#include "model/VexMDMaProviderUtility.h"
+#include "model/VexModelPath.h"
+#include "plugin/VexParameters.h"
+#include "provider/VexConstants.h"
+#include "security/VexMDAccessEngine.h"
 
 VexAccessAction::VexAccessAction(VexSession& session) : m_session(&session) {}
 

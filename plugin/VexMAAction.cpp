@@ -1,11 +1,11 @@
-#include "VexMAAction.h"
+#include "plugin/VexMAAction.h"
 
 #include "KRLIDOM_Node.h"
-#include "VexConstants.h"
-#include "VexFailure.h"
-#include "VexMDMaProvider.h"
-#include "VexParameters.h"
 #include "VexParams.h"
+#include "model/VexFailure.h"
+#include "plugin/VexParameters.h"
+#include "provider/VexConstants.h"
+#include "provider/VexMDMaProvider.h"
 
 VexMAAction::VexMAAction(VexSession& session) : m_session(&session) {}
 

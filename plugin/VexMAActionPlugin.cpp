@@ -1,13 +1,14 @@
-#include "VexMAActionPlugin.h"
+#include "plugin/VexMAActionPlugin.h"
 
 #include "KRLPluginCreator.h"
-#include "VexAccessAction.h"
-#include "VexConstants.h"
-#include "VexFailure.h"
-#include "VexMAAction.h"
+#include "VexAction.h"
 #include "VexNotification.h"
 #include "VexObjectCustomData.h"
 #include "VexTrace.h"
+#include "model/VexFailure.h"
+#include "plugin/VexAccessAction.h"
+#include "plugin/VexMAAction.h"
+#include "provider/VexConstants.h"
 
 #include <algorithm>
 #include <array>
@@ -49,9 +50,9 @@ constexpr ActionRow rowOf(long code, char const* const& key) {
 }
 
 ActionRow const actionRows[] = {
-    rowOf<VexMAAction, &VexMAAction::doRequest>(VexMAActionPlugin::MetadataRequest, s_maAction),
-    rowOf<VexAccessAction, &VexAccessAction::doAccessibility>(
-        VexMAActionPlugin::AccessibilityRequest, s_maAccessibility),
+    rowOf<VexMAAction, &VexMAAction::doRequest>(VexAction::MetadataRequest, s_maAction),
+    rowOf<VexAccessAction, &VexAccessAction::doAccessibility>(VexAction::AccessibilityRequest,
+                                                              s_maAccessibility),
 };
 
 ActionRow const* findRow(long code) {

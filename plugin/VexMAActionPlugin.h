@@ -7,9 +7,6 @@
 /// found again through the session's custom data.
 class VexMAActionPlugin final : public VexPluginInterface {
 public:
-    static constexpr long MetadataRequest = 31000;
-    static constexpr long AccessibilityRequest = 32000;
-
     int Initialize(char const* parameters) override;
     int Terminate(char const* parameters) override;
 

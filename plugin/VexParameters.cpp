@@ -1,4 +1,4 @@
-#include "VexParameters.h"
+#include "plugin/VexParameters.h"
 
 #include "VexVariant.h"
 

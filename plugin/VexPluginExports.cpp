@@ -1,9 +1,9 @@
 // What the library exports. The plug-in itself is found through the factory,
 // where loading the library has registered it.
 
-#include "VexAccessAction.h"
 #include "VexAccessExplanation.h"
 #include "VexPlatformVersion.h"
+#include "plugin/VexAccessAction.h"
 
 #define VEX_PLUGIN_EXPORT extern "C" __attribute__((visibility("default")))
 

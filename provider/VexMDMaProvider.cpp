@@ -1,14 +1,13 @@
-#include "VexMDMaProvider.h"
+#include "provider/VexMDMaProvider.h"
 
 #include "KRLIDOM_Helper.h"
-#include "VexConstants.h"
-#include "VexFailure.h"
-#include "VexMDMaProviderHelper.h"
-#include "VexMDMaProviderVisability.h"
-#include "VexModelPath.h"
-#include "VexResourceNumbers.h"
 #include "VexSession.h"
-#include "VexStartPath.h"
+#include "model/VexFailure.h"
+#include "model/VexModelPath.h"
+#include "provider/VexConstants.h"
+#include "provider/request/VexMDMaProviderHelper.h"
+#include "provider/start/VexStartPath.h"
+#include "provider/tree/VexMDMaProviderVisability.h"
 #include "resources.h"
 
 #include <algorithm>
@@ -89,15 +88,15 @@ void VexMDMaProvider::answerFunctionRequest(VexMDMaProviderHelper const& helper,
     KRLIDOM_Node const place = response.getFirstChild();
     I18NLocale const& locale = *m_session->GetCurrentLocale();
     KRLIDOM_Element const package =
-        m_document.createElement(resources::getString(VexResource::Package));
+        m_document.createElement(resources::getString(resources::Package));
     if (m_securitySource != nullptr) {
         I18NString value;
         m_securitySource->GetPackageValue(m_modelPath, value, locale);
-        package.setAttribute(resources::getString(VexResource::Name), value);
+        package.setAttribute(resources::getString(resources::Name), value);
     }
     place.appendChild(package);
     NameParts names;
-    helper.GetPropertiesForClass(resources::getString(VexResource::Package), names);
+    helper.GetPropertiesForClass(resources::getString(resources::Package), names);
     for (I18NString const& name : names) {
         if (m_securitySource == nullptr) {
             continue;
@@ -120,7 +119,7 @@ VexMDAccessEngine VexMDMaProvider::getAccessEngine(VexMDMaProviderHelper const& 
         }
         std::vector<I18NString> requested;
         I18NString const view =
-            helper.GetAttributeValueForAttribute(resources::getString(VexResource::SecurityView));
+            helper.GetAttributeValueForAttribute(resources::getString(resources::SecurityView));
         if (view.empty()) {
             views = m_availableViews;
         } else {

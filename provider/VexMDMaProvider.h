@@ -4,10 +4,10 @@
 #include "I18NString.h"
 #include "KRLIDOM_Document.h"
 #include "VEX_HANDLE.h"
-#include "VexMDAccessEngine.h"
-#include "VexMDMaModelElementInfo.h"
 #include "Vex_Handle_Collection.h"
 #include "Vex_I18NString_Collection.h"
+#include "provider/VexMDMaModelElementInfo.h"
+#include "security/VexMDAccessEngine.h"
 
 #include <list>
 #include <set>

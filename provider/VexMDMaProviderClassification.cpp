@@ -1,12 +1,11 @@
 // Which elements of a path count for a reference, and the reference itself.
 
-#include "VexClassNames.h"
-#include "VexMDMaProvider.h"
-#include "VexMDMaProviderUtility.h"
-#include "VexNameSearch.h"
-#include "VexPathRecords.h"
-#include "VexReferenceText.h"
-#include "VexResourceNumbers.h"
+#include "model/VexClassNames.h"
+#include "model/VexMDMaProviderUtility.h"
+#include "model/VexNameSearch.h"
+#include "provider/VexMDMaProvider.h"
+#include "provider/tree/VexPathRecords.h"
+#include "provider/tree/VexReferenceText.h"
 #include "resources.h"
 
 #include <algorithm>
@@ -71,7 +70,7 @@ bool VexMDMaProvider::IsNamespaceOrShortcutToNamespace(I18NLocale const* locale,
         FindParentNamespace(locale, enclosing);
         if (enclosing.IsNotNull()) {
             // An unnamed namespace leaves the shortcut's name in the string.
-            I18NString key = resources::getString(VexResource::Name);
+            I18NString key = resources::getString(resources::Name);
             I18NString value(name);
             VexMDMaProviderUtility::GetStringPropertyValue(enclosing, key, value, locale);
             namespaceName = value;

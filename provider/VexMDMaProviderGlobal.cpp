@@ -1,10 +1,10 @@
 // What a request asks of the model as a whole: locales and separators.
 
 #include "I18NNumericFormat.h"
-#include "VexMDMaProvider.h"
-#include "VexMDMaProviderHelper.h"
-#include "VexMDMaProviderUtility.h"
 #include "VexSession.h"
+#include "model/VexMDMaProviderUtility.h"
+#include "provider/VexMDMaProvider.h"
+#include "provider/request/VexMDMaProviderHelper.h"
 
 namespace {
 

@@ -1,10 +1,9 @@
 // The reduced tree: every object with the same four attributes. No request of
 // the plug-in's own writes it; it belongs to the provider's interface.
 
-#include "VexClassNames.h"
-#include "VexMDMaProvider.h"
-#include "VexMDMaProviderUtility.h"
-#include "VexResourceNumbers.h"
+#include "model/VexClassNames.h"
+#include "model/VexMDMaProviderUtility.h"
+#include "provider/VexMDMaProvider.h"
 #include "resources.h"
 
 #include <algorithm>
@@ -45,7 +44,7 @@ void VexMDMaProvider::AddSubtree(VEX_HANDLE object, I18NLocale const* locale,
     VexMDMaProviderUtility::GetRole(object, role);
     I18NString classAttribute;
     VexMDMaProviderUtility::GetClass(object, classAttribute);
-    I18NString nameKey = resources::getString(VexResource::Name);
+    I18NString nameKey = resources::getString(resources::Name);
     I18NString name;
     VexMDMaProviderUtility::GetStringPropertyValue(object, nameKey, name, locale);
 

@@ -1,13 +1,12 @@
 // Requests that start at a reference, and the searches for what stands
 // directly in a namespace or behind a shortcut.
 
-#include "VexClassNames.h"
-#include "VexConstants.h"
-#include "VexFailure.h"
-#include "VexMDMaProvider.h"
-#include "VexMDMaProviderUtility.h"
-#include "VexNameSearch.h"
-#include "VexResourceNumbers.h"
+#include "model/VexClassNames.h"
+#include "model/VexFailure.h"
+#include "model/VexMDMaProviderUtility.h"
+#include "model/VexNameSearch.h"
+#include "provider/VexConstants.h"
+#include "provider/VexMDMaProvider.h"
 #include "resources.h"
 
 #include <deque>

@@ -1,13 +1,12 @@
 // The search for the query item that a reference of three names stands for.
 
-#include "VexClassNames.h"
-#include "VexFailure.h"
-#include "VexMDMaProvider.h"
-#include "VexMDMaProviderUtility.h"
-#include "VexNameSearch.h"
-#include "VexResourceNumbers.h"
 #include "VexSession.h"
-#include "VexShortcutTarget.h"
+#include "model/VexClassNames.h"
+#include "model/VexFailure.h"
+#include "model/VexMDMaProviderUtility.h"
+#include "model/VexNameSearch.h"
+#include "model/VexShortcutTarget.h"
+#include "provider/VexMDMaProvider.h"
 #include "resources.h"
 
 namespace {
@@ -130,7 +129,7 @@ VEX_HANDLE VexMDMaProvider::findQuerySubjectInModel(I18NString const& namespaceN
 
 bool VexMDMaProvider::isNamedInAnyLocale(VEX_HANDLE object, I18NString const& name,
                                          I18NLocale const* locale) {
-    I18NString key = resources::getString(VexResource::Name);
+    I18NString key = resources::getString(resources::Name);
     I18NString value;
     for (I18NLocale const* const candidate : {locale, m_session->GetLocale(m_defaultLocale)}) {
         VexMDMaProviderUtility::GetStringPropertyValue(object, key, value, candidate);

@@ -1,16 +1,15 @@
 // From a start path to the object that it names.
 
-#include "VexClassNames.h"
-#include "VexConstants.h"
-#include "VexFailure.h"
-#include "VexMDMaProvider.h"
-#include "VexMDMaProviderHelper.h"
-#include "VexMDMaProviderUtility.h"
-#include "VexNameSearch.h"
-#include "VexRequestedNames.h"
-#include "VexResourceNumbers.h"
 #include "VexSession.h"
-#include "VexStartPath.h"
+#include "model/VexClassNames.h"
+#include "model/VexFailure.h"
+#include "model/VexMDMaProviderUtility.h"
+#include "model/VexNameSearch.h"
+#include "provider/VexConstants.h"
+#include "provider/VexMDMaProvider.h"
+#include "provider/request/VexMDMaProviderHelper.h"
+#include "provider/request/VexRequestedNames.h"
+#include "provider/start/VexStartPath.h"
 #include "resources.h"
 
 #include <iterator>
@@ -19,7 +18,7 @@
 namespace {
 
 I18NString nameOf(VEX_HANDLE object, I18NLocale const* locale) {
-    I18NString key = resources::getString(VexResource::Name);
+    I18NString key = resources::getString(resources::Name);
     I18NString name;
     VexMDMaProviderUtility::GetStringPropertyValue(object, key, name, locale);
     return name;
@@ -133,7 +132,7 @@ bool VexMDMaProvider::FindItemInCollection(NameParts::const_iterator& part,
                                            I18NLocale const* locale, Vex_Handle_Collection& items,
                                            VexMDMaPath& path) {
     I18NString const& wanted = *part;
-    I18NString key = resources::getString(VexResource::Name);
+    I18NString key = resources::getString(resources::Name);
     // quirk: locale-is-paired-with-the-item-at-its-index
     // Locale j is tried on item j, not on the item at hand. That pairing is
     // required; and as it does not depend on the item, one answer serves all.

@@ -1,15 +1,14 @@
 // What an object is made of: its collections and its plain attributes.
 
-#include "VexMDMaProvider.h"
-#include "VexMDMaProviderUtility.h"
-#include "VexMembers.h"
-#include "VexResourceNumbers.h"
+#include "model/VexMDMaProviderUtility.h"
+#include "model/VexMembers.h"
+#include "provider/VexMDMaProvider.h"
 #include "resources.h"
 
 void VexMDMaProvider::getClassName(I18NString const& name, I18NString& className) {
     // quirk: suffix-cut-unchecked
     // What is cut off is not compared with the suffix.
-    int const suffix = resources::getString(VexResource::CollectionSuffix).length();
+    int const suffix = resources::getString(resources::CollectionSuffix).length();
     className = name.substring(0, name.length() - suffix);
 }
 

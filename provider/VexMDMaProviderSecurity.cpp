@@ -1,10 +1,9 @@
 // The session's security information, and the classes that it covers.
 
 #include "KRLThreadMutex.h"
-#include "VexFailure.h"
-#include "VexMDMaProvider.h"
-#include "VexResourceNumbers.h"
 #include "VexSession.h"
+#include "model/VexFailure.h"
+#include "provider/VexMDMaProvider.h"
 #include "resources.h"
 
 #include <atomic>
@@ -14,9 +13,9 @@ namespace {
 KRLThreadMutex GSecuredObjects(0);
 
 constexpr long securedClasses[] = {
-    VexResource::Namespace, VexResource::Folder,          VexResource::QuerySubject,
-    VexResource::QueryItem, VexResource::QueryItemFolder, VexResource::Calculation,
-    VexResource::Filter,    VexResource::Function,        VexResource::Shortcut,
+    resources::Namespace, resources::Folder,          resources::QuerySubject,
+    resources::QueryItem, resources::QueryItemFolder, resources::Calculation,
+    resources::Filter,    resources::Function,        resources::Shortcut,
 };
 
 } // namespace

@@ -1,11 +1,11 @@
 // Tree output as the provider's interface offers it.
 
-#include "VexMDMaProvider.h"
-#include "VexMDMaProviderUtility.h"
-#include "VexMDMaTreeWriter.h"
-#include "VexPathRecords.h"
 #include "VexSession.h"
-#include "VexShortcutTarget.h"
+#include "model/VexMDMaProviderUtility.h"
+#include "model/VexShortcutTarget.h"
+#include "provider/VexMDMaProvider.h"
+#include "provider/tree/VexMDMaTreeWriter.h"
+#include "provider/tree/VexPathRecords.h"
 
 void VexMDMaProvider::GetRequestedElementTreeAtLevel(
     VexMDMaProviderHelper const& helper, I18NString const& className, I18NString const& startPath,

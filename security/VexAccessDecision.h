@@ -1,7 +1,7 @@
 #pragma once
 
 #include "VexAccessExplanation.h"
-#include "VexIdSet.h"
+#include "security/VexIdSet.h"
 
 /// What the security views and roles in force say about object ids.
 struct VexAccessFacts {

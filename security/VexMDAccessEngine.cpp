@@ -1,9 +1,9 @@
-#include "VexMDAccessEngine.h"
+#include "security/VexMDAccessEngine.h"
 
-#include "VexFailure.h"
-#include "VexMDMaProviderUtility.h"
-#include "VexSecurityWords.h"
 #include "VexSession.h"
+#include "model/VexFailure.h"
+#include "model/VexMDMaProviderUtility.h"
+#include "security/VexSecurityWords.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -69,7 +69,8 @@ void VexMDAccessEngine::populateAccessInfo() {
     // Of a requested view only the included kind counts; its other sets matter
     // through its role alone.
     for (VEX_HANDLE const view : requested) {
-        loadHiddenExludedIncludedIdLists(view, resources::getString(KindIncluded), false, false);
+        loadHiddenExludedIncludedIdLists(view, resources::getString(resources::Included), false,
+                                         false);
     }
     filterSecurityViews(views);
     m_populated = true;
@@ -78,7 +79,8 @@ void VexMDAccessEngine::populateAccessInfo() {
 Vex_Handle_Collection VexMDAccessEngine::allSecurityViews() {
     Vex_Handle_Collection views;
     VexMDMaProviderUtility::getElementsByTagName(m_session->GetObjectStore().GetRootObject(),
-                                                 resources::getString(SecurityView), views);
+                                                 resources::getString(resources::SecurityView),
+                                                 views);
     return views;
 }
 
@@ -87,13 +89,13 @@ void VexMDAccessEngine::filterSecurityViews(Vex_Handle_Collection& views) {
     m_hasRoleBasedViews = false;
     VEX_HANDLE defaultView = ConvertFromInt(0);
     for (VEX_HANDLE const view : views) {
-        if (!isRoleBased(view, resources::getString(RoleBased))) {
+        if (!isRoleBased(view, resources::getString(resources::RoleBased))) {
             continue;
         }
         m_hasRoleBasedViews = true;
         Vex_Handle_Collection members;
-        VexMDMaProviderUtility::getElementsByTagName(view, resources::getString(ViewMember),
-                                                     members);
+        VexMDMaProviderUtility::getElementsByTagName(
+            view, resources::getString(resources::ViewMember), members);
         if (members.empty()) {
             defaultView = view; // the last such view in model order stays
             continue;
@@ -101,16 +103,17 @@ void VexMDAccessEngine::filterSecurityViews(Vex_Handle_Collection& views) {
         // quirk: first-member-speaks
         // Only the first member speaks for its view; further ones are never
         // looked at. Kept on purpose.
-        if (roles.contains(PropertyOf(members[0], MemberRole))) {
-            for (Word const kind : {KindIncluded, KindExcluded, KindHidden}) {
+        if (roles.contains(PropertyOf(members[0], resources::MemberRole))) {
+            for (resources::Word const kind :
+                 {resources::Included, resources::Excluded, resources::Hidden}) {
                 loadHiddenExludedIncludedIdLists(view, resources::getString(kind), true, false);
             }
         }
     }
     if (defaultView.IsNotNull()) {
         m_hasDefaultView = true;
-        loadHiddenExludedIncludedIdLists(defaultView, resources::getString(KindExcluded), false,
-                                         true);
+        loadHiddenExludedIncludedIdLists(defaultView, resources::getString(resources::Excluded),
+                                         false, true);
     }
 }
 
@@ -124,12 +127,13 @@ void VexMDAccessEngine::loadHiddenExludedIncludedIdLists(VEX_HANDLE object,
     Vex_Handle_Collection sets;
     VexMDMaProviderUtility::getElementsByTagName(object, SetTag, sets);
     for (VEX_HANDLE const set : sets) {
-        I18NString const kind = PropertyOf(set, SetKind);
+        I18NString const kind = PropertyOf(set, resources::SetKind);
         if (kind.empty() || kind != listKind) {
             continue;
         }
         Vex_Handle_Collection entries;
-        VexMDMaProviderUtility::getElementsByTagName(set, resources::getString(SetEntry), entries);
+        VexMDMaProviderUtility::getElementsByTagName(set, resources::getString(resources::SetEntry),
+                                                     entries);
         if (list != nullptr) {
             list->reserveMore(entries.size());
         }
@@ -145,15 +149,15 @@ void VexMDAccessEngine::loadHiddenExludedIncludedIdLists(VEX_HANDLE object,
 
 VexIdSet* VexMDAccessEngine::listFor(I18NString const& listKind, bool roleBased, bool defaultView) {
     struct Row {
-        Word kind;
+        resources::Word kind;
         VexIdSet* ofRole;
         VexIdSet* ofDefaultView;
         VexIdSet* ofView;
     };
     Row const rows[] = {
-        {KindIncluded, &m_roleIncludedIds, &m_includedIds, &m_includedIds},
-        {KindExcluded, &m_roleExcludedIds, &m_defaultExcludedIds, &m_excludedIds},
-        {KindHidden, &m_roleHiddenIds, &m_hiddenIds, &m_hiddenIds},
+        {resources::Included, &m_roleIncludedIds, &m_includedIds, &m_includedIds},
+        {resources::Excluded, &m_roleExcludedIds, &m_defaultExcludedIds, &m_excludedIds},
+        {resources::Hidden, &m_roleHiddenIds, &m_hiddenIds, &m_hiddenIds},
     };
     for (Row const& row : rows) {
         if (listKind == resources::getString(row.kind)) {

@@ -3,9 +3,9 @@
 #include "I18NLocale.h"
 #include "I18NString.h"
 #include "VEX_HANDLE.h"
-#include "VexAccessDecision.h"
-#include "VexIdSet.h"
 #include "Vex_Handle_Collection.h"
+#include "security/VexAccessDecision.h"
+#include "security/VexIdSet.h"
 
 #include <vector>
 

@@ -1,9 +1,9 @@
 // Why the engine decides as it does. Slower than deciding, and used only when
 // people ask.
 
-#include "VexMDAccessEngine.h"
-#include "VexSecurityWords.h"
 #include "VexSession.h"
+#include "security/VexMDAccessEngine.h"
+#include "security/VexSecurityWords.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -15,19 +15,20 @@ namespace {
 using ObjectsById = std::unordered_multimap<I18NString, VexExplainedObject*>;
 
 struct KindRow {
-    Word kind;
+    resources::Word kind;
     bool VexViewMention::*mark;
 };
 constexpr KindRow kindRows[] = {
-    {KindIncluded, &VexViewMention::included},
-    {KindExcluded, &VexViewMention::excluded},
-    {KindHidden, &VexViewMention::hidden},
+    {resources::Included, &VexViewMention::included},
+    {resources::Excluded, &VexViewMention::excluded},
+    {resources::Hidden, &VexViewMention::hidden},
 };
 
 void markEntries(VEX_HANDLE set, bool VexViewMention::*mark, std::size_t view,
                  ObjectsById const& objects) {
     Vex_Handle_Collection entries;
-    VexMDMaProviderUtility::getElementsByTagName(set, resources::getString(SetEntry), entries);
+    VexMDMaProviderUtility::getElementsByTagName(set, resources::getString(resources::SetEntry),
+                                                 entries);
     for (VEX_HANDLE const entry : entries) {
         I18NString id;
         VexMDMaProviderUtility::GetValue(entry, id, true);
@@ -46,7 +47,7 @@ void markMentions(VEX_HANDLE view, std::size_t number, ObjectsById const& object
     Vex_Handle_Collection sets;
     VexMDMaProviderUtility::getElementsByTagName(view, SetTag, sets);
     for (VEX_HANDLE const set : sets) {
-        I18NString const kind = PropertyOf(set, SetKind);
+        I18NString const kind = PropertyOf(set, resources::SetKind);
         for (KindRow const& row : kindRows) {
             if (kind == resources::getString(row.kind)) {
                 markEntries(set, row.mark, number, objects);
@@ -94,12 +95,12 @@ void VexMDAccessEngine::explainViews(Vex_Handle_Collection const& views,
         VexMDMaProviderUtility::GetId(view, explained.id);
         explained.inForce = IsRequestedAndAccesibleView(explained.id);
         Vex_Handle_Collection members;
-        VexMDMaProviderUtility::getElementsByTagName(view, resources::getString(ViewMember),
-                                                     members);
+        VexMDMaProviderUtility::getElementsByTagName(
+            view, resources::getString(resources::ViewMember), members);
         if (!members.empty()) {
-            explained.firstMemberRole = PropertyOf(members[0], MemberRole);
+            explained.firstMemberRole = PropertyOf(members[0], resources::MemberRole);
         }
-        if (!isRoleBased(view, resources::getString(RoleBased))) {
+        if (!isRoleBased(view, resources::getString(resources::RoleBased))) {
             explained.role = VexViewRole::NotRoleBased;
         } else if (members.empty()) {
             if (defaultView != nullptr) {

@@ -1,6 +1,6 @@
 // Runs every kept input through its target: the seeds, and what was found.
 
-#include "FuzzTargets.h"
+#include "fuzz/FuzzTargets.h"
 
 #include <filesystem>
 #include <fstream>

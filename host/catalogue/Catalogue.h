@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Diagnostic.h"
 #include "I18NLocale.h"
+#include "host/store/build/Diagnostic.h"
 
 #include <map>
 #include <memory>

@@ -1,7 +1,7 @@
-#include "CatalogueReader.h"
-#include "FileText.h"
 #include "KRLException.h"
-#include "SaxDocument.h"
+#include "host/catalogue/CatalogueReader.h"
+#include "host/import/xml/FileText.h"
+#include "host/import/xml/SaxDocument.h"
 
 #include <algorithm>
 #include <filesystem>

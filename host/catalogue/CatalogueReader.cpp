@@ -1,8 +1,8 @@
-#include "CatalogueReader.h"
+#include "host/catalogue/CatalogueReader.h"
 
-#include "DocumentPosition.h"
 #include "I18NStringIterator.h"
 #include "KRLException.h"
+#include "host/store/image/DocumentPosition.h"
 
 #include <algorithm>
 #include <filesystem>

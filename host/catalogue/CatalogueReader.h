@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Catalogue.h"
+#include "host/catalogue/Catalogue.h"
 
 #include <set>
 

@@ -1,6 +1,6 @@
-#include "AccessStory.h"
+#include "host/insight/AccessStory.h"
 
-#include "ObjectText.h"
+#include "host/insight/ObjectText.h"
 
 #include <algorithm>
 #include <iterator>

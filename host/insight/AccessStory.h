@@ -1,8 +1,8 @@
 #pragma once
 
 #include "I18NLocale.h"
-#include "Model.h"
 #include "VexAccessExplanation.h"
+#include "host/store/image/Model.h"
 
 #include <string>
 #include <vector>

@@ -1,8 +1,8 @@
-#include "AnswerEstimate.h"
+#include "host/insight/AnswerEstimate.h"
 
-#include "ExpansionGraph.h"
-#include "ReferenceText.h"
 #include "VexObject.h"
+#include "host/insight/ExpansionGraph.h"
+#include "host/store/image/ReferenceText.h"
 #include "resources.h"
 
 #include <algorithm>
@@ -11,10 +11,6 @@ namespace vex {
 
 namespace {
 
-constexpr long folderString = 197;
-constexpr long nameString = 278;
-constexpr long namespaceString = 279;
-constexpr long shortcutString = 356;
 constexpr long deepestLevel = 1024;
 
 // Measured on the documents that answers are made in.
@@ -66,7 +62,7 @@ private:
         if (!own.isKnown) {
             VEX_HANDLE const element = m_graph.Element(number);
             VexObject(element).GetName(own.cls);
-            own.nameLength = Length(element, resources::getString(nameString));
+            own.nameLength = Length(element, resources::getString(resources::Name));
             for (I18NString const& name : NamesFor(element, own.cls)) {
                 bool const isPath = name == "_path" || name == "_ref";
                 own.paths += isPath ? 1U : 0U;
@@ -105,8 +101,9 @@ private:
     }
 
     static I18NString TagOf(I18NString const& cls) {
-        return cls == resources::getString(namespaceString) ? resources::getString(folderString)
-                                                            : cls;
+        return cls == resources::getString(resources::Namespace)
+                   ? resources::getString(resources::Folder)
+                   : cls;
     }
 
     Size SizeOf(Own const& own, std::size_t pathLength) const {
@@ -117,7 +114,7 @@ private:
         ++m_steps;
         Own const own = OwnOf(number);
         pathLength += own.nameLength + pathBrackets;
-        if (own.cls == resources::getString(shortcutString)) {
+        if (own.cls == resources::getString(resources::Shortcut)) {
             return CountShortcut(number, level, pathLength);
         }
         Size const itself = SizeOf(own, pathLength);
@@ -189,7 +186,7 @@ private:
 };
 
 bool hasName(Model const& model, VEX_HANDLE element, I18NLocale locale, I18NString const& name) {
-    I18NString const& key = resources::getString(nameString);
+    I18NString const& key = resources::getString(resources::Name);
     std::vector<I18NLocale> locales = model.Locales();
     locales.push_back(locale);
     locales.push_back(model.DefaultLocale());
@@ -232,7 +229,7 @@ std::size_t pathLengthTo(VEX_HANDLE element, I18NLocale locale) {
     std::size_t length = 0;
     for (VEX_HANDLE at = element; at.IsNotNull(); at = VexObject(at).GetParent()) {
         I18NString name;
-        VexObject(VexObject(at).GetPropertyByName(resources::getString(nameString), &locale))
+        VexObject(VexObject(at).GetPropertyByName(resources::getString(resources::Name), &locale))
             .GetValue(name, true);
         length += static_cast<std::size_t>(name.length()) + pathBrackets;
     }
@@ -257,7 +254,7 @@ AnswerEstimate estimateAnswer(Model const& model, EstimateQuestion const& questi
     }
     Vex_Handle_Collection namespaces;
     VexObject(model.GetRootObject())
-        .getElementsByTagName(resources::getString(namespaceString), namespaces);
+        .getElementsByTagName(resources::getString(resources::Namespace), namespaces);
     if (asked.empty() && namespaces.size() != 0) {
         starts.push_back(count.Graph().NumberOf(namespaces[0]));
     }

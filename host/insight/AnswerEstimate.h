@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Model.h"
-#include "RequestedParts.h"
+#include "host/insight/RequestedParts.h"
+#include "host/store/image/Model.h"
 
 namespace vex {
 

@@ -1,8 +1,8 @@
-#include "AnsweredTree.h"
+#include "host/insight/AnsweredTree.h"
 
-#include "HostException.h"
-#include "ObjectText.h"
 #include "VexObject.h"
+#include "host/insight/ObjectText.h"
+#include "host/store/image/HostException.h"
 
 #include <algorithm>
 

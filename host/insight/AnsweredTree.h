@@ -1,7 +1,7 @@
 #pragma once
 
 #include "KRLIDOM_Element.h"
-#include "TreeQuestion.h"
+#include "host/insight/TreeQuestion.h"
 
 #include <cstddef>
 #include <vector>

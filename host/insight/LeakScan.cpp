@@ -1,9 +1,9 @@
-#include "LeakScan.h"
+#include "host/insight/LeakScan.h"
 
 #include "I18NStringIterator.h"
-#include "ObjectText.h"
-#include "ReferenceText.h"
 #include "VexObject.h"
+#include "host/insight/ObjectText.h"
+#include "host/store/image/ReferenceText.h"
 
 #include <algorithm>
 

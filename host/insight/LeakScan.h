@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Model.h"
+#include "host/store/image/Model.h"
 
 #include <functional>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "ObjectText.h"
+#include "host/insight/ObjectText.h"
 
 #include "VexObject.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "I18NLocale.h"
-#include "Model.h"
+#include "host/store/image/Model.h"
 
 #include <string>
 

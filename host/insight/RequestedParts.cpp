@@ -1,4 +1,4 @@
-#include "RequestedParts.h"
+#include "host/insight/RequestedParts.h"
 
 #include "KRLIDOM_Attr.h"
 #include "KRLIDOM_Element.h"
@@ -13,8 +13,6 @@ namespace vex {
 
 namespace {
 
-constexpr long namespaceString = 279;
-constexpr long shortcutString = 356;
 constexpr short elementNode = 1;
 constexpr char16_t wildcard = u'*';
 /// Where a request says where to start.
@@ -109,8 +107,8 @@ std::size_t RequestedParts::TimesThrough(I18NString const& cls, I18NString const
             }
         }
     }
-    bool const isAlways = collection == resources::getString(shortcutString) ||
-                          collection == resources::getString(namespaceString);
+    bool const isAlways = collection == resources::getString(resources::Shortcut) ||
+                          collection == resources::getString(resources::Namespace);
     times += isAlways ? 1U : 0U; // whatever the request says
     return all && !literally ? std::max<std::size_t>(times, 1) : times;
 }

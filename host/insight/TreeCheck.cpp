@@ -1,6 +1,6 @@
-#include "TreeCheck.h"
+#include "host/insight/TreeCheck.h"
 
-#include "ObjectText.h"
+#include "host/insight/ObjectText.h"
 
 #include <algorithm>
 #include <iterator>

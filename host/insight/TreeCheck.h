@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AnsweredTree.h"
-#include "LeakScan.h"
+#include "host/insight/AnsweredTree.h"
+#include "host/insight/LeakScan.h"
 
 #include <string>
 #include <vector>

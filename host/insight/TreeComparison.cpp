@@ -1,7 +1,7 @@
-#include "TreeComparison.h"
+#include "host/insight/TreeComparison.h"
 
-#include "ObjectText.h"
 #include "VexObject.h"
+#include "host/insight/ObjectText.h"
 
 #include <algorithm>
 #include <unordered_map>

@@ -1,8 +1,8 @@
-#include "TreeQuestion.h"
+#include "host/insight/TreeQuestion.h"
 
-#include "ObjectText.h"
-#include "ReferenceText.h"
 #include "VexObject.h"
+#include "host/insight/ObjectText.h"
+#include "host/store/image/ReferenceText.h"
 
 #include <string>
 #include <unordered_set>

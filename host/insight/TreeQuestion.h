@@ -1,7 +1,7 @@
 #pragma once
 
 #include "KRLIDOM_OwnedDocument.h"
-#include "Model.h"
+#include "host/store/image/Model.h"
 
 #include <vector>
 

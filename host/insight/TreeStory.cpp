@@ -1,6 +1,6 @@
-#include "TreeStory.h"
+#include "host/insight/TreeStory.h"
 
-#include "ObjectText.h"
+#include "host/insight/ObjectText.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "AnsweredTree.h"
+#include "host/insight/AnsweredTree.h"
 
 #include <string>
 #include <unordered_map>

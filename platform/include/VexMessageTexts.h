@@ -4,6 +4,32 @@
 
 #include <cstddef>
 
+/// The failures of the metadata access plug-in, by number. The numbers are part of
+/// the contract with hosts; one may stand for several failures, which differ in
+/// the function and line that they name.
+namespace VexFailureId {
+
+enum Number : unsigned {
+    ViewUnavailable = 1170551942,
+    ShortcutDangling = 1170588191,
+    ReferencedObjectLost = 1170653716,
+    NoViewOrRole = 1170699671,
+    ModelWithoutNamespace = 1170809568,
+    ModelWithoutViews = 1170839636,
+    PathMalformed = 1170869272,
+    NotOneObject = 1170968146,
+    NameNotFound = 1171025905,
+    ShortcutTargetUnknown = 1171122674,
+    ReferenceNameCount = 1171135124,
+    NoSecuritySource = 1444335572,
+    ParameterType = 1444379511,
+    ActionEntryMissing = 1444379512,
+    MetadataElementMissing = 1444379513,
+    AnswerTooDeep = 1444379514,
+};
+
+} // namespace VexFailureId
+
 /// A failure's number and its text for people (UTF-8). In the text "{0}" stands
 /// for the first parameter, "{1}" for the second.
 struct VexMessageText {

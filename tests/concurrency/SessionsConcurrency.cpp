@@ -1,12 +1,12 @@
 // Many sessions at once on shared models, while a model is loaded anew.
 
-#include "ActionCall.h"
-#include "Host.h"
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
-#include "PluginException.h"
-#include "PluginProxy.h"
 #include "VexNotification.h"
+#include "host/service/ActionCall.h"
+#include "host/service/Host.h"
+#include "host/service/PluginException.h"
+#include "host/service/PluginProxy.h"
 
 #include <atomic>
 #include <chrono>

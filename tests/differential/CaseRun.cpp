@@ -1,12 +1,12 @@
-#include "CaseRun.h"
+#include "tests/differential/CaseRun.h"
 
-#include "ActionCall.h"
-#include "Catalogue.h"
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
-#include "ModelLoader.h"
 #include "VexNotification.h"
-#include "XmlTree.h"
+#include "host/catalogue/Catalogue.h"
+#include "host/import/xml/ModelLoader.h"
+#include "host/service/ActionCall.h"
+#include "tests/naive/XmlTree.h"
 
 #include <sstream>
 #include <stdexcept>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Catalogue.h"
-#include "Generator.h"
-#include "HostSession.h"
-#include "PluginProxy.h"
+#include "host/catalogue/Catalogue.h"
+#include "host/service/HostSession.h"
+#include "host/service/PluginProxy.h"
+#include "tests/naive/Generator.h"
 
 #include <cstddef>
 #include <memory>

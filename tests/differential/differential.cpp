@@ -5,7 +5,7 @@
 // Starts at the seed (1) and goes on until that many requests (20,000) were
 // compared. With --requests 1 it replays one case. Exit 1 at a difference.
 
-#include "CaseRun.h"
+#include "tests/differential/CaseRun.h"
 
 #include <cstdio>
 #include <cstdlib>

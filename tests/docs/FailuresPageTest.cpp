@@ -1,5 +1,5 @@
-#include "VexFailure.h"
 #include "VexMessageTexts.h"
+#include "model/VexFailure.h"
 
 #include <algorithm>
 #include <fstream>

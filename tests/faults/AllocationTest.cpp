@@ -1,10 +1,10 @@
-#include "Catalogue.h"
-#include "FaultModel.h"
-#include "FaultRun.h"
-#include "FaultSession.h"
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
 #include "VexNotification.h"
+#include "host/catalogue/Catalogue.h"
+#include "tests/faults/FaultModel.h"
+#include "tests/faults/FaultRun.h"
+#include "tests/faults/FaultSession.h"
 
 #include <memory>
 

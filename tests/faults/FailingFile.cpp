@@ -1,6 +1,6 @@
 // `read` is reached through the linker (--wrap).
 
-#include "FailingFile.h"
+#include "tests/faults/FailingFile.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,7 +1,7 @@
 // Takes the place of the program's allocation functions: those of C++ here, those
 // of C through the linker (--wrap), ICU's through its own hook.
 
-#include "FailingMemory.h"
+#include "tests/faults/FailingMemory.h"
 
 #include <cstdint>
 #include <cstdlib>

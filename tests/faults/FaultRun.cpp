@@ -1,4 +1,4 @@
-#include "FaultRun.h"
+#include "tests/faults/FaultRun.h"
 
 #include "KRLException.h"
 #include "KRLIDOM_Reader.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FailingMemory.h"
+#include "tests/faults/FailingMemory.h"
 
 #include <functional>
 #include <string>

@@ -1,9 +1,9 @@
-#include "FaultSession.h"
+#include "tests/faults/FaultSession.h"
 
-#include "FaultModel.h"
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
 #include "VexNotification.h"
+#include "tests/faults/FaultModel.h"
 
 #include <new>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "ActionCall.h"
-#include "Catalogue.h"
-#include "ModelLoader.h"
-#include "PluginProxy.h"
+#include "host/catalogue/Catalogue.h"
+#include "host/import/xml/ModelLoader.h"
+#include "host/service/ActionCall.h"
+#include "host/service/PluginProxy.h"
 
 #include <memory>
 #include <string>

@@ -1,12 +1,12 @@
 // Files that cannot be read, give their bytes in pieces, or end too early.
 
-#include "Catalogue.h"
-#include "FailingFile.h"
-#include "FaultModel.h"
-#include "FileText.h"
 #include "KRLException.h"
-#include "LineReader.h"
-#include "ModelLoader.h"
+#include "apps/vexma/LineReader.h"
+#include "host/catalogue/Catalogue.h"
+#include "host/import/xml/FileText.h"
+#include "host/import/xml/ModelLoader.h"
+#include "tests/faults/FailingFile.h"
+#include "tests/faults/FaultModel.h"
 
 #include <filesystem>
 #include <fstream>

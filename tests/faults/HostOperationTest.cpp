@@ -1,10 +1,10 @@
 // Each operation of the host is made to raise, one after the other, in a whole
 // action of the plug-in.
 
-#include "ExpectFailure.h"
-#include "FailingMemory.h"
-#include "FaultModel.h"
-#include "PluginCase.h"
+#include "tests/faults/FailingMemory.h"
+#include "tests/faults/FaultModel.h"
+#include "tests/plugin/PluginCase.h"
+#include "tests/support/ExpectFailure.h"
 
 #include <algorithm>
 #include <functional>

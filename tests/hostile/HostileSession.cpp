@@ -1,9 +1,9 @@
-#include "HostileSession.h"
+#include "tests/hostile/HostileSession.h"
 
-#include "Catalogue.h"
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
 #include "VexNotification.h"
+#include "host/catalogue/Catalogue.h"
 
 #include <cstdlib>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ActionCall.h"
-#include "ModelLoader.h"
-#include "PluginProxy.h"
+#include "host/import/xml/ModelLoader.h"
+#include "host/service/ActionCall.h"
+#include "host/service/PluginProxy.h"
 
 #include <memory>
 #include <string>

@@ -1,8 +1,8 @@
 // Every limit: what it says, and that work goes on after it.
 
-#include "HostileSession.h"
 #include "KRLException.h"
 #include "KRLIDOM_Reader.h"
+#include "tests/hostile/HostileSession.h"
 
 #include <functional>
 

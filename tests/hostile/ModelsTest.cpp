@@ -1,6 +1,6 @@
 // Models that are deep, wide, long-winded or confusing.
 
-#include "HostileSession.h"
+#include "tests/hostile/HostileSession.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Requests of up to the greatest size, each made to cost as much as it can.
 
-#include "HostileSession.h"
 #include "KRLIDOM_Reader.h"
+#include "tests/hostile/HostileSession.h"
 
 #include <chrono>
 

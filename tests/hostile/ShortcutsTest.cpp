@@ -1,7 +1,7 @@
 // Models whose shortcuts are out to make an answer endless or a search long.
 
-#include "HostileSession.h"
-#include "ModelChecks.h"
+#include "host/insight/ModelChecks.h"
+#include "tests/hostile/HostileSession.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
-#include "VexFailure.h"
+#include "model/VexFailure.h"
 
-#include "ExpectFailure.h"
 #include "KRLException.h"
 #include "VexMessageTexts.h"
+#include "tests/support/ExpectFailure.h"
 
 #include <gtest/gtest.h>
 

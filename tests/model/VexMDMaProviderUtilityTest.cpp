@@ -1,7 +1,7 @@
-#include "VexMDMaProviderUtility.h"
+#include "model/VexMDMaProviderUtility.h"
 
-#include "ExpectFailure.h"
-#include "TestModel.h"
+#include "tests/support/ExpectFailure.h"
+#include "tests/support/TestModel.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "VexModelPath.h"
+#include "model/VexModelPath.h"
 
 #include "resources.h"
 

@@ -1,7 +1,7 @@
-#include "Generator.h"
+#include "tests/naive/Generator.h"
 
-#include "ModelGenerator.h"
-#include "RequestGenerator.h"
+#include "tests/naive/ModelGenerator.h"
+#include "tests/naive/RequestGenerator.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "GeneratorSupport.h"
-#include "NaiveSession.h"
+#include "tests/naive/GeneratorSupport.h"
+#include "tests/naive/NaiveSession.h"
 
 #include <cstdint>
 #include <memory>

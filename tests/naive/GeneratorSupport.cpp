@@ -1,4 +1,4 @@
-#include "GeneratorSupport.h"
+#include "tests/naive/GeneratorSupport.h"
 
 #include <numeric>
 

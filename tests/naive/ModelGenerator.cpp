@@ -1,4 +1,4 @@
-#include "ModelGenerator.h"
+#include "tests/naive/ModelGenerator.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "GeneratorSupport.h"
+#include "tests/naive/GeneratorSupport.h"
 
 namespace naive {
 

@@ -1,4 +1,4 @@
-#include "NaiveAccessAction.h"
+#include "tests/naive/NaiveAccessAction.h"
 
 namespace naive {
 

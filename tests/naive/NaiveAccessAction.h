@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NaiveProvider.h"
+#include "tests/naive/NaiveProvider.h"
 
 namespace naive {
 

@@ -1,6 +1,6 @@
-#include "NaiveAccessEngine.h"
+#include "tests/naive/NaiveAccessEngine.h"
 
-#include "NaiveFailure.h"
+#include "tests/naive/NaiveFailure.h"
 
 #include <algorithm>
 #include <utility>

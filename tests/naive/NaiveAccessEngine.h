@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PlainModel.h"
+#include "tests/naive/PlainModel.h"
 
 #include <set>
 

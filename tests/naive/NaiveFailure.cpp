@@ -1,4 +1,4 @@
-#include "NaiveFailure.h"
+#include "tests/naive/NaiveFailure.h"
 
 namespace naive {
 

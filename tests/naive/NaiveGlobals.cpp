@@ -1,4 +1,4 @@
-#include "NaiveProvider.h"
+#include "tests/naive/NaiveProvider.h"
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "NaiveFailure.h"
-#include "NaiveRequest.h"
-#include "NaiveVisibility.h"
-#include "PlainCatalogue.h"
-#include "ResponseDocument.h"
+#include "tests/naive/NaiveFailure.h"
+#include "tests/naive/NaiveRequest.h"
+#include "tests/naive/NaiveVisibility.h"
+#include "tests/naive/PlainCatalogue.h"
+#include "tests/naive/ResponseDocument.h"
 
 #include <list>
 

@@ -1,6 +1,6 @@
-#include "NaiveRequest.h"
+#include "tests/naive/NaiveRequest.h"
 
-#include "XmlTree.h"
+#include "tests/naive/XmlTree.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "NaiveSession.h"
+#include "tests/naive/NaiveSession.h"
 
 namespace naive {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NaiveAccessAction.h"
+#include "tests/naive/NaiveAccessAction.h"
 
 namespace naive {
 

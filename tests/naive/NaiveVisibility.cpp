@@ -1,4 +1,4 @@
-#include "NaiveVisibility.h"
+#include "tests/naive/NaiveVisibility.h"
 
 namespace naive {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NaiveAccessEngine.h"
+#include "tests/naive/NaiveAccessEngine.h"
 
 #include <map>
 

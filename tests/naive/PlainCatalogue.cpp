@@ -1,4 +1,4 @@
-#include "PlainCatalogue.h"
+#include "tests/naive/PlainCatalogue.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "PlainModel.h"
+#include "tests/naive/PlainModel.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Text.h"
-#include "XmlTree.h"
+#include "tests/naive/Text.h"
+#include "tests/naive/XmlTree.h"
 
 #include <memory>
 #include <optional>

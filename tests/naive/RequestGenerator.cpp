@@ -1,4 +1,4 @@
-#include "RequestGenerator.h"
+#include "tests/naive/RequestGenerator.h"
 
 #include <algorithm>
 #include <utility>

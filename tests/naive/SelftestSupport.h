@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NaiveSession.h"
+#include "tests/naive/NaiveSession.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Text.h"
+#include "tests/naive/Text.h"
 
 #include <cstdlib>
 

@@ -1,6 +1,6 @@
-#include "XmlTree.h"
+#include "tests/naive/XmlTree.h"
 
-#include "ResponseDocument.h"
+#include "tests/naive/ResponseDocument.h"
 
 #include <stdexcept>
 

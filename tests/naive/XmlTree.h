@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Text.h"
+#include "tests/naive/Text.h"
 
 #include <memory>
 #include <utility>

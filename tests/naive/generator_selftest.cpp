@@ -1,4 +1,4 @@
-#include "Generator.h"
+#include "tests/naive/Generator.h"
 
 #include <gtest/gtest.h>
 

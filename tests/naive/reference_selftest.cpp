@@ -1,4 +1,4 @@
-#include "SelftestSupport.h"
+#include "tests/naive/SelftestSupport.h"
 
 namespace naive {
 namespace {

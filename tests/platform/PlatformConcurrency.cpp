@@ -3,10 +3,10 @@
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
 #include "KRLPluginCreator.h"
-#include "PlatformFakes.h"
 #include "VexObject.h"
 #include "VexTrace.h"
 #include "resources.h"
+#include "tests/platform/objects/PlatformFakes.h"
 
 #include <atomic>
 #include <memory>

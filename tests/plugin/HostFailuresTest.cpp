@@ -1,5 +1,5 @@
-#include "ExpectFailure.h"
-#include "PluginCase.h"
+#include "tests/plugin/PluginCase.h"
+#include "tests/support/ExpectFailure.h"
 
 #include <gtest/gtest.h>
 

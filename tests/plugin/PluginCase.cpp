@@ -1,4 +1,4 @@
-#include "PluginCase.h"
+#include "tests/plugin/PluginCase.h"
 
 PluginCase::PluginCase(std::string const& xml)
     : model(xml), session(model),

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "KRLPluginCreator.h"
-#include "TestDocument.h"
-#include "TestSession.h"
 #include "VexException.h"
 #include "VexNotification.h"
+#include "tests/support/TestDocument.h"
+#include "tests/support/TestSession.h"
 
 #include <memory>
 #include <string>

@@ -1,8 +1,8 @@
-#include "VexAccessAction.h"
+#include "plugin/VexAccessAction.h"
 
-#include "ExpectFailure.h"
-#include "PluginCase.h"
-#include "TestModels.h"
+#include "tests/plugin/PluginCase.h"
+#include "tests/plugin/TestModels.h"
+#include "tests/support/ExpectFailure.h"
 
 #include <limits>
 

@@ -1,9 +1,9 @@
-#include "VexMAActionPlugin.h"
+#include "plugin/VexMAActionPlugin.h"
 
-#include "ExpectFailure.h"
-#include "PluginCase.h"
-#include "TestModels.h"
 #include "VexTrace.h"
+#include "tests/plugin/PluginCase.h"
+#include "tests/plugin/TestModels.h"
+#include "tests/support/ExpectFailure.h"
 
 #include <limits>
 

@@ -1,8 +1,8 @@
-#include "VexMAAction.h"
+#include "plugin/VexMAAction.h"
 
-#include "ExpectFailure.h"
-#include "PluginCase.h"
-#include "TestModels.h"
+#include "tests/plugin/PluginCase.h"
+#include "tests/plugin/TestModels.h"
+#include "tests/support/ExpectFailure.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Requests for functions are answered with the package.
 
-#include "ProviderScene.h"
+#include "tests/provider/ProviderScene.h"
 
 #include <gtest/gtest.h>
 

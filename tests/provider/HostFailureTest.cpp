@@ -2,7 +2,7 @@
 // answered.
 
 #include "KRLException.h"
-#include "ProviderScene.h"
+#include "tests/provider/ProviderScene.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "ProviderScene.h"
+#include "tests/provider/ProviderScene.h"
 
 #include "KRLIDOM_Helper.h"
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "ExpectFailure.h"
-#include "TestDocument.h"
-#include "TestModel.h"
-#include "TestSession.h"
-#include "VexMDAccessEngine.h"
-#include "VexMDMaProvider.h"
-#include "VexMDMaProviderHelper.h"
-#include "VexMDMaProviderVisability.h"
+#include "provider/VexMDMaProvider.h"
+#include "provider/request/VexMDMaProviderHelper.h"
+#include "provider/tree/VexMDMaProviderVisability.h"
+#include "security/VexMDAccessEngine.h"
+#include "tests/support/ExpectFailure.h"
+#include "tests/support/TestDocument.h"
+#include "tests/support/TestModel.h"
+#include "tests/support/TestSession.h"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "VexMDMaProvider.h"
+#include "provider/VexMDMaProvider.h"
 
 #include <barrier>
 #include <set>

@@ -1,7 +1,7 @@
-#include "ExpectFailure.h"
-#include "TestDocument.h"
-#include "TestSession.h"
-#include "VexMDMaProvider.h"
+#include "provider/VexMDMaProvider.h"
+#include "tests/support/ExpectFailure.h"
+#include "tests/support/TestDocument.h"
+#include "tests/support/TestSession.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "TestSession.h"
-#include "VexMDMaProvider.h"
+#include "provider/VexMDMaProvider.h"
+#include "tests/support/TestSession.h"
 
 #include <string>
 

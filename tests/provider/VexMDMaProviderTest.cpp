@@ -1,6 +1,6 @@
 // From a request's parts to what is done about it.
 
-#include "ProviderScene.h"
+#include "tests/provider/ProviderScene.h"
 
 #include <gtest/gtest.h>
 

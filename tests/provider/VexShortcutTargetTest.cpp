@@ -1,10 +1,10 @@
 // From a shortcut to the object that it stands for.
 
-#include "VexShortcutTarget.h"
+#include "model/VexShortcutTarget.h"
 
-#include "ProviderScene.h"
-#include "VexFailure.h"
 #include "VexObject.h"
+#include "model/VexFailure.h"
+#include "tests/provider/ProviderScene.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "TestSession.h"
-#include "VexMDAccessEngine.h"
+#include "security/VexMDAccessEngine.h"
+#include "tests/support/TestSession.h"
 
 #include <string>
 #include <vector>

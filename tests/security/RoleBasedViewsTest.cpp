@@ -1,4 +1,4 @@
-#include "EngineCase.h"
+#include "tests/security/EngineCase.h"
 
 #include <gtest/gtest.h>
 

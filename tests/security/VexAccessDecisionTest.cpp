@@ -1,4 +1,4 @@
-#include "VexAccessDecision.h"
+#include "security/VexAccessDecision.h"
 
 #include <set>
 #include <string>

@@ -1,7 +1,7 @@
 #include "VexAccessExplanation.h"
 
-#include "EngineCase.h"
-#include "ExpectFailure.h"
+#include "tests/security/EngineCase.h"
+#include "tests/support/ExpectFailure.h"
 
 #include <gtest/gtest.h>
 

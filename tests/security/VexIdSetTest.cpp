@@ -1,4 +1,4 @@
-#include "VexIdSet.h"
+#include "security/VexIdSet.h"
 
 #include <set>
 #include <string>

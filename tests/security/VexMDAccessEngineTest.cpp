@@ -1,5 +1,5 @@
-#include "EngineCase.h"
-#include "ExpectFailure.h"
+#include "tests/security/EngineCase.h"
+#include "tests/support/ExpectFailure.h"
 
 #include <gtest/gtest.h>
 

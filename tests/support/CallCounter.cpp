@@ -1,4 +1,4 @@
-#include "CallCounter.h"
+#include "tests/support/CallCounter.h"
 
 #include "VexException.h"
 

@@ -1,7 +1,7 @@
-#include "ExpectFailure.h"
+#include "tests/support/ExpectFailure.h"
 
-#include "CallCounter.h"
 #include "VexException.h"
+#include "tests/support/CallCounter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "TestDocument.h"
+#include "tests/support/TestDocument.h"
 
 #include "KRLIDOM_Attr.h"
 #include "KRLIDOM_NamedNodeMap.h"

@@ -1,6 +1,6 @@
-#include "TestModel.h"
+#include "tests/support/TestModel.h"
 
-#include "TestModelReader.h"
+#include "tests/support/TestModelReader.h"
 
 #include <algorithm>
 #include <stdexcept>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "CallCounter.h"
-#include "TestNode.h"
 #include "VexObjectModel.h"
 #include "VexSession.h"
+#include "tests/support/CallCounter.h"
+#include "tests/support/TestNode.h"
 
 #include <initializer_list>
 #include <memory>

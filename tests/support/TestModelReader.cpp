@@ -1,4 +1,4 @@
-#include "TestModelReader.h"
+#include "tests/support/TestModelReader.h"
 
 #include "KRLIDOM_Attr.h"
 #include "KRLIDOM_Element.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TestNode.h"
+#include "tests/support/TestNode.h"
 
 #include <memory>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "TestModel.h"
+#include "tests/support/TestModel.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "TestSession.h"
+#include "tests/support/TestSession.h"
 
 #include <utility>
 

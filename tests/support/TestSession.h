@@ -1,8 +1,8 @@
 #pragma once
 
-#include "TestModel.h"
 #include "VexObjectCustomData.h"
 #include "VexSession.h"
+#include "tests/support/TestModel.h"
 
 #include <map>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "Catalogue.h"
+#include "host/catalogue/Catalogue.h"
 
 #include "KRLException.h"
 

@@ -1,9 +1,9 @@
-#include "AnsweredTree.h"
+#include "host/insight/AnsweredTree.h"
 
-#include "HostException.h"
 #include "KRLIDOM_Reader.h"
-#include "ModelLoader.h"
-#include "ObjectText.h"
+#include "host/import/xml/ModelLoader.h"
+#include "host/insight/ObjectText.h"
+#include "host/store/image/HostException.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "LeakScan.h"
+#include "host/insight/LeakScan.h"
 
-#include "ModelLoader.h"
-#include "ObjectText.h"
+#include "host/import/xml/ModelLoader.h"
+#include "host/insight/ObjectText.h"
 
 #include <gtest/gtest.h>
 

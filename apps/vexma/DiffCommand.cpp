@@ -1,0 +1,138 @@
+#include "apps/vexma/Commands.h"
+#include "apps/vexma/DiffReport.h"
+#include "apps/vexma/TreeAnswer.h"
+
+#include <memory>
+
+#include <CLI/CLI.hpp>
+
+namespace vex {
+
+namespace {
+
+/// What is given for the second side alone; the rest is as for the first.
+struct OtherSide {
+    std::string modelFile;
+    std::string view;
+    std::string locale;
+    std::string user;
+    std::string catalogFile;
+    std::string modelPath;
+    std::string replacingFile;
+
+    void AddTo(CLI::App& command) {
+        struct Row {
+            char const* option;
+            std::string OtherSide::*value;
+            char const* type;
+            char const* help;
+        };
+        constexpr Row rows[] = {
+            {"--other-user", &OtherSide::user, "NAME", "Compare with what this user sees"},
+            {"--other-view", &OtherSide::view, "ID", "Compare with this view"},
+            {"--other-locale", &OtherSide::locale, "L", "Compare with this language"},
+            {"--other-file", &OtherSide::replacingFile, "FILE",
+             "Compare with this model file in the place of the catalogue's"},
+            {"--other-model", &OtherSide::modelPath, "PATH",
+             "Compare with this model of the catalogue"},
+            {"--other-catalog", &OtherSide::catalogFile, "FILE", "Compare with this catalogue"},
+        };
+        for (Row const& row : rows) {
+            command.add_option(row.option, this->*row.value, row.help)
+                ->type_name(row.type)
+                ->group("Other side");
+        }
+    }
+};
+
+std::string const& firstOf(std::string const& preferred, std::string const& otherwise) {
+    return preferred.empty() ? otherwise : preferred;
+}
+
+struct DiffCommand {
+    SourceOptions source;
+    std::string view;
+    OtherSide other;
+    bool json = false;
+
+    int Run(Console& console) const {
+        source.Check();
+        SourceOptions const otherSource = MakeOther();
+        Workplace first(source, console);
+        Workplace second(first, otherSource, openSession(otherSource, console));
+        ModelTrees const before = askForTrees(first, I18NString::fromUtf8(view));
+        ModelTrees const after =
+            askForTrees(second, I18NString::fromUtf8(firstOf(other.view, view)));
+        for (ModelTrees const* const trees : {&before, &after}) {
+            if (trees->refusal) {
+                return complainAbout(*trees->refusal, console);
+            }
+        }
+        Compare(console, SideOf(first, before), SideOf(second, after));
+        return Done;
+    }
+
+    SourceOptions MakeOther() const {
+        SourceOptions made = source;
+        made.modelFile = firstOf(other.modelFile, source.modelFile);
+        made.catalogFile = firstOf(other.catalogFile, source.catalogFile);
+        made.modelPath = firstOf(other.modelPath, source.modelPath);
+        made.user = firstOf(other.user, source.user);
+        made.locale = firstOf(other.locale, source.locale);
+        made.replacingFile = other.replacingFile;
+        made.Check();
+        if (!made.replacingFile.empty() && made.catalogFile.empty()) {
+            throw UsageException("--other-file needs --catalog; without one, give the other "
+                                 "MODEL.xml behind the first");
+        }
+        if (source.modelFile == "-" && made.modelFile == "-") {
+            throw UsageException("both models cannot come from standard input; name a file for "
+                                 "one of them");
+        }
+        return made;
+    }
+
+    static ComparedSide SideOf(Workplace& workplace, ModelTrees const& trees) {
+        HostSession& session = workplace.Session();
+        return {*session.GetModel(), *session.GetCurrentLocale(), trees.objects};
+    }
+
+    void Compare(Console& console, ComparedSide const& before, ComparedSide const& after) const {
+        std::vector<ComparedObject> const objects = compareTrees(before, after);
+        if (json) {
+            writeDifferences(console.Out(), before, after, objects);
+        } else {
+            drawDifferences(console.Out(), before, after, objects, console.OutHasColour());
+        }
+    }
+};
+
+} // namespace
+
+CommandRun addDiffCommand(CLI::App& command) {
+    auto const diff = std::make_shared<DiffCommand>();
+    diff->source.AddModelFileTo(command);
+    command.add_option("OTHER.xml", diff->other.modelFile, "A model file to compare with");
+    diff->source.AddTo(command);
+    command.add_option("--view", diff->view, "Answer with this one of the user's views")
+        ->type_name("ID");
+    command.add_flag("--json", diff->json, "Write one JSON object in place of a tree");
+    diff->other.AddTo(command);
+    command.footer(
+        R"(Compares what two sides show: two users, two views, two languages, two models, or any
+mix of them. Signs: + appears, - disappears, ~ changes. Objects of two models are the same
+when their ids are, else when their references are.
+
+Examples:
+  vexma diff old.model.xml new.model.xml
+  vexma diff --catalog retail.catalog.xml --model /content/retail --user carl \
+      --other-file new.model.xml
+  vexma diff --catalog retail.catalog.xml --model /content/retail --user admin \
+      --other-user ann
+  vexma diff --catalog retail.catalog.xml --model /content/retail --user admin \
+      --view view.analyst --other-view view.clerk
+  vexma diff retail.model.xml --other-locale de)");
+    return [diff](Console& console) { return diff->Run(console); };
+}
+
+} // namespace vex

@@ -1,0 +1,73 @@
+#include "KRLIDOM_Writer.h"
+#include "apps/vexma/Commands.h"
+#include "apps/vexma/MetadataCall.h"
+#include "host/insight/AnswerEstimate.h"
+
+#include <memory>
+
+#include <CLI/CLI.hpp>
+
+namespace vex {
+
+namespace {
+
+struct MetadataCommand {
+    SourceOptions source;
+    RequestOptions request;
+    bool pretty = false;
+    bool estimate = false;
+
+    int Run(Console& console) const {
+        source.Check();
+        request.Check(source);
+        KRLIDOM_OwnedDocument document = request.MakeRequest();
+        RequestStart const start(document);
+        Workplace workplace(source, console);
+        if (estimate) {
+            return Estimate(document.document(), workplace, console);
+        }
+        ActionOutcome const outcome = callMetadata(workplace, std::move(document));
+        if (!isHandled(outcome)) {
+            return complainAboutRequest(outcome, start, workplace, console);
+        }
+        bool const inLines = pretty || console.OutIsTerminal();
+        KRLIDOM_Writer::write(console.Out(), outcome.response.document(), inLines);
+        console.Out() << (inLines ? "" : "\n"); // lines end with one already
+        return Done;
+    }
+
+    int Estimate(KRLIDOM_Document const& document, Workplace& workplace, Console& console) const {
+        RequestedParts const parts(document);
+        HostSession const& session = workplace.Session();
+        AnswerEstimate const answer =
+            estimateAnswer(*session.GetModel(), {parts, *session.GetCurrentLocale(),
+                                                 source.response.elements, !source.user.empty()});
+        char const* const bound = answer.isMore ? "more than " : "at most ";
+        std::size_t const elements = answer.isMore ? source.response.elements : answer.elements;
+        console.Out() << "elements  " << bound << elements << "\nbytes     " << bound
+                      << answer.bytes << '\n';
+        return Done;
+    }
+};
+
+} // namespace
+
+CommandRun addMetadataCommand(CLI::App& command) {
+    auto const metadata = std::make_shared<MetadataCommand>();
+    metadata->source.AddModelFileTo(command);
+    metadata->source.AddTo(command);
+    metadata->request.AddTo(command);
+    command.add_flag("--pretty", metadata->pretty,
+                     "Break lines and indent (always done on a terminal)");
+    command.add_flag("--estimate", metadata->estimate,
+                     "Say how large the answer may be, and do not make it: an upper estimate of "
+                     "its elements and memory that leaves views out of account");
+    command.footer(R"(Examples:
+  vexma metadata retail.model.xml --depth 2 --property name --property screenTip
+  vexma metadata --catalog retail.catalog.xml --model /content/retail --user ann \
+      --locale de --start '[Retail].[Sales]' --collection querySubject
+  vexma metadata retail.model.xml --request - < request.xml)");
+    return [metadata](Console& console) { return metadata->Run(console); };
+}
+
+} // namespace vex

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "apps/vexma/SourceOptions.h"
+#include "apps/vexma/Workplace.h"
+
+#include <string>
+#include <vector>
+
+namespace vex {
+
+/// Objects named on a command line, ids or references, behind a MODEL.xml when
+/// there is no catalogue.
+class ObjectArguments {
+public:
+    /// Takes the arguments that the options left over: a list option would take
+    /// a text in brackets apart. Raises `UsageException` when no object is
+    /// among them.
+    ObjectArguments(std::vector<std::string> arguments, SourceOptions& source);
+
+    std::vector<std::string> const& Texts() const { return m_texts; }
+    /// Raises `HostException` for the first one that names nothing.
+    Vex_Handle_Collection FindIn(HostSession const& session) const;
+
+private:
+    std::vector<std::string> m_texts;
+};
+
+} // namespace vex

@@ -1,0 +1,97 @@
+#include "KRLException.h"
+#include "apps/vexma/Commands.h"
+#include "apps/vexma/SourceOptions.h"
+#include "host/service/PluginException.h"
+#include "host/store/image/HostException.h"
+
+#include <algorithm>
+#include <iostream>
+#include <new>
+#include <string_view>
+
+#include <CLI/CLI.hpp>
+
+namespace vex {
+
+namespace {
+
+struct CommandRow {
+    char const* name;
+    char const* help;
+    CommandRun (*add)(CLI::App&);
+};
+constexpr CommandRow commands[] = {
+    {"metadata", "Ask for what a user may see of a model", &addMetadataCommand},
+    {"tree", "Draw the same answer for people", &addTreeCommand},
+    {"access", "Say whether objects are accessible", &addAccessCommand},
+    {"explain", "Say why objects are accessible or not, and how the tree treats them",
+     &addExplainCommand},
+    {"verify", "Prove that trees and accessibility agree, and that nothing leaks",
+     &addVerifyCommand},
+    {"diff", "Compare what two users, views, languages or models show", &addDiffCommand},
+    {"session", "Serve a session over standard input and output", &addSessionCommand},
+    {"validate", "Report errors and doubtful spots of a model or catalogue", &addValidateCommand},
+    {"completion", "Print the completion script of a shell", &addCompletionCommand},
+    {"man", "Print a manual page", &addManCommand},
+};
+
+bool isCommand(std::string_view name) {
+    return std::any_of(std::begin(commands), std::end(commands),
+                       [&](CommandRow const& row) { return row.name == name; });
+}
+
+int runGuarded(CommandRun const& run, Console& console) {
+    auto const complain = [&](char const* text, int status) {
+        console.Complain(text);
+        return status;
+    };
+    try {
+        return run(console);
+    } catch (UsageException const& problem) {
+        return complain(problem.what(), WrongUsage);
+    } catch (PluginException const& problem) {
+        return complain(problem.what(), Refused);
+    } catch (KRLException const& problem) {
+        // What ends a call is part of its outcome, so this came up in reading.
+        return complain(problem.what(), Unreadable);
+    } catch (std::bad_alloc const&) {
+        return complain("there is not enough memory for the model", Unreadable);
+    }
+}
+
+int runProgram(int argc, char** argv, Console& console) {
+    if (argc > 1 && argv[1][0] != '-' && !isCommand(argv[1])) {
+        console.Complain("there is no command \"" + std::string(argv[1]) +
+                         "\"; \"vexma --help\" lists them");
+        return WrongUsage;
+    }
+    CLI::App app("Says what a user may see of a semantic model.", "vexma");
+    app.require_subcommand(1);
+    app.set_version_flag("--version", "vexma " VEX_VERSION);
+    app.footer("\"vexma COMMAND --help\" tells more. Exit status: 0 done, 1 the plug-in refused, 2 "
+               "wrong\nusage, 3 a model, catalogue or request could not be read.");
+    app.failure_message([](CLI::App const* /*command*/, CLI::Error const& error) {
+        return std::string("vexma: ") + error.what() + "; see --help\n";
+    });
+    CommandRun chosen;
+    for (CommandRow const& row : commands) {
+        CLI::App& command = *app.add_subcommand(row.name, row.help);
+        command.callback([&chosen, run = row.add(command)] { chosen = run; });
+    }
+    try {
+        app.parse(argc, argv);
+    } catch (CLI::ParseError const& end) { // a request for help ends the parse too
+        std::ostream& out = end.get_exit_code() == 0 ? console.Out() : std::cerr;
+        return app.exit(end, out, out) == 0 ? Done : WrongUsage;
+    }
+    return runGuarded(chosen, console);
+}
+
+} // namespace
+
+} // namespace vex
+
+int main(int argc, char** argv) {
+    vex::Console console;
+    return console.Finish(vex::runProgram(argc, argv, console));
+}

@@ -1,0 +1,190 @@
+#include "apps/vexma/RequestOptions.h"
+
+#include "KRLIDOM_Reader.h"
+#include "host/import/xml/FileText.h"
+
+#include <algorithm>
+#include <climits>
+
+#include <CLI/CLI.hpp>
+
+namespace vex {
+
+namespace {
+
+constexpr char const* everyClass = "*/";
+constexpr char const* defaultProperty = "name";
+constexpr char const* allCollections = "*/*";
+
+/// The option for a list: one entry each time it is given.
+CLI::Option* addList(CLI::App& command, std::string const& name, std::vector<std::string>& list,
+                     std::string const& help) {
+    // Without extra arguments, a text in brackets stays the one text it is.
+    return command.add_option(name, list, help)->allow_extra_args(false);
+}
+
+bool has(std::string const& text, char character) {
+    return text.find(character) != std::string::npos;
+}
+
+std::string propertyEntry(std::string const& property) {
+    return has(property, '@') ? property : std::string(everyClass) + '@' + property;
+}
+
+std::string collectionEntry(std::string const& collection) {
+    return has(collection, '/') ? collection : everyClass + collection;
+}
+
+/// "K=V" as the entry K=[V], K being a property of the start object when it
+/// does not say more.
+std::string constraintEntry(std::string const& constraint) {
+    std::size_t const equals = constraint.find('=');
+    std::string const key = constraint.substr(0, equals);
+    std::string const value = constraint.substr(equals + 1);
+    return (has(key, '@') ? key : "./@" + key) + "=[" + value + ']';
+}
+
+std::string checkConstraint(std::string const& constraint) {
+    if (constraint.find('=') == 0 || !has(constraint, '=')) {
+        return "a constraint is written K=V, such as usage=fact";
+    }
+    return has(constraint, ']') ? "the value of a constraint cannot hold ]" : "";
+}
+
+void addEntry(KRLIDOM_Element const& parent, char const* tag, char const* attribute,
+              std::string const& value) {
+    KRLIDOM_Element const entry = parent.getOwnerDocument().createElement(tag);
+    entry.setAttribute(attribute, I18NString::fromUtf8(value));
+    parent.appendChild(entry);
+}
+
+void setOption(KRLIDOM_Element const& metadata, char const* name, std::string const& value) {
+    if (!value.empty()) {
+        metadata.setAttribute(name, I18NString::fromUtf8(value));
+    }
+}
+
+} // namespace
+
+void RequestOptions::AddTo(CLI::App& command) {
+    command.add_option("--request", m_file, "A request document, \"-\" for standard input")
+        ->type_name("FILE")
+        ->group("Request");
+    m_building = {
+        command.add_option("--start", m_start, "Path to start at, such as [Sales].[Orders]")
+            ->type_name("PATH"),
+        command.add_option("--ref", m_reference, "Reference to start at, such as [Sales].[Orders]")
+            ->type_name("REFERENCE"),
+        command
+            .add_option("--depth", m_depth,
+                        "Levels to show; 1 is the start alone, 0 everything (default)")
+            ->type_name("N"),
+        addList(command, "--property", m_properties,
+                "A property to show: NAME for every class, or CLASS/@NAME (repeatable; default: "
+                "name)")
+            ->type_name("P"),
+        addList(command, "--collection", m_collections,
+                "A collection to go into: NAME, or CLASS/NAME (repeatable; default: every one); "
+                "with --start, those on the way to it too")
+            ->type_name("C"),
+        addList(command, "--constraint", m_constraints,
+                "Show the start's property K only when its value is V; or CLASS/@K=V "
+                "(repeatable)")
+            ->type_name("K=V")
+            ->check(CLI::Validator(checkConstraint, "")),
+        addList(command, "--global", m_globals,
+                "A setting of the model or locale (repeatable): decimalSeparator, "
+                "listSeparator, defaultLocale, supportedLocales, effectiveLocale")
+            ->type_name("NAME"),
+        command.add_option("--view", m_view, "Answer with this one of the user's views")
+            ->type_name("ID"),
+        command.add_flag("--functions", m_functions,
+                         "Ask for the package that the model is published in, not for the model"),
+    };
+    for (CLI::Option* const option : m_building) {
+        option->group("Request");
+    }
+    m_size.AddTo(command);
+}
+
+void RequestOptions::Check(SourceOptions const& source) const {
+    if (m_file == "-" && source.modelFile == "-") {
+        throw UsageException("model and request cannot both come from standard input; name a file "
+                             "for one of them");
+    }
+    if (!m_start.empty() && !m_reference.empty()) {
+        throw UsageException("--start and --ref both say where to start; leave one out");
+    }
+    for (CLI::Option const* const option : m_building) {
+        if (!m_file.empty() && !option->empty()) {
+            throw UsageException("--request gives a whole request, so " + option->get_name() +
+                                 " has nothing to add to; leave one out");
+        }
+    }
+}
+
+KRLIDOM_OwnedDocument RequestOptions::MakeRequest() const {
+    if (m_file.empty()) {
+        return Build();
+    }
+    KRLIDOM_ReadLimits limits;
+    limits.bytes = m_size.bytes;
+    return KRLIDOM_Reader::parse(readFileText(m_file, m_size.bytes),
+                                 m_file == "-" ? "standard input" : m_file, limits);
+}
+
+TreeQuestion RequestOptions::MakeQuestion(Model const& model) const {
+    for (CLI::Option const* const option : m_building) {
+        std::string const name = option->get_name();
+        if (!option->empty() && name != "--start" && name != "--depth") {
+            throw UsageException("--why tells about the names of all that the user may see, so " +
+                                 name + " does not go with it; leave one out");
+        }
+    }
+    if (!m_file.empty()) {
+        throw UsageException("--why makes a request of its own; leave --request or --why out");
+    }
+    TreeQuestion question;
+    question.start = I18NString::fromUtf8(m_start);
+    question.depth = static_cast<int>(
+        std::clamp(m_depth.value_or(0), long{INT_MIN}, long{INT_MAX})); // as requests are read
+    question.marker = unusedPropertyOf(model);
+    return question;
+}
+
+KRLIDOM_OwnedDocument RequestOptions::Build() const {
+    KRLIDOM_OwnedDocument request("Metadata");
+    KRLIDOM_Element const metadata = request.document().getDocumentElement();
+    setOption(metadata, "Depth", m_depth ? std::to_string(*m_depth) : "");
+    setOption(metadata, "start_at", m_start);
+    setOption(metadata, "start_atRef", m_reference);
+    setOption(metadata, "securityView", m_view);
+    if (m_functions) {
+        addEntry(metadata, "Functions", "function", "1");
+    }
+    for (std::string const& name : m_globals) {
+        addEntry(metadata, "Property", "name", "/@" + name);
+    }
+    std::vector<std::string> const properties =
+        m_properties.empty() ? std::vector<std::string>{defaultProperty} : m_properties;
+    for (std::string const& property : properties) {
+        addEntry(metadata, "Property", "name", propertyEntry(property));
+    }
+    for (std::string const& collection : m_collections) {
+        addEntry(metadata, "Property", "name", collectionEntry(collection));
+    }
+    if (m_collections.empty()) {
+        addEntry(metadata, "Property", "name", allCollections);
+        for (char const* const collection : collectionsOnThePath) {
+            if (!m_start.empty()) {
+                addEntry(metadata, "Property", "name", collection);
+            }
+        }
+    }
+    for (std::string const& constraint : m_constraints) {
+        addEntry(metadata, "Constraint", "name", constraintEntry(constraint));
+    }
+    return request;
+}
+
+} // namespace vex

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "apps/vexma/SourceOptions.h"
+#include "host/insight/TreeQuestion.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vex {
+
+/// The request of the commands `metadata` and `tree`: a document as it is, or
+/// one that is built from options.
+class RequestOptions {
+public:
+    void AddTo(CLI::App& command);
+
+    /// Raises `UsageException` when options contradict each other.
+    void Check(SourceOptions const& source) const;
+
+    /// Raises `KRLDocumentException` when the request file cannot be read.
+    KRLIDOM_OwnedDocument MakeRequest() const;
+
+    /// The same request as one whose answer can be matched with the model.
+    /// Raises `UsageException` when the options ask for more than names.
+    TreeQuestion MakeQuestion(Model const& model) const;
+
+private:
+    KRLIDOM_OwnedDocument Build() const;
+
+    std::string m_file;
+    std::string m_start;
+    std::string m_reference;
+    std::optional<long> m_depth;
+    std::vector<std::string> m_properties;
+    std::vector<std::string> m_collections;
+    std::vector<std::string> m_constraints;
+    std::vector<std::string> m_globals;
+    std::string m_view;
+    bool m_functions = false;
+    RequestSize m_size;
+    std::vector<CLI::Option*> m_building; // the options that build a request
+};
+
+} // namespace vex

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "host/service/ActionCall.h"
+
+#include <cstddef>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+namespace CLI {
+class App;
+class Option;
+} // namespace CLI
+
+namespace vex {
+
+/// The command line asks for something that cannot be; the text says what to
+/// write instead.
+class UsageException final : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The options that say where a command reads from and for whom, the same for
+/// every command that calls the plug-in.
+struct SourceOptions {
+    std::string modelFile; // alone, or
+    std::string catalogFile;
+    std::string modelPath;
+    std::string user;
+    std::string replacingFile; // is read in the place of the catalogue's, when given
+
+    std::string locale;
+    std::string pluginFile;
+    KRLIDOM_Limits response;
+    std::optional<double> deadlineSeconds;
+
+    void AddTo(CLI::App& command);
+    /// The place of the model file among the positional arguments.
+    void AddModelFileTo(CLI::App& command);
+
+    /// Raises `UsageException` unless they name one source.
+    void Check() const;
+};
+
+/// How long a request document may be.
+struct RequestSize {
+    std::size_t bytes = 1U << 20U;
+
+    void AddTo(CLI::App& command);
+};
+
+} // namespace vex

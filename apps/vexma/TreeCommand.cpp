@@ -1,0 +1,73 @@
+#include "apps/vexma/Commands.h"
+#include "apps/vexma/MetadataCall.h"
+#include "apps/vexma/TreeAnswer.h"
+#include "apps/vexma/TreeDrawing.h"
+#include "apps/vexma/WhyTree.h"
+
+#include <memory>
+
+#include <CLI/CLI.hpp>
+
+namespace vex {
+
+namespace {
+
+struct TreeCommand {
+    SourceOptions source;
+    RequestOptions request;
+    bool why = false;
+
+    int Run(Console& console) const {
+        source.Check();
+        request.Check(source);
+        if (why) {
+            return RunWithReasons(console);
+        }
+        KRLIDOM_OwnedDocument document = request.MakeRequest();
+        RequestStart const start(document);
+        Workplace workplace(source, console);
+        ActionOutcome const outcome = callMetadata(workplace, std::move(document));
+        if (!isHandled(outcome)) {
+            return complainAboutRequest(outcome, start, workplace, console);
+        }
+        drawResponse(console.Out(), outcome.response.document().getDocumentElement(),
+                     console.OutHasColour());
+        return Done;
+    }
+
+    int RunWithReasons(Console& console) const {
+        Workplace workplace(source, console);
+        TreeAnswer const answer =
+            askForTree(workplace, request.MakeQuestion(*workplace.Session().GetModel()));
+        if (!isHandled(answer.outcome)) {
+            return complainAbout(answer.outcome, console);
+        }
+        try {
+            drawTreeWithReasons(console.Out(), workplace, answer.objects, console.OutHasColour());
+        } catch (VexException const& refusal) {
+            return complainAbout(refusal, console);
+        }
+        return Done;
+    }
+};
+
+} // namespace
+
+CommandRun addTreeCommand(CLI::App& command) {
+    auto const tree = std::make_shared<TreeCommand>();
+    tree->source.AddModelFileTo(command);
+    tree->source.AddTo(command);
+    tree->request.AddTo(command);
+    command.add_flag("--why", tree->why,
+                     "Draw what is left out too, with the reason; in brackets without colour");
+    command.footer(R"(Draws what "vexma metadata" answers to the same options.
+
+Examples:
+  vexma tree retail.model.xml --depth 3
+  vexma tree --catalog retail.catalog.xml --model /content/retail --user ann --why
+  vexma tree --catalog retail.catalog.xml --model /content/retail --user carl --locale de
+  vexma tree retail.model.xml --start '[Retail].[Sales]' --property name --property usage)");
+    return [tree](Console& console) { return tree->Run(console); };
+}
+
+} // namespace vex

@@ -1,0 +1,123 @@
+#include "VexNotification.h"
+#include "apps/vexma/AccessCall.h"
+#include "apps/vexma/Commands.h"
+#include "apps/vexma/Progress.h"
+#include "apps/vexma/TreeAnswer.h"
+#include "apps/vexma/VerifyReport.h"
+#include "host/insight/ObjectText.h"
+#include "host/insight/TreeCheck.h"
+
+#include <memory>
+#include <optional>
+
+#include <CLI/CLI.hpp>
+
+namespace vex {
+
+namespace {
+
+/// What the accessibility check says about every element; nothing when it
+/// refuses, which is the outcome then.
+std::optional<std::vector<bool>> askForAccessOfAll(Workplace& workplace, Progress& progress,
+                                                   ActionOutcome& refusal) {
+    Model const& model = *workplace.Session().GetModel();
+    std::vector<bool> accessible;
+    AccessAnswer answer;
+    for (std::size_t number = 0; number < model.ElementCount(); ++number) {
+        if (!askForAccess(workplace, model.GetElement(number), 0, answer)) {
+            refusal = std::move(answer.outcome);
+            return std::nullopt;
+        }
+        accessible.push_back(answer.verdict == 1);
+        progress.Report(number, model.ElementCount());
+    }
+    return accessible;
+}
+
+struct VerifyCommand {
+    SourceOptions source;
+    bool json = false;
+
+    int Run(Console& console) {
+        std::shared_ptr<Catalogue const> catalogue;
+        std::vector<CatalogueUser const*> users{nullptr};
+        if (!source.catalogFile.empty()) {
+            catalogue = loadCatalogue(source.catalogFile);
+            users = UsersOf(*catalogue);
+        }
+        source.Check();
+        Workplace workplace(source, console);
+        VerifyReport report(*workplace.Session().GetModel(),
+                            *workplace.Session().GetCurrentLocale());
+        for (CatalogueUser const* const user : users) {
+            if (user == nullptr || user->name.toUtf8() == source.user) {
+                Verify(workplace, source.user, console, report);
+                continue;
+            }
+            Workplace further(
+                workplace, source,
+                std::make_unique<HostSession>(workplace.Session().GetModel(),
+                                              I18NLocale(I18NString::fromUtf8(source.locale)),
+                                              catalogue, user));
+            Verify(further, user->name.toUtf8(), console, report);
+        }
+        json ? report.WriteJson(console.Out()) : report.WriteText(console.Out());
+        return report.IsClean() ? Done : Refused;
+    }
+
+    /// The one asked for, else all. The first one opens the model.
+    std::vector<CatalogueUser const*> UsersOf(Catalogue const& catalogue) {
+        std::vector<CatalogueUser const*> users;
+        for (CatalogueUser const& user : catalogue.users) {
+            if (source.user.empty() || user.name.toUtf8() == source.user) {
+                users.push_back(&user);
+            }
+        }
+        if (source.user.empty() && users.empty()) {
+            throw UsageException("the catalogue has no user to verify for");
+        }
+        if (source.user.empty()) {
+            source.user = users.front()->name.toUtf8();
+        }
+        return users;
+    }
+
+    static void Verify(Workplace& workplace, std::string const& user, Console& console,
+                       VerifyReport& report) {
+        Progress progress(console, "verifying" + (user.empty() ? "" : " for " + user));
+        ModelTrees trees = askForTrees(workplace);
+        // A session serves one kind of action until it is closed.
+        workplace.Notify(VexNotification::SessionClosed);
+        workplace.Notify(VexNotification::SessionOpened);
+        ActionOutcome refusal;
+        auto const accessible = askForAccessOfAll(workplace, progress, refusal);
+        if (trees.refusal.has_value() || !accessible) {
+            bool const both = trees.refusal.has_value() && !accessible;
+            report.AddRefusal(user, both, both || !accessible ? refusal.text : trees.refusal->text);
+            return;
+        }
+        report.Add(user, checkTrees(*workplace.Session().GetModel(), trees.objects, *accessible));
+    }
+};
+
+} // namespace
+
+CommandRun addVerifyCommand(CLI::App& command) {
+    auto const verify = std::make_shared<VerifyCommand>();
+    verify->source.AddModelFileTo(command);
+    verify->source.AddTo(command);
+    command.add_flag("--json", verify->json, "Write one JSON object in place of text");
+    command.footer(
+        R"(Asks for the trees and for the accessibility of every object, as each user of the
+catalogue or as --user, and tells where the two differ. Differences that the required
+behaviour brings are counted apart. A leak is a text of a visible object (an expression, an
+end of a relationship, the target of a shortcut, ...) with the reference of an object that
+the user cannot see. Exit status: 1 when something leaks or a difference has no reason.
+
+Examples:
+  vexma verify --catalog retail.catalog.xml --model /content/retail
+  vexma verify --catalog retail.catalog.xml --model /content/retail --user ann --json)");
+    return [verify](Console& console) { return verify->Run(console); };
+}
+
+} // namespace vex

@@ -1,0 +1,107 @@
+#include "apps/vexma/WhyTree.h"
+
+#include "apps/vexma/Console.h"
+#include "apps/vexma/TreeBranches.h"
+#include "host/insight/AccessStory.h"
+#include "host/insight/ObjectText.h"
+
+#include <unordered_map>
+
+namespace vex {
+
+namespace {
+
+/// Why the access decision leaves objects out, in words.
+class Reasons {
+public:
+    Reasons(Workplace& workplace, AnsweredTree const& tree) {
+        // Behind a shortcut the views' lists do not count.
+        for (bool const behindShortcut : {false, true}) {
+            Vex_Handle_Collection objects;
+            for (AnsweredObject const& entry : tree) {
+                if (entry.fate == ObjectFate::LeftOut && entry.behindShortcut == behindShortcut) {
+                    objects.push_back(entry.object);
+                }
+            }
+            if (!objects.empty()) {
+                Add(workplace, objects, behindShortcut);
+            }
+        }
+    }
+
+    std::string const& Of(AnsweredObject const& entry) const {
+        return m_texts[entry.behindShortcut ? 1 : 0].at(entry.object);
+    }
+
+private:
+    void Add(Workplace& workplace, Vex_Handle_Collection const& objects, bool behindShortcut) {
+        HostSession& session = workplace.Session();
+        VexAccessExplanation const explanation = workplace.Explain(objects, behindShortcut);
+        AccessStory const story(*session.GetModel(), *session.GetCurrentLocale(), explanation);
+        for (std::size_t index = 0; index < objects.size(); ++index) {
+            m_texts[behindShortcut ? 1 : 0].try_emplace(
+                objects[index], story.VerdictOf(explanation.objects[index]));
+        }
+    }
+
+    std::unordered_map<VEX_HANDLE, std::string> m_texts[2];
+};
+
+std::string reasonOf(AnsweredObject const& entry, Reasons const& reasons,
+                     I18NLocale const& locale) {
+    switch (entry.fate) {
+    case ObjectFate::Written:
+        break;
+    case ObjectFate::LeftOut:
+        return reasons.Of(entry);
+    case ObjectFate::WithoutName:
+        return "no name in " + locale.getName().toUtf8() + ", so left out with all its members";
+    case ObjectFate::WithItsContainer:
+        return "left out with what it stands in";
+    case ObjectFate::NothingToStandFor:
+        return "a shortcut without a name or a target";
+    }
+    return {};
+}
+
+/// The tag that the answer has for the entry.
+std::string tagOf(AnsweredObject const& entry) {
+    I18NString const name = classOf(entry.target.IsNotNull() ? entry.target : entry.object);
+    return name == "namespace" ? "folder" : name.toUtf8();
+}
+
+} // namespace
+
+void drawTreeWithReasons(std::ostream& out, Workplace& workplace, AnsweredTree const& tree,
+                         bool colour) {
+    constexpr char const* classColour = "\033[36m";
+    constexpr char const* nameColour = "\033[1m";
+    constexpr char const* dimmed = "\033[2m";
+    auto const style = [&](char const* escape) { return colour ? escape : ""; };
+    auto const* const end = style("\033[0m");
+
+    I18NLocale const& locale = *workplace.Session().GetCurrentLocale();
+    Reasons const reasons(workplace, tree);
+    std::vector<std::size_t> containers;
+    for (AnsweredObject const& entry : tree) {
+        containers.push_back(entry.container);
+    }
+    TreeBranches const branches(containers);
+    for (std::size_t number = 0; number < tree.size(); ++number) {
+        AnsweredObject const& entry = tree[number];
+        out << style(dimmed) << branches.Before(number) << end;
+        std::string const name = printable(nameIn(locale, entry.object).toUtf8(), false);
+        if (entry.fate == ObjectFate::Written) {
+            out << style(classColour) << printable(tagOf(entry), false) << end << ' '
+                << style(nameColour) << name << end << '\n';
+            continue;
+        }
+        std::string const called =
+            name.empty() ? '(' + printable(idOf(entry.object).toUtf8(), false) + ')' : name;
+        std::string const text = printable(tagOf(entry), false) + ' ' + called + "  " +
+                                 printable(reasonOf(entry, reasons, locale), false);
+        out << (colour ? dimmed + text + end : '[' + text + ']') << '\n';
+    }
+}
+
+} // namespace vex

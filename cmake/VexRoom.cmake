@@ -1,0 +1,25 @@
+# vex_room(name [FOLDERS folder...] USES target... [LIBRARIES target...]):
+# the sources of the current folder, and of those in it, as one library, with what it may use of this
+# project (USES) and of others (LIBRARIES). Linking it whole, with nothing but
+# that behind it, shows that it uses nothing else.
+function(vex_room name)
+  cmake_parse_arguments(arg "" "" "FOLDERS;USES;LIBRARIES" ${ARGN})
+  list(TRANSFORM arg_FOLDERS APPEND "/*.cpp" OUTPUT_VARIABLE more_sources)
+  list(TRANSFORM arg_FOLDERS APPEND "/*.h" OUTPUT_VARIABLE more_headers)
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp ${more_sources})
+  file(GLOB headers CONFIGURE_DEPENDS *.h ${more_headers})
+  add_library(${name} STATIC ${sources})
+  target_sources(${name} PUBLIC
+    FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${headers})
+  set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
+  target_link_libraries(${name} PUBLIC ${arg_USES} PRIVATE vex_compile ${arg_LIBRARIES})
+
+  if(VEX_BUILD_TESTS AND NOT VEX_SANITIZE)
+    add_library(${name}_alone MODULE ${PROJECT_SOURCE_DIR}/cmake/nothing.cpp)
+    target_link_libraries(${name}_alone PRIVATE
+      "$<LINK_LIBRARY:WHOLE_ARCHIVE,${name}>" vex_compile ${arg_LIBRARIES})
+    target_link_options(${name}_alone PRIVATE -Wl,-z,defs)
+    set_target_properties(${name}_alone PROPERTIES LINKER_LANGUAGE CXX
+      LIBRARY_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+  endif()
+endfunction()

@@ -1,0 +1,1 @@
+// What is made of whole libraries alone needs a source all the same.

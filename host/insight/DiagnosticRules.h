@@ -1,0 +1,115 @@
+#pragma once
+
+#include "host/store/build/Diagnostic.h"
+
+#include <iterator>
+#include <string_view>
+
+namespace vex {
+
+/// A rule that findings name. Names and severities are stable: people filter by
+/// them.
+struct DiagnosticRule {
+    std::string_view name;
+    Severity severity;
+    std::string_view text; // what breaks the rule
+};
+
+inline constexpr DiagnosticRule diagnosticRules[] = {
+    {"unreadable", Severity::Error, "The model file cannot be read."},
+    {"not-well-formed", Severity::Error, "The model is not well-formed XML."},
+    {"document-type", Severity::Error, "The document has a document type."},
+    {"root", Severity::Error, "The outermost element is not `model`."},
+    {"too-deep", Severity::Error, "More elements stand inside each other than the limit allows."},
+    {"too-many-attributes", Severity::Error, "An element has more attributes than the limit."},
+    {"name-too-long", Severity::Error, "A name is longer than the limit."},
+    {"too-many-names", Severity::Error, "The model has more different names than the limit."},
+    {"property-without-name", Severity::Error, "A `property` has no name."},
+    {"element-in-property", Severity::Error, "Another element than `property` stands in one."},
+    {"element-in-locales", Severity::Error, "Another element than `locale` stands in `locales`."},
+    {"element-in-locale", Severity::Error, "An element stands in `locale`."},
+    {"locales-outside-model", Severity::Error, "`locales` stands elsewhere than in `model`."},
+    {"unknown-locale", Severity::Error, "A locale is none."},
+    {"duplicate-id", Severity::Error, "Two elements have one id."},
+    {"duplicate-value", Severity::Error, "A property has two values for one locale."},
+
+    {"catalogue-unreadable", Severity::Error, "The catalogue cannot be read, or is no XML."},
+    {"catalogue-element", Severity::Error, "An element stands where the catalogue has none."},
+    {"catalogue-attribute", Severity::Error, "An attribute is missing, or is unknown."},
+    {"catalogue-text", Severity::Error, "Text stands in an element that holds none."},
+    {"catalogue-locale", Severity::Error, "The locale of a package's property is none."},
+    {"catalogue-model-twice", Severity::Error, "Two entries have one model path."},
+    {"catalogue-package-twice", Severity::Error, "A model has two packages."},
+    {"catalogue-property-twice", Severity::Error,
+     "A package's property has two values for one locale."},
+    {"catalogue-user-twice", Severity::Error, "Two users have one name."},
+    {"catalogue-role", Severity::Error, "A user's role has no name."},
+    {"model-unreadable", Severity::Error, "The file of an entry cannot be read."},
+
+    {"shortcut-without-target", Severity::Warning,
+     "A shortcut has no `refobj`: it is never shown."},
+    {"shortcut-without-name", Severity::Warning, "A shortcut has no name: it is never shown."},
+    {"dangling-refobj", Severity::Warning,
+     "A shortcut's target does not exist: requests that meet the shortcut fail."},
+    {"ambiguous-refobj", Severity::Warning,
+     "Several objects have the reference that a shortcut points to: the first one is taken."},
+    {"endless-shortcut", Severity::Warning,
+     "A shortcut is met again inside its own target; the text names the whole cycle."},
+    {"unreachable-shortcut-target", Severity::Warning,
+     "A target that nothing shows: the target of a shortcut's target, or a `refobj` that a later "
+     "one overrides."},
+    {"duplicate-reference", Severity::Warning,
+     "An earlier object has the same reference: nothing refers to this one."},
+    {"unreachable-by-path", Severity::Warning,
+     "A start path with the object's name leads to the first of its siblings: the name search "
+     "tries the supported locale at place j on the sibling at place j, whichever it looks at."},
+    {"untranslated-name", Severity::Warning,
+     "A supported locale has no name for the object: where only names are asked for, the object "
+     "and what stands in it are left out."},
+    {"untranslated-property", Severity::Note,
+     "A property has values for some supported locales and none for another."},
+    {"set-entry-without-object", Severity::Warning,
+     "A security set lists an id that no object has."},
+    {"unknown-set-kind", Severity::Warning,
+     "A set's kind is neither included, excluded nor hidden: it has no effect."},
+    {"view-without-set", Severity::Warning,
+     "A view has no set with an entry: it shows nothing and hides nothing."},
+    {"ignored-member", Severity::Warning,
+     "A view has a second member: only the first one's role counts."},
+    {"replaced-default-view", Severity::Warning,
+     "A later role-based view without members takes this one's place as default view."},
+    {"object-in-no-view", Severity::Note,
+     "No view includes the object: no user of a restricted model sees it."},
+    {"granted-view-missing", Severity::Warning, "A role is granted a view that the model lacks."},
+    {"role-without-user", Severity::Warning,
+     "No user of the catalogue has a role that a grant or a view names."},
+    {"unrestricted-path", Severity::Warning, "Nobody is restricted under the model path."},
+};
+
+/// Names a rule of the table; what is no such name does not compile.
+class RuleName {
+public:
+    consteval RuleName(char const* name) {
+        // By number: comparing the rows' addresses is no constant under sanitizers.
+        while (m_row < std::size(diagnosticRules) && diagnosticRules[m_row].name != name) {
+            ++m_row;
+        }
+        if (m_row == std::size(diagnosticRules)) {
+            throw "no rule has this name";
+        }
+    }
+
+    DiagnosticRule const& operator*() const { return diagnosticRules[m_row]; }
+
+private:
+    std::size_t m_row = 0;
+};
+
+/// A finding with the rule's severity.
+inline Diagnostic finding(RuleName rule, std::string file, unsigned long line, unsigned long column,
+                          std::string text) {
+    return {(*rule).severity, std::string((*rule).name), std::move(file), line, column,
+            std::move(text)};
+}
+
+} // namespace vex

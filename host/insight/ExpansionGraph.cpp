@@ -1,0 +1,62 @@
+#include "host/insight/ExpansionGraph.h"
+
+#include "VexObject.h"
+#include "resources.h"
+
+namespace vex {
+
+namespace {
+constexpr char const* targetProperty = "refobj";
+} // namespace
+
+ExpansionGraph::ExpansionGraph(Model const& model)
+    : m_model(model), m_children(model.ElementCount()) {
+    m_numbers.reserve(model.ElementCount());
+    for (Number number = 0; number < model.ElementCount(); ++number) {
+        VEX_HANDLE const element = model.GetElement(number);
+        m_numbers.emplace(element, number);
+        auto const parent = m_numbers.find(VexObject(element).GetParent());
+        if (parent != m_numbers.end()) {
+            m_children[parent->second].push_back(number);
+        }
+    }
+    Vex_Handle_Collection found;
+    VexObject(model.GetRootObject())
+        .getElementsByTagName(resources::getString(resources::Shortcut), found);
+    I18NString const name(targetProperty);
+    for (VEX_HANDLE const element : found) {
+        Shortcut shortcut{m_numbers.at(element), {}};
+        Vex_Handle_Collection properties;
+        VexObject(element).Properties(properties, &name, nullptr, false);
+        for (VEX_HANDLE const property : properties) {
+            I18NString reference;
+            VexObject(property).GetValue(reference, true);
+            auto const target = m_numbers.find(model.GetObjectByReference(reference, 0));
+            if (target != m_numbers.end()) {
+                shortcut.targets.push_back(target->second);
+            }
+        }
+        if (!shortcut.targets.empty()) {
+            m_shortcutPlaces.emplace(shortcut.number, m_shortcuts.size());
+            m_shortcuts.push_back(std::move(shortcut));
+        }
+    }
+}
+
+ExpansionGraph::Shortcut const* ExpansionGraph::FindShortcut(Number number) const {
+    auto const place = m_shortcutPlaces.find(number);
+    return place == m_shortcutPlaces.end() ? nullptr : &m_shortcuts[place->second];
+}
+
+std::size_t ExpansionGraph::WayCount(Number number) const {
+    Shortcut const* const shortcut = FindShortcut(number);
+    return m_children[number].size() + (shortcut == nullptr ? 0 : shortcut->targets.size());
+}
+
+ExpansionGraph::Number ExpansionGraph::Way(Number number, std::size_t index) const {
+    std::vector<Number> const& children = m_children[number];
+    return index < children.size() ? children[index]
+                                   : FindShortcut(number)->targets[index - children.size()];
+}
+
+} // namespace vex

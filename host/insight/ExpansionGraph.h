@@ -1,0 +1,45 @@
+#pragma once
+
+#include "host/store/image/Model.h"
+
+#include <unordered_map>
+
+namespace vex {
+
+/// What an expansion goes through: from each element to its children, and from
+/// a shortcut to its targets. Elements are numbered in document order.
+class ExpansionGraph {
+public:
+    using Number = std::uint32_t;
+
+    explicit ExpansionGraph(Model const& model);
+
+    std::size_t Size() const { return m_children.size(); }
+    VEX_HANDLE Element(Number number) const { return m_model.GetElement(number); }
+    /// Raises `std::out_of_range` for a handle that is no element of the model.
+    Number NumberOf(VEX_HANDLE element) const { return m_numbers.at(element); }
+
+    std::vector<Number> const& Children(Number number) const { return m_children[number]; }
+
+    struct Shortcut {
+        Number number;
+        std::vector<Number> targets; // those that exist, in document order
+    };
+    /// In document order.
+    std::vector<Shortcut> const& Shortcuts() const { return m_shortcuts; }
+    /// Null for what is no shortcut with a target.
+    Shortcut const* FindShortcut(Number number) const;
+
+    /// The ways on: to the children, then to the targets.
+    std::size_t WayCount(Number number) const;
+    Number Way(Number number, std::size_t index) const;
+
+private:
+    Model const& m_model;
+    std::unordered_map<VEX_HANDLE, Number> m_numbers;
+    std::vector<std::vector<Number>> m_children;
+    std::vector<Shortcut> m_shortcuts;
+    std::unordered_map<Number, std::size_t> m_shortcutPlaces;
+};
+
+} // namespace vex

@@ -1,0 +1,90 @@
+#include "host/insight/ModelChecks.h"
+
+#include "VexObject.h"
+#include "host/insight/ModelFindings.h"
+#include "resources.h"
+
+#include <set>
+
+namespace vex {
+
+namespace {
+
+/// The roles that the model's views ask for.
+std::set<I18NString> rolesOfViews(Model const& model) {
+    Vex_Handle_Collection members;
+    VexObject(model.GetRootObject())
+        .getElementsByTagName(resources::getString(resources::ViewMember), members);
+    std::set<I18NString> roles;
+    for (VEX_HANDLE const member : members) {
+        roles.insert(
+            ModelFindings::ValueOf(member, resources::getString(resources::MemberRole), nullptr));
+    }
+    roles.erase(I18NString());
+    return roles;
+}
+
+} // namespace
+
+void checkModel(Model const& model, std::string const& file, Diagnostics& found) {
+    ModelFindings findings(model, file, found);
+    for (auto const check : {&checkShortcuts, &checkNames, &checkTranslations, &checkViews}) {
+        check(findings);
+    }
+}
+
+void checkCatalogue(Catalogue const& catalogue, std::string const& file, Diagnostics& found) {
+    constexpr char const* restrictedPrefixes[] = {"/content/", "path:"};
+    for (CatalogueModel const& model : catalogue.models) {
+        bool restricted = false;
+        for (char const* const prefix : restrictedPrefixes) {
+            restricted = restricted || model.path.find(prefix) == 0;
+        }
+        if (!restricted) {
+            found.push_back(finding("unrestricted-path", file, model.line, model.column,
+                                    "nobody is restricted under the model path " +
+                                        inQuotes(model.path) +
+                                        "; begin it with /content/ to have its grants obeyed"));
+        }
+    }
+}
+
+void checkGrants(Catalogue const& catalogue, CatalogueModel const& entry, Model const& model,
+                 std::string const& file, Diagnostics& found) {
+    std::set<I18NString> held;
+    for (CatalogueUser const& user : catalogue.users) {
+        held.insert(user.roles.begin(), user.roles.end());
+    }
+    Vex_Handle_Collection views;
+    VexObject(model.GetRootObject())
+        .getElementsByTagName(resources::getString(resources::SecurityView), views);
+    std::set<I18NString> known;
+    for (VEX_HANDLE const view : views) {
+        I18NString id;
+        VexObject(view).GetId(id);
+        known.insert(id);
+    }
+    for (CatalogueGrant const& grant : entry.grants) {
+        if (known.count(grant.view) == 0) {
+            found.push_back(finding("granted-view-missing", file, grant.line, grant.column,
+                                    "the role " + inQuotes(grant.role) + " is granted the view " +
+                                        inQuotes(grant.view) + ", which the model " + entry.file +
+                                        " lacks"));
+        }
+        if (held.count(grant.role) == 0) {
+            found.push_back(finding("role-without-user", file, grant.line, grant.column,
+                                    "no user has the role " + inQuotes(grant.role) +
+                                        ", which is granted the view " + inQuotes(grant.view)));
+            held.insert(grant.role); // once is enough
+        }
+    }
+    for (I18NString const& role : rolesOfViews(model)) {
+        if (held.count(role) == 0) {
+            found.push_back(finding("role-without-user", file, entry.line, entry.column,
+                                    "no user has the role " + inQuotes(role) +
+                                        ", which a view of the model " + entry.file + " asks for"));
+        }
+    }
+}
+
+} // namespace vex

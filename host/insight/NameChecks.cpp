@@ -1,0 +1,94 @@
+#include "VexObject.h"
+#include "host/insight/ModelFindings.h"
+#include "resources.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace vex {
+
+namespace {
+
+/// The members of one class of one element, in document order.
+using Members = std::vector<VEX_HANDLE>;
+
+/// Finds the members whose own name leads a start path elsewhere. The name
+/// search compares the name wanted, while it looks at the first member, with the
+/// name of the member at place j in the supported locale at place j, for every
+/// j; so whoever's name stands there, the first member is found.
+class PairingCheck {
+public:
+    explicit PairingCheck(ModelFindings& findings)
+        : m_findings(findings), m_locales(findings.GetModel().Locales()) {}
+
+    void Check(Members const& members) {
+        std::set<I18NString> pairs;
+        for (std::size_t place = 0; place < std::min(members.size(), m_locales.size()); ++place) {
+            pairs.insert(NameOf(members[place], m_locales[place]));
+        }
+        pairs.erase(I18NString());
+        for (std::size_t index = 1; index < members.size() && !pairs.empty(); ++index) {
+            CheckMember(members[0], members[index], pairs);
+        }
+    }
+
+private:
+    void CheckMember(VEX_HANDLE first, VEX_HANDLE member, std::set<I18NString> const& pairs) {
+        I18NLocale const fallback = m_findings.GetModel().DefaultLocale();
+        I18NString const firstName = NameOf(first, fallback);
+        std::string caught;
+        for (I18NLocale const locale : m_locales) {
+            I18NString const name = NameOf(member, locale);
+            bool const isOwn = name == firstName || name == NameOf(first, locale);
+            if (pairs.count(name) != 0 && !isOwn) { // two of one name are another matter
+                caught += (caught.empty() ? "" : ", ") + inQuotes(name) + " (" +
+                          locale.getName().toUtf8() + ')';
+            }
+        }
+        if (caught.empty()) {
+            return;
+        }
+        I18NString const name = NameOf(member, fallback);
+        bool const hasWay = !name.empty() && pairs.count(name) == 0;
+        m_findings.Add("unreachable-by-path", member,
+                       "a start path with the name " + caught + " leads to " +
+                           m_findings.NameOf(first) + ", the first beside it; " +
+                           (hasWay ? "paths reach it by " + inQuotes(name)
+                                   : "no path reaches it, references do"));
+    }
+
+    static I18NString NameOf(VEX_HANDLE element, I18NLocale locale) {
+        return ModelFindings::ValueOf(element, resources::getString(resources::Name), &locale);
+    }
+
+    ModelFindings& m_findings;
+    std::vector<I18NLocale> const& m_locales;
+};
+
+} // namespace
+
+void checkNames(ModelFindings& findings) {
+    PairingCheck check(findings);
+    Model const& model = findings.GetModel();
+    for (std::size_t index = 1; index < model.ElementCount(); ++index) {
+        VEX_HANDLE const element = model.GetElement(index);
+        I18NString reference;
+        if (!model.GetReference(element, reference)) {
+            continue; // paths lead to what stands in namespaces
+        }
+        Vex_Handle_Collection children;
+        VexObject(element).childObjects(children, nullptr, nullptr);
+        std::map<I18NString, Members> members;
+        for (VEX_HANDLE const child : children) {
+            I18NString cls;
+            VexObject(child).GetName(cls);
+            members[cls].push_back(child);
+        }
+        for (auto const& [cls, ofClass] : members) {
+            check.Check(ofClass);
+        }
+    }
+}
+
+} // namespace vex

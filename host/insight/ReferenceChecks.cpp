@@ -1,0 +1,145 @@
+#include "VexObject.h"
+#include "host/insight/ModelChecks.h"
+#include "host/insight/ModelFindings.h"
+#include "resources.h"
+
+#include <set>
+
+namespace vex {
+
+namespace {
+
+constexpr char const* targetProperty = "refobj";
+constexpr char const* emptyName = "\"\"";
+
+/// The readable targets that a shortcut names.
+std::vector<I18NString> referencesOf(VEX_HANDLE shortcut) {
+    Vex_Handle_Collection properties;
+    I18NString const name(targetProperty);
+    VexObject(shortcut).Properties(properties, &name, nullptr, false);
+    std::vector<I18NString> references;
+    for (VEX_HANDLE const property : properties) {
+        I18NString reference;
+        if (VexObject(property).GetValue(reference, true)) {
+            references.push_back(reference);
+        }
+    }
+    return references;
+}
+
+/// The objects that another object, earlier in the document, keeps from being
+/// found by their reference; and the ones that do so.
+class SharedReferences {
+public:
+    struct Second {
+        VEX_HANDLE object;
+        VEX_HANDLE first;
+        I18NString reference;
+    };
+
+    explicit SharedReferences(ModelFindings const& findings) {
+        Model const& model = findings.GetModel();
+        for (std::size_t index = 0; index < model.ElementCount(); ++index) {
+            VEX_HANDLE const element = model.GetElement(index);
+            I18NString reference;
+            if (findings.NameOf(element) == emptyName || !model.GetReference(element, reference)) {
+                continue; // nothing without a name is asked for by reference
+            }
+            VEX_HANDLE const first = model.GetObjectByReference(reference, 0);
+            if (first.IsNotNull() && first != element) {
+                m_seconds.push_back({element, first, reference});
+                m_firsts.insert(first.Number());
+            }
+        }
+    }
+
+    std::vector<Second> const& Seconds() const { return m_seconds; }
+    bool IsFirst(VEX_HANDLE object) const { return m_firsts.count(object.Number()) != 0; }
+
+private:
+    std::vector<Second> m_seconds;
+    std::set<std::uint32_t> m_firsts;
+};
+
+void checkTarget(ModelFindings& findings, SharedReferences const& shared, VEX_HANDLE shortcut,
+                 I18NString const& reference) {
+    VEX_HANDLE const target = findings.GetModel().GetObjectByReference(reference, 0);
+    std::string const points =
+        inQuotes(reference) + " that the shortcut " + findings.NameOf(shortcut) + " points to";
+    if (!target.IsNotNull()) {
+        findings.Add("dangling-refobj", shortcut, "no object has the reference " + points);
+        return;
+    }
+    if (shared.IsFirst(target)) {
+        findings.Add("ambiguous-refobj", shortcut,
+                     "several objects have the reference " + points + "; the first is taken");
+    }
+    I18NString cls;
+    VexObject(target).GetName(cls);
+    if (cls == resources::getString(resources::Shortcut) && target != shortcut) {
+        findings.Add("unreachable-shortcut-target", shortcut,
+                     "the shortcut " + findings.NameOf(shortcut) + " points to the shortcut " +
+                         findings.NameOf(target) +
+                         ", whose own target is not shown here; point to that one");
+    }
+}
+
+void checkOneShortcut(ModelFindings& findings, SharedReferences const& shared,
+                      VEX_HANDLE shortcut) {
+    std::string const name = findings.NameOf(shortcut);
+    std::vector<I18NString> const references = referencesOf(shortcut);
+    for (I18NString const& reference : references) {
+        checkTarget(findings, shared, shortcut, reference);
+    }
+    if (references.empty()) {
+        findings.Add("shortcut-without-target", shortcut,
+                     "the shortcut " + name + " has no refobj, so it is never shown");
+    }
+    if (references.size() > 1) {
+        findings.Add("unreachable-shortcut-target", shortcut,
+                     "the shortcut " + name + " has " + std::to_string(references.size()) +
+                         " targets; answers show the last, start paths follow the first; keep one");
+    }
+    if (name == emptyName) {
+        findings.Add("shortcut-without-name", shortcut,
+                     "the shortcut has no name, so it is never shown");
+    }
+}
+
+/// ": [A].[B] -> [A] -> [A].[B]".
+std::string cycleText(ModelFindings const& findings, EndlessShortcut const& endless) {
+    std::string text;
+    if (!endless.cycle.empty()) {
+        text = ": " + findings.Describe(endless.shortcut);
+        for (VEX_HANDLE const element : endless.cycle) {
+            text += " -> " + findings.Describe(element);
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+void checkShortcuts(ModelFindings& findings) {
+    SharedReferences const shared(findings);
+    for (SharedReferences::Second const& second : shared.Seconds()) {
+        auto const position = findings.GetModel().FindPosition(second.first);
+        std::string text = "a second object has the reference " + second.reference.toUtf8();
+        if (position) {
+            text += ", which finds the one in line " + std::to_string(position->line);
+        }
+        findings.Add("duplicate-reference", second.object, text + "; rename one of them");
+    }
+    for (VEX_HANDLE const shortcut :
+         findings.ElementsOf(resources::getString(resources::Shortcut))) {
+        checkOneShortcut(findings, shared, shortcut);
+    }
+    for (EndlessShortcut const& endless : findEndlessShortcuts(findings.GetModel())) {
+        findings.Add("endless-shortcut", endless.shortcut,
+                     "the shortcut " + findings.NameOf(endless.shortcut) +
+                         " is met again inside its own target" + cycleText(findings, endless) +
+                         "; its expansion is cut there");
+    }
+}
+
+} // namespace vex

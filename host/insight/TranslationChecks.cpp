@@ -1,0 +1,54 @@
+#include "VexObject.h"
+#include "host/insight/ModelFindings.h"
+#include "resources.h"
+
+namespace vex {
+
+namespace {
+
+/// The supported locales that find no text for a property, as "de, ja"; "" when
+/// none does.
+std::string localesWithout(Model const& model, VEX_HANDLE element, I18NString const& property) {
+    std::string missing;
+    for (I18NLocale const locale : model.Locales()) {
+        if (ModelFindings::ValueOf(element, property, &locale).empty()) {
+            missing += (missing.empty() ? "" : ", ") + locale.getName().toUtf8();
+        }
+    }
+    return missing;
+}
+
+void checkElement(ModelFindings& findings, VEX_HANDLE element) {
+    Vex_Handle_Collection properties;
+    VexObject(element).Properties(properties, nullptr, nullptr, false);
+    for (VEX_HANDLE const property : properties) {
+        if (VexObject(property).GetLocale() == nullptr) {
+            continue; // one value for all languages, or none
+        }
+        I18NString name;
+        VexObject(property).GetName(name);
+        std::string const missing = localesWithout(findings.GetModel(), element, name);
+        if (missing.empty()) {
+            continue;
+        }
+        if (name == resources::getString(resources::Name)) {
+            findings.Add("untranslated-name", element,
+                         findings.NameOf(element) + " has no name in " + missing);
+        } else {
+            findings.Add("untranslated-property", element,
+                         "the property " + inQuotes(name) + " of " + findings.NameOf(element) +
+                             " has no value in " + missing);
+        }
+    }
+}
+
+} // namespace
+
+void checkTranslations(ModelFindings& findings) {
+    Model const& model = findings.GetModel();
+    for (std::size_t index = 0; index < model.ElementCount(); ++index) {
+        checkElement(findings, model.GetElement(index));
+    }
+}
+
+} // namespace vex

@@ -1,0 +1,135 @@
+#include "VexObject.h"
+#include "host/insight/ModelFindings.h"
+#include "resources.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <set>
+
+namespace vex {
+
+namespace {
+
+constexpr long setKinds[] = {resources::Included, resources::Excluded, resources::Hidden};
+constexpr char const* setClass = "set";
+
+/// Anything but a number other than 0, and "true", is no yes.
+bool saysYes(I18NString const& text) {
+    return text == "true" || std::strtol(text.c_str(), nullptr, 10) != 0;
+}
+
+class ViewCheck {
+public:
+    explicit ViewCheck(ModelFindings& findings) : m_findings(findings) {}
+
+    void CheckView(VEX_HANDLE view) {
+        std::size_t entries = 0;
+        for (VEX_HANDLE const set : Below(view, setClass)) {
+            entries += CheckSet(set);
+        }
+        bool const isRoleBased = saysYes(
+            ModelFindings::ValueOf(view, resources::getString(resources::RoleBased), nullptr));
+        Vex_Handle_Collection const members =
+            Below(view, resources::getString(resources::ViewMember));
+        bool const isDefault = isRoleBased && members.size() == 0;
+        if (entries == 0 && !isDefault) { // an empty default view hides nothing on purpose
+            m_findings.Add("view-without-set", view,
+                           NameOfView(view) + " has no set with an entry, so it shows nothing");
+        }
+        if (isRoleBased && members.size() > 1) {
+            m_findings.Add("ignored-member", members[1],
+                           "only the first member's role counts for " + NameOfView(view) +
+                               "; make a view for each role");
+        }
+        if (isDefault) {
+            if (m_default.IsNotNull()) {
+                m_findings.Add("replaced-default-view", m_default,
+                               NameOfView(m_default) + " has no effect: " + NameOfView(view) +
+                                   " is a later role-based view without members");
+            }
+            m_default = view;
+        }
+    }
+
+    /// What no view includes, among what views decide about.
+    void CheckObjects() {
+        Model const& model = m_findings.GetModel();
+        I18NString const& shortcut = resources::getString(resources::Shortcut);
+        for (std::size_t index = 0; index < model.ElementCount(); ++index) {
+            VEX_HANDLE const element = model.GetElement(index);
+            I18NString text;
+            if (!model.GetReference(element, text) || !VexObject(element).GetName(text) ||
+                text == shortcut) { // shortcuts are shown without a test
+                continue;
+            }
+            I18NString id;
+            VexObject(element).GetId(id);
+            if (m_included.count(id) == 0) {
+                m_findings.Add("object-in-no-view", element,
+                               "no view includes " + text.toUtf8() + ' ' +
+                                   m_findings.NameOf(element) +
+                                   (id.empty() ? "; it has no id to include it by" : ""));
+            }
+        }
+    }
+
+private:
+    /// The number of its entries.
+    std::size_t CheckSet(VEX_HANDLE set) {
+        I18NString const kind =
+            ModelFindings::ValueOf(set, resources::getString(resources::SetKind), nullptr);
+        bool const isKnown = std::any_of(std::begin(setKinds), std::end(setKinds), [&](long known) {
+            return kind == resources::getString(known);
+        });
+        if (!isKnown) {
+            m_findings.Add("unknown-set-kind", set,
+                           "the kind of the set is " + inQuotes(kind) +
+                               ", so it has no effect; write included, excluded or hidden");
+        }
+        bool const isIncluded = kind == resources::getString(resources::Included);
+        Vex_Handle_Collection const entries = Below(set, resources::getString(resources::SetEntry));
+        for (VEX_HANDLE const entry : entries) {
+            I18NString id;
+            VexObject(entry).GetValue(id, true);
+            if (!m_findings.GetModel().FindById(id).IsNotNull()) {
+                m_findings.Add("set-entry-without-object", entry,
+                               "no object has the id " + inQuotes(id) +
+                                   " that the security set lists");
+            }
+            if (isIncluded) {
+                m_included.insert(id);
+            }
+        }
+        return entries.size();
+    }
+
+    static Vex_Handle_Collection Below(VEX_HANDLE element, I18NString const& tag) {
+        return ModelFindings::ElementsBelow(element, tag);
+    }
+
+    static std::string NameOfView(VEX_HANDLE view) {
+        I18NString id;
+        VexObject(view).GetId(id);
+        return "the view " + inQuotes(id);
+    }
+
+    ModelFindings& m_findings;
+    std::set<I18NString> m_included;
+    VEX_HANDLE m_default;
+};
+
+} // namespace
+
+void checkViews(ModelFindings& findings) {
+    Vex_Handle_Collection const views =
+        findings.ElementsOf(resources::getString(resources::SecurityView));
+    ViewCheck check(findings);
+    for (VEX_HANDLE const view : views) {
+        check.CheckView(view);
+    }
+    if (views.size() != 0) { // without views there is nothing to be included by
+        check.CheckObjects();
+    }
+}
+
+} // namespace vex

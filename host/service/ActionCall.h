@@ -1,0 +1,65 @@
+#pragma once
+
+#include "KRLIDOM_OwnedDocument.h"
+#include "host/service/PluginProxy.h"
+
+#include <atomic>
+#include <chrono>
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vex {
+
+/// Values for an action, and what they point to. They stay where they are until
+/// this object goes: keep it through the call.
+class ActionValues {
+public:
+    VexVariant Long(long number) { return VexVariant(number); }
+    VexVariant Handle(VEX_HANDLE handle) { return VexVariant(handle); }
+    VexVariant String(I18NString text);
+    /// Takes the document; the value is its document node.
+    VexVariant Node(KRLIDOM_OwnedDocument document);
+
+private:
+    struct HeldNode {
+        KRLIDOM_OwnedDocument document;
+        KRLIDOM_Node node;
+    };
+    std::deque<I18NString> m_texts;
+    std::deque<HeldNode> m_nodes;
+};
+
+/// What a call may use up.
+struct ActionLimits {
+    KRLIDOM_Limits response;
+    std::optional<std::chrono::milliseconds> time;
+    std::atomic<bool> const* cancelled = nullptr; // set by another thread or a signal handler
+};
+
+/// When a call that begins now must have ended, if ever.
+std::optional<std::chrono::steady_clock::time_point> deadlineOf(ActionLimits const& limits);
+
+/// How a call ended, and the response document as it stood then.
+struct ActionOutcome {
+    enum class End {
+        Returned, // with `code` and `appended`
+        Raised,   // the plug-in raised `raised`
+        Stopped,  // a limit of the host, or a broken rule: see `text`
+    };
+
+    End end = End::Stopped;
+    long code = 0;
+    std::vector<VexVariant> appended; // what the plug-in added after the host's two entries
+    std::optional<VexException> raised;
+    std::string text; // for people, when the call did not return
+    KRLIDOM_OwnedDocument response;
+};
+
+/// Calls an action with a new response document: a long 0, then the element
+/// "Response", whose only child is an empty element "Result".
+ActionOutcome callAction(PluginProxy& plugin, HostSession& session, VexVariant const& action,
+                         VexParams const& in, ActionLimits const& limits);
+
+} // namespace vex

@@ -1,0 +1,57 @@
+#include "host/service/HostSession.h"
+
+#include "host/service/NameSuggestion.h"
+#include "host/store/image/HostException.h"
+
+#include <algorithm>
+
+namespace vex {
+
+namespace {
+constexpr char const* howToNameObjects =
+    "give an id, or a reference like [Namespace].[Query subject]";
+}
+
+I18NLocale negotiateLocale(Model const& model, I18NLocale asked) {
+    std::vector<I18NLocale> const& supported = model.Locales();
+    I18NLocale const nameless;
+    for (I18NLocale locale = asked; locale != nameless; locale = locale.getParent()) {
+        if (std::find(supported.begin(), supported.end(), locale) != supported.end()) {
+            return asked;
+        }
+    }
+    return model.DefaultLocale();
+}
+
+HostSession::HostSession(std::shared_ptr<Model const> model, I18NLocale asked,
+                         std::shared_ptr<Catalogue const> catalogue, CatalogueUser const* user)
+    : m_open(std::move(model)), m_asked(asked), m_locale(negotiateLocale(*GetModel(), asked)),
+      m_security(std::move(catalogue), user) {}
+
+HostSession::~HostSession() = default;
+
+I18NLocale const* HostSession::GetLocale(I18NString const& name) const {
+    return &m_locales.try_emplace(name, I18NLocale(name)).first->second;
+}
+
+void HostSession::TakeModel(std::shared_ptr<Model const> model) {
+    m_locale = negotiateLocale(*model, m_asked);
+    m_open.SetModel(std::move(model));
+}
+
+VEX_HANDLE HostSession::FindObject(I18NString const& idOrReference) const {
+    Model const& model = *GetModel();
+    VEX_HANDLE object = model.FindById(idOrReference);
+    if (!object.IsNotNull()) {
+        object = model.GetObjectByReference(idOrReference, 0);
+    }
+    if (!object.IsNotNull()) {
+        std::string const question = toQuestion(suggestObjects(model, idOrReference));
+        throw HostException("the model has no object with the id or reference \"" +
+                            idOrReference.toUtf8() + "\"; " +
+                            (question.empty() ? howToNameObjects : question));
+    }
+    return object;
+}
+
+} // namespace vex

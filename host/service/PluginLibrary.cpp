@@ -1,0 +1,162 @@
+#include "host/service/PluginLibrary.h"
+
+#include "KRLPluginCreator.h"
+#include "VexPlatformVersion.h"
+#include "host/service/PluginException.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <mutex>
+#include <set>
+
+#include <dlfcn.h>
+#include <sys/stat.h>
+
+namespace vex {
+
+namespace {
+
+constexpr char const* pluginFileName = "libVexMAActionPlugin.vpl";
+
+/// Tells static initialisers of a library, while it is loaded, which it is.
+class CurrentLibrary {
+public:
+    explicit CurrentLibrary(std::string const& file) {
+        VexPluginFactory_getInstance()->SetCurrentLibrary(file);
+    }
+    CurrentLibrary(CurrentLibrary const&) = delete;
+    CurrentLibrary& operator=(CurrentLibrary const&) = delete;
+    ~CurrentLibrary() { VexPluginFactory_getInstance()->SetCurrentLibrary(""); }
+};
+
+std::string absolutePath(std::string const& file) {
+    std::error_code failed;
+    std::filesystem::path const path = std::filesystem::canonical(file, failed);
+    if (failed) {
+        throw PluginException(PluginFault::NotLoaded,
+                              "the plug-in " + file + " cannot be opened: " + failed.message());
+    }
+    return path.string();
+}
+
+} // namespace
+
+std::string findPluginFile() {
+    std::filesystem::path const folder =
+        std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    std::filesystem::path const places[] = {
+        folder / pluginFileName,
+        folder.parent_path() / VEX_INSTALL_LIBDIR / "vex" / pluginFileName,
+        folder.parent_path() / "lib" / "vex" / pluginFileName,
+    };
+    std::string searched;
+    for (std::filesystem::path const& place : places) {
+        std::error_code failed;
+        if (std::filesystem::is_regular_file(place, failed)) {
+            return place.string();
+        }
+        searched += "\n  " + place.string();
+    }
+    throw PluginException(PluginFault::NotLoaded,
+                          "the plug-in is not installed; name its file, or put it where one of "
+                          "these is looked for:" +
+                              searched);
+}
+
+/// Holds a file's place among the loaded ones.
+struct PluginLibrary::Claim {
+    explicit Claim(std::string const& file) {
+        struct stat status {};
+        if (::stat(file.c_str(), &status) != 0) {
+            throw PluginException(PluginFault::NotLoaded,
+                                  "the plug-in " + file +
+                                      " cannot be opened: " + std::strerror(errno));
+        }
+        identity = {status.st_dev, status.st_ino};
+        std::lock_guard const lock(mutex());
+        if (!loaded().insert(identity).second) {
+            throw PluginException(PluginFault::LoadedTwice,
+                                  "the plug-in " + file +
+                                      " is loaded already; use the one that is loaded");
+        }
+    }
+    Claim(Claim const&) = delete;
+    Claim& operator=(Claim const&) = delete;
+    ~Claim() {
+        std::lock_guard const lock(mutex());
+        loaded().erase(identity);
+    }
+
+    static std::mutex& mutex() {
+        static std::mutex guard;
+        return guard;
+    }
+    static std::set<FileIdentity>& loaded() {
+        static std::set<FileIdentity> files;
+        return files;
+    }
+
+    FileIdentity identity;
+};
+
+PluginLibrary::PluginLibrary(std::string const& file)
+    : m_file(absolutePath(file)), m_claim(std::make_unique<Claim>(m_file)),
+      m_handle(nullptr, &::dlclose) {
+    {
+        // The libraries that the plug-in needs are the ones that this process
+        // has loaded already, so its run path "." is never looked at.
+        CurrentLibrary const current(m_file);
+        m_handle.reset(::dlopen(m_file.c_str(), RTLD_NOW | RTLD_LOCAL));
+    }
+    if (m_handle == nullptr) {
+        throw PluginException(PluginFault::NotLoaded,
+                              std::string("the plug-in cannot be loaded: ") + ::dlerror());
+    }
+    try {
+        CheckVersion();
+    } catch (PluginException const&) {
+        VexPluginFactory_getInstance()->ForgetLibrary(m_file);
+        throw;
+    }
+}
+
+PluginLibrary::~PluginLibrary() {
+    VexPluginFactory_getInstance()->ForgetLibrary(m_file);
+}
+
+void* PluginLibrary::FindExport(char const* name) const {
+    return ::dlsym(m_handle.get(), name);
+}
+
+void PluginLibrary::CheckVersion() const {
+    void* const symbol = FindExport("VexPlugin_platformVersion");
+    if (symbol == nullptr) {
+        throw PluginException(PluginFault::WrongVersion,
+                              m_file + " does not say which version of the platform it was built "
+                                       "for; it is no plug-in");
+    }
+    int const version = reinterpret_cast<int (*)()>(symbol)();
+    if (version != VexPlatform_version()) {
+        throw PluginException(PluginFault::WrongVersion,
+                              m_file + " was built for version " + std::to_string(version) +
+                                  " of the platform, this is version " +
+                                  std::to_string(VexPlatform_version()) + "; build it anew");
+    }
+}
+
+VexPluginFactory::Creator& PluginLibrary::FindCreator(std::string const& name) const {
+    VexPluginFactory::Creator* const creator = VexPluginFactory_getInstance()->FindCreator(name);
+    if (creator == nullptr) {
+        throw PluginException(PluginFault::NotLoaded,
+                              m_file + " registers no plug-in named \"" + name + '"');
+    }
+    if (creator->library() != m_file) {
+        throw PluginException(PluginFault::NotLoaded, "the plug-in name \"" + name + "\" of " +
+                                                          m_file + " is taken by " +
+                                                          creator->library());
+    }
+    return *creator;
+}
+
+} // namespace vex

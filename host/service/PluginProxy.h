@@ -1,0 +1,66 @@
+#pragma once
+
+#include "VexAccessExplanation.h"
+#include "VexException.h"
+#include "VexPluginInterface.h"
+#include "host/service/HostSession.h"
+#include "host/service/PluginLibrary.h"
+
+#include <atomic>
+#include <memory>
+#include <string>
+
+namespace vex {
+
+/// Which rules of calling a plug-in are checked. Exceptions of a foreign kind
+/// are stopped either way.
+enum class CallChecks { None, All };
+
+/// A loaded plug-in, called by the rules: `Initialize` first, one call of a
+/// session at a time, nothing but `KRLException` out of it. Whoever breaks a
+/// rule gets a `PluginException` that names the plug-in, in place of undefined
+/// behaviour. Threads: any, for different sessions.
+class PluginProxy {
+public:
+    explicit PluginProxy(std::string const& file, std::string const& name = "VexMAActionPlugin",
+                         CallChecks checks = CallChecks::All);
+    /// Terminates the plug-in when that has not been done, and unloads it.
+    ~PluginProxy();
+    PluginProxy(PluginProxy const&) = delete;
+    PluginProxy& operator=(PluginProxy const&) = delete;
+
+    /// Once, before any other call. `parameters` is handed to the plug-in.
+    void Initialize(char const* parameters = "");
+    void Terminate(char const* parameters = "");
+
+    VexErrorCode DoAction(HostSession& session, VexVariant const& action, VexParams const& in,
+                          VexParams& out);
+    /// Tells the plug-in about an event of the session.
+    void Notify(HostSession& session, int kind);
+
+    /// Why the plug-in decides about accessibility as it does: see
+    /// `VexExplainAccess`. Not every plug-in says.
+    void ExplainAccess(HostSession& session, I18NString const& modelPath,
+                       Vex_Handle_Collection const& objects, bool skipViewLists,
+                       VexAccessExplanation& explanation);
+
+    std::string const& GetFile() const { return m_library.GetFile(); }
+
+private:
+    enum class State { Loaded, Ready, Terminated };
+    class Running;
+
+    template <class Call> auto Guarded(char const* operation, Call const& call) const;
+    void TerminateObject(char const* parameters);
+    std::string Described(char const* operation) const;
+
+    PluginLibrary m_library;
+    VexPluginFactory::Creator& m_creator;
+    VexExplainAccess m_explainAccess; // null when the plug-in does not export it
+    CallChecks m_checks;
+    std::unique_ptr<VexPluginInterface> m_plugin;
+    std::atomic<State> m_state{State::Loaded};
+    std::atomic<unsigned> m_running{0}; // calls of sessions
+};
+
+} // namespace vex

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "host/store/image/HashSlots.h"
+#include "host/store/image/ShapeTable.h"
+
+#include <cstdint>
+#include <span>
+
+namespace vex {
+
+/// Collects the shapes of a model; one that was added before is not added again.
+class ShapeTableBuilder {
+public:
+    ShapeTableBuilder();
+
+    /// The shape of an owner with these simple properties. `ownNames` names the
+    /// own values.
+    std::uint32_t add(Atom cls, std::uint8_t own, std::span<ShapeEntry const> simple,
+                      Atom const (&ownNames)[OwnCount]);
+
+    Shape const& operator[](std::uint32_t shape) const { return m_table.m_shapes[shape]; }
+
+    /// Ends the building: works out what each shape lists. The default locale
+    /// decides which value of a localised property is shown; `nameName` is the
+    /// property "name".
+    ShapeTable finish(std::uint32_t defaultLocale, Atom nameName) &&;
+
+private:
+    bool equals(Shape const& shape, Atom cls, std::uint8_t own,
+                std::span<ShapeEntry const> simple) const;
+    void sortByName(Shape const& shape);
+    void list(Shape& shape, std::uint32_t defaultLocale);
+
+    ShapeTable m_table;
+    HashSlots m_found;
+    std::uint64_t m_seed;
+};
+
+} // namespace vex

@@ -1,0 +1,121 @@
+#include "host/store/image/Model.h"
+
+#include "KRLException.h"
+#include "host/store/image/CallLimits.h"
+#include "host/store/image/ReferenceText.h"
+#include "host/store/image/SameText.h"
+#include "host/store/image/StoreData.h"
+#include "host/store/image/TextHash.h"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+
+namespace vex {
+
+namespace {
+
+std::uint32_t handleCount(StoreData const& data) {
+    std::uint64_t const count = 2 * std::uint64_t{data.elementCount()} + data.values.size();
+    if (count > std::numeric_limits<std::int32_t>::max()) {
+        throw KRLLimitException("the model has " + std::to_string(count) +
+                                " objects, more than can be numbered; split the model");
+    }
+    return static_cast<std::uint32_t>(count);
+}
+
+bool namesElement(StoreData const& data, ElementNumber element,
+                  std::vector<std::u16string> const& names) {
+    ElementNumber at = element;
+    for (auto name = names.rbegin(); name != names.rend(); ++name) {
+        if (at == NotFound || data.texts.view(data.nameOf(at)) != *name) {
+            return false;
+        }
+        if (data.classOf(at) == data.namespaceName) {
+            return name + 1 == names.rend();
+        }
+        do {
+            at = data.elements[at].parent;
+        } while (at != NotFound && data.isLeftOutOfReferences(data.classOf(at)));
+    }
+    return false;
+}
+
+} // namespace
+
+Model::Model(std::unique_ptr<StoreData const> data)
+    : m_data(std::move(data)), m_elementCount(m_data->elementCount()),
+      m_collectionOffset(m_elementCount + static_cast<std::uint32_t>(m_data->values.size())) {
+    // What asks for a handle meanwhile asks for one that was never given out.
+    m_first = TakeHandles(handleCount(*m_data));
+}
+
+Model::~Model() = default;
+
+VEX_HANDLE Model::GetRootObject() const {
+    return ElementHandle(0);
+}
+
+VEX_HANDLE Model::GetObjectByReference(I18NString const& reference, long scope) const {
+    std::vector<std::u16string> names;
+    if (scope != 0 || !splitReference(reference, names) || names.empty()) {
+        return {};
+    }
+    std::uint64_t hash = firstReferenceHash(names.front());
+    for (auto name = names.begin() + 1; name != names.end(); ++name) {
+        hash = nextReferenceHash(hash, *name);
+    }
+    ElementNumber const found = m_data->references.find(
+        hash, [&](ElementNumber element) { return namesElement(*m_data, element, names); });
+    return found == NotFound ? VEX_HANDLE() : ElementHandle(found);
+}
+
+VEX_HANDLE Model::FindById(I18NString const& id) const {
+    ElementNumber const found =
+        m_data->ids.find(hashText(id.view(), hashSeed()), [&](ElementNumber element) {
+            return isSameText(m_data->texts.view(m_data->ownText(element, Own::Id)), id.view());
+        });
+    return found == NotFound ? VEX_HANDLE() : ElementHandle(found);
+}
+
+bool Model::GetReference(VEX_HANDLE element, I18NString& reference) const {
+    Place const place = Decode(element);
+    if (!IsObject(element) || place.kind != Kind::Element) {
+        return false;
+    }
+    std::vector<ElementNumber> const named = m_data->referenceOf(place.number);
+    for (auto at = named.rbegin(); at != named.rend(); ++at) {
+        appendToReference(reference, m_data->texts.view(m_data->nameOf(*at)));
+    }
+    return !named.empty();
+}
+
+I18NLocale const& Model::DefaultLocale() const {
+    return m_data->defaultLocale;
+}
+
+std::vector<I18NLocale> const& Model::Locales() const {
+    return m_data->locales;
+}
+
+std::size_t Model::ElementCount() const {
+    return m_elementCount;
+}
+
+VEX_HANDLE Model::GetElement(std::size_t index) const {
+    return index < m_elementCount ? ElementHandle(static_cast<ElementNumber>(index)) : VEX_HANDLE();
+}
+
+std::optional<DocumentPosition> Model::FindPosition(VEX_HANDLE element) const {
+    Place const place = Decode(element);
+    if (!IsObject(element) || place.kind != Kind::Element || m_data->positions.empty()) {
+        return std::nullopt;
+    }
+    return m_data->positions[place.number];
+}
+
+std::size_t Model::ByteCount() const {
+    return sizeof *this + m_data->byteCount();
+}
+
+} // namespace vex

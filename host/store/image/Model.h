@@ -1,0 +1,129 @@
+#pragma once
+
+#include "VexObjectModel.h"
+#include "VexSession.h"
+#include "host/store/image/DocumentPosition.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace vex {
+
+struct Shape;
+struct StoreData;
+
+/// A loaded model document: immutable, shared by the sessions that opened it.
+/// Its objects are valid until the last owner lets go of it.
+class Model final : public VexObjectModel,
+                    public VexObjectStore,
+                    public std::enable_shared_from_this<Model> {
+public:
+    /// Takes a range of handles: the objects can be reached from then on.
+    /// Raises `KRLLimitException` when the process has none left.
+    explicit Model(std::unique_ptr<StoreData const> data);
+    ~Model() override;
+
+    VEX_HANDLE GetRootObject() const override;
+    VEX_HANDLE GetObjectByReference(I18NString const& reference, long scope) const override;
+
+    /// The element with that id; the null handle when there is none.
+    VEX_HANDLE FindById(I18NString const& id) const;
+
+    /// Appends the element's reference, a "]" inside a name doubled so that the
+    /// text names the element again. False for an element outside every
+    /// namespace, and for a property.
+    bool GetReference(VEX_HANDLE element, I18NString& reference) const;
+
+    I18NLocale const& DefaultLocale() const;
+    /// The entries of the model's `locales`, in document order.
+    std::vector<I18NLocale> const& Locales() const;
+
+    std::size_t ElementCount() const;
+    /// The element at a place in document order; the root stands at 0. The null
+    /// handle past the end.
+    VEX_HANDLE GetElement(std::size_t index) const;
+
+    /// Where the element's start tag ends; nothing when the model was loaded
+    /// without positions, or for a property.
+    std::optional<DocumentPosition> FindPosition(VEX_HANDLE element) const;
+
+    /// The memory that the objects, their texts and the indexes take.
+    std::size_t ByteCount() const;
+
+    bool IsObject(VEX_HANDLE object) const override;
+    bool GetId(VEX_HANDLE object, I18NString& id) const override;
+    bool GetName(VEX_HANDLE object, I18NString& name) const override;
+    bool GetClass(VEX_HANDLE object, I18NString& name) const override;
+    bool GetRole(VEX_HANDLE object, I18NString& role) const override;
+    bool GetValue(VEX_HANDLE object, I18NString& value, bool resolve) const override;
+    I18NLocale const* GetLocale(VEX_HANDLE object) const override;
+    VEX_HANDLE GetParent(VEX_HANDLE object) const override;
+    VEX_HANDLE GetPropertyByName(VEX_HANDLE object, I18NString const& name,
+                                 I18NLocale const* locale) const override;
+    VEX_HANDLE GetPropertyByRole(VEX_HANDLE object, I18NString const& role,
+                                 I18NLocale const* locale) const override;
+    bool Properties(VEX_HANDLE object, Vex_Handle_Collection& found, I18NString const* name,
+                    I18NString const* role) const override;
+    bool childObjects(VEX_HANDLE object, Vex_Handle_Collection& found, I18NString const* name,
+                      I18NString const* role) const override;
+    bool getElementsByTagName(VEX_HANDLE object, I18NString const& tag,
+                              Vex_Handle_Collection& found) const override;
+    bool hasChildObjects(VEX_HANDLE object) const override;
+    bool hasProperties(VEX_HANDLE object) const override;
+    std::size_t FindPropertyValue(std::span<VEX_HANDLE const> objects, I18NString const& name,
+                                  I18NLocale const* locale, I18NString const& text,
+                                  VexTextMatch& match) const override;
+
+private:
+    // The range of handles: the elements, then the values of properties, then
+    // the collection properties, each named by the first element that it holds.
+    enum class Kind { Element, Value, Collection };
+    struct Place {
+        Kind kind;
+        std::uint32_t number;
+    };
+    Place Decode(VEX_HANDLE object) const {
+        std::uint32_t const offset = object.Number() - m_first;
+        if (offset < m_elementCount) {
+            return {Kind::Element, offset};
+        }
+        return offset < m_collectionOffset ? Place{Kind::Value, offset - m_elementCount}
+                                           : Place{Kind::Collection, offset - m_collectionOffset};
+    }
+    VEX_HANDLE ElementHandle(std::uint32_t element) const { return VEX_HANDLE(m_first + element); }
+    VEX_HANDLE ValueHandle(std::uint32_t value) const {
+        return VEX_HANDLE(m_first + m_elementCount + value);
+    }
+    VEX_HANDLE CollectionHandle(std::uint32_t first) const {
+        return VEX_HANDLE(m_first + m_collectionOffset + first);
+    }
+
+    /// By far the most is asked for names.
+    static bool IsName(I18NString const& property);
+
+    /// The simple properties of an element or of a property.
+    struct SimpleProperties {
+        Shape const* shape; // null: it has none
+        std::uint32_t firstValue;
+    };
+    SimpleProperties FindSimpleProperties(Place place) const;
+    VEX_HANDLE SimpleProperty(SimpleProperties const& of, std::uint32_t offset) const;
+    VEX_HANDLE FindProperty(Place place, I18NString const& name, I18NLocale const* locale) const;
+    VEX_HANDLE FindCollection(std::uint32_t element, std::uint32_t cls) const;
+    void AppendCollections(std::uint32_t element, Vex_Handle_Collection& found,
+                           I18NString const* name) const;
+    void AppendChildren(std::uint32_t first, std::uint32_t last, Vex_Handle_Collection& found,
+                        std::uint32_t cls, I18NString const* role) const;
+    class ValueSearch;
+    bool GiveText(std::uint32_t text, I18NString& target) const;
+
+    std::unique_ptr<StoreData const> m_data;
+    std::uint32_t m_elementCount = 0;
+    std::uint32_t m_collectionOffset = 0;
+    std::uint32_t m_first = 0;
+};
+
+} // namespace vex

@@ -1,0 +1,134 @@
+#pragma once
+
+#include "host/store/image/Model.h"
+#include "host/store/image/ShapeTable.h"
+#include "host/store/image/StoreIndex.h"
+
+#include <vector>
+
+namespace vex {
+
+/// The number of an element: its place in document order, the root at 0.
+using ElementNumber = std::uint32_t;
+
+/// What is asked about an element is asked together: it lies together.
+struct ElementRecord {
+    ElementNumber parent;
+    ElementNumber end; // the first element behind everything below
+    std::uint32_t shape;
+    std::uint32_t firstValue;
+};
+
+/// A property that has properties of its own, which is rare.
+struct PropertyOwner {
+    std::uint32_t value; // the place of the property among all values
+    std::uint32_t shape;
+    std::uint32_t firstValue;
+};
+
+/// What a value belongs to, an element or a property.
+struct ValueOwner {
+    std::uint32_t shape;
+    std::uint32_t firstValue;
+    std::uint32_t number; // of the element, or the place of the property among all values
+    bool isElement;
+};
+
+/// A loaded model as arrays. Elements stand in document order, so that the
+/// first child of an element is the next one and everything below it is a range.
+/// The values of elements stand in the same order, behind them those of
+/// properties with properties of their own. Numbers stand for "none" as
+/// `NotFound`.
+struct StoreData {
+    static constexpr std::uint32_t ValuesPerOwnerMark = 16;
+
+    TextTable texts;
+    NameTable names;
+    ShapeTable shapes;
+
+    CompactArray<ElementRecord> elements;
+    std::uint32_t elementValueCount = 0;
+    BitArray firstOfClass; // by element: the first of its class among its siblings
+
+    CompactArray<TextRef> values;
+    CompactArray<ElementNumber> ownerMarks;     // the owner of every 16th value of an element
+    CompactArray<PropertyOwner> propertyOwners; // ascending by `value` and by `firstValue`
+
+    ClassIndex classes;
+    FixedHash ids;
+    FixedHash references;
+
+    CompactArray<DocumentPosition> positions; // by element; empty when not kept
+
+    I18NLocale defaultLocale;
+    std::vector<I18NLocale> locales;     // the entries of `locales`
+    std::vector<I18NLocale> usedLocales; // of values, ascending by number
+
+    // Names that the store itself knows.
+    Atom idName = NoAtom;
+    Atom nameName = NoAtom;
+    Atom namespaceName = NoAtom;
+    Atom folderName = NoAtom;
+    Atom queryItemFolderName = NoAtom;
+
+    ElementNumber elementCount() const { return static_cast<ElementNumber>(elements.size()); }
+    Shape const& shapeOf(ElementNumber element) const { return shapes[elements[element].shape]; }
+    Atom classOf(ElementNumber element) const { return shapeOf(element).cls; }
+    bool hasChildren(ElementNumber element) const { return elements[element].end != element + 1; }
+
+    ValueOwner ownerOf(std::uint32_t value) const;
+    ShapeEntry const& entryOf(std::uint32_t value) const {
+        ValueOwner const owner = ownerOf(value);
+        return shapes.entries(shapes[owner.shape])[value - owner.firstValue];
+    }
+
+    /// The owner record of a property with sub-properties, or null.
+    PropertyOwner const* findPropertyOwner(std::uint32_t value) const;
+
+    /// The offset of the simple property's value that a locale finds, or
+    /// `NotFound`. Null finds what is not localised, else the default locale's
+    /// value, else the first.
+    std::uint32_t findOffset(Shape const& owner, Atom name, I18NLocale const* locale) const {
+        std::span<std::uint32_t const> const named = shapes.named(owner, name);
+        return named.empty() ? NotFound : chooseOffset(owner, named, locale);
+    }
+    /// The same among the offsets of the name's values, which are not none.
+    std::uint32_t chooseOffset(Shape const& owner, std::span<std::uint32_t const> named,
+                               I18NLocale const* locale) const {
+        // Mostly the first value is it.
+        return locale != nullptr &&
+                       shapes.entries(owner)[named.front()].locale == locale->getNumber()
+                   ? named.front()
+                   : searchOffset(owner, named, locale);
+    }
+    std::uint32_t searchOffset(Shape const& owner, std::span<std::uint32_t const> named,
+                               I18NLocale const* locale) const;
+
+    /// An own value of an element; 0 when it has none.
+    TextRef ownText(ElementNumber element, Own which) const {
+        Shape const& of = shapeOf(element);
+        return of.has(which) ? values[elements[element].firstValue + of.ownOffset(which)] : 0;
+    }
+
+    /// The name in the default locale; 0 without one.
+    TextRef nameOf(ElementNumber element) const;
+
+    /// True for what stands between a namespace and an element without being
+    /// part of the element's reference.
+    bool isLeftOutOfReferences(Atom cls) const {
+        return cls == folderName || cls == queryItemFolderName;
+    }
+
+    /// The elements whose names make up the element's reference, innermost
+    /// first; empty when it has none.
+    std::vector<ElementNumber> referenceOf(ElementNumber element) const;
+
+    std::size_t byteCount() const;
+};
+
+/// What the reference index is keyed by: the names of a reference one by one,
+/// the outermost first.
+std::uint64_t firstReferenceHash(std::u16string_view name);
+std::uint64_t nextReferenceHash(std::uint64_t before, std::u16string_view name);
+
+} // namespace vex

@@ -1,0 +1,73 @@
+#include "VexMessageTexts.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+constexpr VexMessageText texts[] = {
+    {VexFailureId::ViewUnavailable,
+     "None of the requested security views may be used. Requested: {1}. Available to this user: "
+     "{0}. Request an available view that the model holds, or none to use all of them."},
+    {VexFailureId::ShortcutDangling,
+     "A shortcut refers to an object that the model does not hold. Correct the "
+     "shortcut's \"refobj\" in the model."},
+    {VexFailureId::ReferencedObjectLost,
+     "The reference to \"{0}\" leads to no object. Check the names in the reference; "
+     "they are compared in the language of the request."},
+    {VexFailureId::NoViewOrRole,
+     "The user has no security view or role on this model. Grant one of the user's "
+     "roles a view on the model, or ask as another user."},
+    {VexFailureId::ModelWithoutNamespace,
+     "The model holds no namespace, so there is nothing to answer from. Add a "
+     "\"namespace\" element to the model."},
+    {VexFailureId::ModelWithoutViews,
+     "Access to the model is restricted, but the model holds no security view to "
+     "decide by. Add a \"securityView\" element to the model."},
+    {VexFailureId::PathMalformed,
+     "The start path cannot be split into names. Write it as [name].[name], with a "
+     "\"]\" inside a name doubled."},
+    {VexFailureId::NotOneObject,
+     "The reference to \"{0}\" does not lead to exactly one object. Give the objects "
+     "beside each other distinct names, or start from another object."},
+    {VexFailureId::NameNotFound,
+     "No object named \"{0}\" was found on the way. Check the names in the path or "
+     "reference, their language, and that the request asks for the collections that "
+     "lead there."},
+    {VexFailureId::ShortcutTargetUnknown,
+     "The shortcut \"{0}\" refers to an object that the model does not hold. Correct "
+     "the shortcut's \"refobj\" in the model."},
+    {VexFailureId::ReferenceNameCount,
+     "The reference {0} does not have two or three names. Write it as "
+     "[namespace].[object] or [namespace].[object].[item]."},
+    {VexFailureId::NoSecuritySource,
+     "Nothing is known about who may use the model at this path. Check the path, and "
+     "that the catalogue lists it."},
+    {VexFailureId::ParameterType,
+     "A parameter is missing or has the wrong type. Pass the parameters in the order "
+     "and with the types that the action describes."},
+    {VexFailureId::ActionEntryMissing,
+     "The session was first used for another kind of action, so \"{0}\" is missing "
+     "from its data. Use one session for each kind of action, or close this one and "
+     "open it again."},
+    {VexFailureId::MetadataElementMissing,
+     "The request document has no \"Metadata\" element, so there is nothing to answer. "
+     "Put the request into a \"Metadata\" element."},
+    {VexFailureId::AnswerTooDeep,
+     "The answer nests more than 1024 levels, at {0}. Ask for fewer levels with "
+     "\"Depth\", or start further down."},
+};
+
+} // namespace
+
+char const* VexFindMessageText(unsigned id) {
+    auto const found = std::lower_bound(
+        std::begin(texts), std::end(texts), id,
+        [](VexMessageText const& row, unsigned wanted) { return row.id < wanted; });
+    return found != std::end(texts) && found->id == id ? found->text : nullptr;
+}
+
+VexMessageText const* VexMessageTexts(std::size_t& count) {
+    count = std::size(texts);
+    return texts;
+}

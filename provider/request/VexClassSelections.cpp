@@ -1,0 +1,67 @@
+#include "provider/request/VexClassSelections.h"
+
+#include "KRLIDOM_Helper.h"
+#include "provider/request/VexMDMaProviderHelper.h"
+#include "provider/request/VexRequestedNames.h"
+#include "resources.h"
+
+#include <algorithm>
+
+namespace {
+
+VexSelectedProperty::Kind kindOf(I18NString const& name) {
+    using Kind = VexSelectedProperty::Kind;
+    if (name == "_path") {
+        return Kind::Path;
+    }
+    if (name == "_ref") {
+        return Kind::Reference;
+    }
+    if (name == resources::getString(resources::Name)) {
+        return Kind::Name;
+    }
+    return name == "screenTip" || name == "description" ? Kind::ScreenText : Kind::Plain;
+}
+
+bool hasKind(std::vector<VexSelectedProperty> const& properties, VexSelectedProperty::Kind kind) {
+    return std::any_of(properties.begin(), properties.end(),
+                       [kind](auto const& property) { return property.kind == kind; });
+}
+
+// The selection for a class, made by `Read` when the class is met first.
+template <class Selection, class Read>
+Selection& selectionOf(std::unordered_map<I18NString, Selection>& known,
+                       I18NString const& className, Read const& read) {
+    auto const found = known.find(className);
+    if (found != known.end()) {
+        return found->second;
+    }
+    std::list<I18NString> names;
+    read(names);
+    return known.emplace(className, Selection(names)).first->second;
+}
+
+} // namespace
+
+VexSelectedProperty::VexSelectedProperty(I18NString const& requested)
+    : name(requested), kind(kindOf(requested)), isXmlName(KRLIDOM_Helper::isName(requested)) {}
+
+VexPropertySelection::VexPropertySelection(std::list<I18NString> const& names)
+    : properties(names.begin(), names.end()), all(IsWildcardForProperties(names)),
+      hasPath(hasKind(properties, VexSelectedProperty::Kind::Path)),
+      hasReference(hasKind(properties, VexSelectedProperty::Kind::Reference)) {}
+
+VexCollectionSelection::VexCollectionSelection(std::list<I18NString> const& requested)
+    : names(requested), all(IsWildcardForCollections(requested)) {}
+
+VexPropertySelection& VexClassSelections::propertiesOf(I18NString const& className) {
+    return selectionOf(m_properties, className, [&](std::list<I18NString>& names) {
+        m_helper.GetPropertiesForClass(className, names);
+    });
+}
+
+VexCollectionSelection const& VexClassSelections::collectionsOf(I18NString const& className) {
+    return selectionOf(m_collections, className, [&](std::list<I18NString>& names) {
+        m_helper.GetCollectionsForClass(className, names);
+    });
+}

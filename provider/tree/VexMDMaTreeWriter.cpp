@@ -1,0 +1,207 @@
+#include "provider/tree/VexMDMaTreeWriter.h"
+
+#include "model/VexClassNames.h"
+#include "model/VexFailure.h"
+#include "model/VexMDMaProviderUtility.h"
+#include "provider/VexMDMaProvider.h"
+#include "provider/request/VexMDMaProviderHelper.h"
+#include "provider/tree/VexMDMaProviderVisability.h"
+#include "provider/tree/VexMDMaTreeObject.h"
+#include "resources.h"
+#include "security/VexMDAccessEngine.h"
+
+namespace {
+
+// Far beyond any model, and reached before the call stack ends.
+constexpr int maximumLevel = 1024;
+
+I18NString const& tagOf(I18NString const& className) {
+    return className == resources::getString(resources::Namespace)
+               ? resources::getString(resources::Folder)
+               : className;
+}
+
+} // namespace
+
+/// A level of members in use while this lives.
+class VexMDMaTreeWriter::OpenLevel {
+public:
+    explicit OpenLevel(VexMDMaTreeWriter& writer) : m_writer(writer) {
+        if (writer.m_openLevels == writer.m_levels.size()) {
+            writer.m_levels.emplace_back();
+        }
+        m_level = &writer.m_levels[writer.m_openLevels++];
+    }
+    OpenLevel(OpenLevel const&) = delete;
+    OpenLevel& operator=(OpenLevel const&) = delete;
+    ~OpenLevel() { --m_writer.m_openLevels; }
+
+    Level* operator->() const { return m_level; }
+
+private:
+    VexMDMaTreeWriter& m_writer;
+    Level* m_level;
+};
+
+VexMDMaTreeWriter::VexMDMaTreeWriter(VexMDMaProvider& provider, VexSession& session,
+                                     KRLIDOM_Document const& document,
+                                     VexTreeRequest const& request)
+    : m_provider(provider), m_session(session), m_document(document), m_request(request),
+      m_selections(request.helper) {}
+
+VexTreePlace VexMDMaTreeWriter::placeOf(VexTreeStart const& start) {
+    VexTreeTexts texts{
+        m_paths.put({}, start.pathText.view()), start.records, NeedsModelSearch(start.records), {}};
+    if (!texts.searched) {
+        I18NString reference;
+        m_provider.GetReferenceForElement(m_request.locale, start.records, reference);
+        texts.reference = m_references.put({}, reference.view());
+    }
+    return {start.className,     texts,         start.parent, start.level,
+            start.skipViewLists, start.isStart, nullptr};
+}
+
+void VexMDMaTreeWriter::writeObjects(VexTreePlace const& place,
+                                     Vex_Handle_Collection const& objects) {
+    if (place.level > maximumLevel) {
+        RaiseFailure(VexFailure::OutputTooDeep, {I18NString(m_paths.view(place.texts.path))});
+    }
+    if (place.className == VexClass::Shortcut) {
+        for (VEX_HANDLE const object : objects) {
+            writeShortcut(place, object, true);
+        }
+        return;
+    }
+    VexPropertySelection& requested = m_selections.propertiesOf(place.className);
+    // An object with a path has an attribute whatever it is; then one that is
+    // not shown need not be read.
+    bool const isWritten =
+        !place.isStart && requested.hasPath && (!requested.hasReference || !place.texts.searched);
+    for (VEX_HANDLE const object : objects) {
+        if (isWritten) {
+            writeMember(place, requested, object);
+        } else {
+            writeReached(place, requested, object);
+        }
+    }
+}
+
+void VexMDMaTreeWriter::writeObject(VexTreePlace const& place, VEX_HANDLE object) {
+    Vex_Handle_Collection objects;
+    objects.push_back(object);
+    writeObjects(place, objects);
+}
+
+void VexMDMaTreeWriter::writeReached(VexTreePlace const& place, VexPropertySelection& requested,
+                                     VEX_HANDLE handle) {
+    I18NString className;
+    VexMDMaProviderUtility::GetName(handle, className);
+    Object object(handle, className, place.texts);
+    // The element is made only when it is shown; until then its attributes wait.
+    if (!collectAttributes(place, requested, object)) {
+        return; // an object without attributes is left out with all its members
+    }
+    KRLIDOM_Element element;
+    if (isShown(place, handle)) {
+        element = m_document.createElement(tagOf(className));
+        for (std::size_t index = 0; index < m_attributeCount; ++index) {
+            element.setAttribute(*m_attributes[index].name, m_attributes[index].value);
+        }
+    }
+    finish(place, object, element);
+}
+
+void VexMDMaTreeWriter::writeMember(VexTreePlace const& place, VexPropertySelection& requested,
+                                    VEX_HANDLE handle) {
+    bool const shown = isShown(place, handle);
+    if (!shown && !VexMDMaProviderUtility::hasChildObjects(handle)) {
+        return;
+    }
+    // A member's class is the name of the collection that it was reached in.
+    Object object(handle, place.className, place.texts);
+    readName(object);
+    KRLIDOM_Element element;
+    if (shown) {
+        element = m_document.createElement(tagOf(place.className));
+    }
+    for (VexSelectedProperty& property : requested.properties) {
+        bool const reachesMembers = property.kind == VexSelectedProperty::Kind::Path ||
+                                    property.kind == VexSelectedProperty::Kind::Reference;
+        if (!shown && !reachesMembers) {
+            continue;
+        }
+        I18NString read;
+        I18NString const& value = readValue(place, object, property, read);
+        if (shown && !value.empty() && property.isXmlName) {
+            element.setAttribute(property.name, value);
+        }
+    }
+    finish(place, object, element);
+}
+
+void VexMDMaTreeWriter::finish(VexTreePlace const& place, Object const& object,
+                               KRLIDOM_Element const& element) {
+    KRLIDOM_Node parent = place.parent; // of the members of an object that is not shown
+    if (!element.isNull()) {
+        parent.appendChild(element);
+        if (!descends(place.level)) {
+            return;
+        }
+        parent = element;
+    }
+    if (VexMDMaProviderUtility::hasChildObjects(object.handle)) {
+        writeMembers({object.className, object.texts, parent, place.level + 1, place.skipViewLists,
+                      false, place.expansion},
+                     object.handle, tagOf(object.className));
+    }
+}
+
+bool VexMDMaTreeWriter::isShown(VexTreePlace const& place, VEX_HANDLE object) {
+    I18NString id;
+    VexMDMaProviderUtility::GetId(object, id);
+    if (m_request.engine.IsIncluded(id, place.skipViewLists)) {
+        return true;
+    }
+    VEX_HANDLE copy = object;
+    bool const visible = place.className == resources::getString(resources::Namespace) &&
+                         m_request.visibility.IsVisible(copy) == VexMDMaProviderVisability::Visible;
+    return visible || place.isStart;
+}
+
+void VexMDMaTreeWriter::writeMembers(VexTreePlace const& place, VEX_HANDLE object,
+                                     I18NString const& tag) {
+    // By the tag, not by the class under which the object was reached.
+    VexCollectionSelection const& requested = m_selections.collectionsOf(tag);
+    std::list<I18NString> allNames;
+    if (requested.all) {
+        Vex_Handle_Collection properties;
+        VexMDMaProviderUtility::Properties(object, properties, nullptr, nullptr, false);
+        m_provider.getAllCollections(properties, allNames);
+    }
+    OpenLevel const level(*this);
+    level->members.read(object);
+    for (I18NString const& name : requested.all ? allNames : requested.names) {
+        level->collection.clear();
+        level->members.appendOfClass(name, level->collection);
+        if (level->collection.empty()) {
+            continue;
+        }
+        if (name == VexClass::Shortcut) {
+            for (VEX_HANDLE const shortcut : level->collection) {
+                writeShortcut(place, shortcut, false);
+            }
+        } else {
+            writeObjects({name, place.texts, place.parent, place.level, place.skipViewLists, false,
+                          place.expansion},
+                         level->collection);
+        }
+    }
+}
+
+void VexMDMaTreeWriter::writeShortcut(VexTreePlace const& place, VEX_HANDLE shortcut,
+                                      bool atStart) {
+    KRLIDOM_Node const element = shortcutElement(place, shortcut, atStart);
+    if (!element.isNull()) {
+        place.parent.appendChild(element);
+    }
+}

@@ -1,0 +1,134 @@
+#pragma once
+
+#include "KRLIDOM_Document.h"
+#include "VEX_HANDLE.h"
+#include "Vex_Handle_Collection.h"
+#include "model/VexMembers.h"
+#include "provider/request/VexClassSelections.h"
+#include "provider/tree/VexNestedText.h"
+#include "provider/tree/VexPathRecords.h"
+
+#include <deque>
+#include <map>
+#include <vector>
+
+class I18NLocale;
+class VexMDAccessEngine;
+class VexMDMaProvider;
+class VexMDMaProviderVisability;
+class VexSession;
+
+/// What stays the same all through one tree.
+struct VexTreeRequest {
+    VexMDMaProviderHelper const& helper;
+    int depth; // 0: unlimited
+    I18NLocale const* locale;
+    VexMDAccessEngine& engine;
+    VexMDMaProviderVisability& visibility;
+    bool pathHoldsElement; // the path begins with the start object's own record
+};
+
+/// The shortcuts whose expansion is under way, innermost first.
+struct VexExpansion {
+    VEX_HANDLE shortcut;
+    VexExpansion const* outer;
+};
+
+/// Where the tree starts.
+struct VexTreeStart {
+    I18NString const& className;
+    I18NString const& pathText;
+    VexPathRecord const* records;
+    KRLIDOM_Node parent;
+    int level;
+    bool skipViewLists;
+    bool isStart;
+};
+
+/// What a container hands to its members for "_path" and "_ref".
+struct VexTreeTexts {
+    VexNestedText::Part path;
+    VexPathRecord const* records;
+    bool searched;                 // the reference takes a search of the model each time
+    VexNestedText::Part reference; // the records' reference, unless it is searched
+};
+
+/// Where in the tree objects are written.
+struct VexTreePlace {
+    I18NString const& className; // under which the objects were reached
+    VexTreeTexts texts;          // the container's, or the start's
+    KRLIDOM_Node parent;
+    int level; // 1: start objects
+    bool skipViewLists;
+    bool isStart;
+    VexExpansion const* expansion;
+};
+
+/// Writes the requested tree into the response: an element for each object,
+/// its members below it, level by level. Used for one tree and dropped.
+class VexMDMaTreeWriter {
+public:
+    /// Everything given must outlive the writer.
+    VexMDMaTreeWriter(VexMDMaProvider& provider, VexSession& session,
+                      KRLIDOM_Document const& document, VexTreeRequest const& request);
+
+    VexTreePlace placeOf(VexTreeStart const& start);
+
+    void writeObjects(VexTreePlace const& place, Vex_Handle_Collection const& objects);
+    void writeObject(VexTreePlace const& place, VEX_HANDLE object);
+
+    /// The element of a shortcut, not appended yet; null when it is not
+    /// written. `place` is its container's.
+    KRLIDOM_Node shortcutElement(VexTreePlace const& place, VEX_HANDLE shortcut, bool atStart);
+
+private:
+    struct Attribute {
+        I18NString const* name;
+        I18NString value;
+    };
+    /// The members of an object while they are written.
+    struct Level {
+        VexMembers members;
+        Vex_Handle_Collection collection;
+    };
+    class Object;
+    class OpenLevel;
+
+    void writeReached(VexTreePlace const& place, VexPropertySelection& requested,
+                      VEX_HANDLE object);
+    void writeMember(VexTreePlace const& place, VexPropertySelection& requested, VEX_HANDLE object);
+    void finish(VexTreePlace const& place, Object const& object, KRLIDOM_Element const& element);
+    bool collectAttributes(VexTreePlace const& place, VexPropertySelection& requested,
+                           Object& object);
+    /// The property's value; `value` holds it unless the object does.
+    I18NString const& readValue(VexTreePlace const& place, Object& object,
+                                VexSelectedProperty& property, I18NString& value);
+    void readName(Object& object);
+    bool isWithheld(VexSelectedProperty const& property, I18NString const& value) const;
+    I18NString& nextValue(I18NString const& name);
+    bool isShown(VexTreePlace const& place, VEX_HANDLE object);
+    void writeMembers(VexTreePlace const& place, VEX_HANDLE object, I18NString const& tag);
+    void writeShortcut(VexTreePlace const& place, VEX_HANDLE shortcut, bool atStart);
+    void setShortcutAttributes(KRLIDOM_Element const& element, VexPropertySelection& selected,
+                               VEX_HANDLE shortcut, VEX_HANDLE target, I18NString const& name,
+                               I18NString const& pathText, I18NString const& reference);
+    bool descends(int level) const { return m_request.depth == 0 || level < m_request.depth; }
+    /// `name` stays as it is.
+    void readProperty(VEX_HANDLE object, I18NString& name, I18NString& value) const;
+    I18NString& nameKey();
+    VexPropertySelection attributesOf(VEX_HANDLE object);
+
+    VexMDMaProvider& m_provider;
+    VexSession& m_session;
+    KRLIDOM_Document const& m_document;
+    VexTreeRequest const& m_request;
+    VexClassSelections m_selections;
+    std::map<I18NString, I18NString> m_constraints; // of the start object being written
+    std::vector<Attribute> m_attributes;            // of the object being written
+    std::size_t m_attributeCount = 0;               // slots are used again, not freed
+    VexNestedText m_paths;
+    VexNestedText m_references;
+    std::deque<Level> m_levels; // those in use first; the others wait to be used again
+    std::size_t m_openLevels = 0;
+    I18NString m_nameKey; // the name property's, as it was fetched last
+};

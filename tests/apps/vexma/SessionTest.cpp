@@ -1,0 +1,160 @@
+#include "tests/apps/vexma/ToolRun.h"
+
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr char const* request =
+    R"({"action": 31000, "in": [{"long": 0}, {"string": "/content/small"}, {"node": "<Metadata Depth=\"1\"><Property name=\"*/@name\"/></Metadata>"}]})";
+constexpr char const* answer =
+    R"({"code":1,"appended":[{"long":1},{"node":true}],"response":"<Response><Result><folder name=\"Sales\"/></Result></Response>"})";
+
+/// The lines that ann's session gives for the lines that it gets.
+std::vector<std::string> answers(std::vector<std::string> const& lines,
+                                 std::vector<std::string> const& more = {}) {
+    std::string input;
+    for (std::string const& line : lines) {
+        input += line + '\n';
+    }
+    ToolResult const result = ToolFolder().Run(ToolFolder::As("session", "ann", more), input);
+    EXPECT_EQ(result.status, 0);
+    std::istringstream out(result.out);
+    std::vector<std::string> given;
+    for (std::string line; std::getline(out, line);) {
+        given.push_back(line);
+    }
+    EXPECT_EQ(given.size(), lines.size());
+    given.resize(lines.size());
+    return given;
+}
+
+/// The text of the error that a line brings; the line after it is answered.
+std::string errorOf(std::string const& line, std::vector<std::string> const& more = {}) {
+    std::vector<std::string> const given = answers({line, request}, more);
+    EXPECT_EQ(given[1], answer);
+    Json const json = Json::parse(given[0]);
+    EXPECT_EQ(json.size(), 1U);
+    EXPECT_EQ(json["error"].size(), 1U);
+    return json["error"]["text"].get<std::string>();
+}
+
+TEST(Session, AnswersAnActionWithCodeAppendedAndResponse) {
+    EXPECT_EQ(answers({request})[0], answer);
+}
+
+TEST(Session, NeedsNoLineBreakAfterTheLastLine) {
+    ToolResult const result = ToolFolder().Run(ToolFolder::As("session", "ann"), request);
+    EXPECT_EQ(result.out, std::string(answer) + '\n');
+}
+
+TEST(Session, GivesTheAccessVerdictAsTheSecondAppendedValue) {
+    EXPECT_EQ(answers({R"({"action": {"long": 32000}, "in": [{"long": 0}, )"
+                       R"({"string": "/content/small"}, {"handle": "i2"}, {"long": 0}]})"})[0],
+              R"({"code":1,"appended":[{"long":1},{"long":0}],)"
+              R"("response":"<Response><Result/></Response>"})");
+}
+
+TEST(Session, GivesEveryDetailOfAFailure) {
+    std::vector<std::string> const given =
+        answers({R"({"action": 31000, "in": [{"string": "x"}]})", request});
+    Json const json = Json::parse(given[0]);
+    EXPECT_EQ(json["error"]["id"], 1444379511);
+    EXPECT_EQ(json["error"]["source"], "VexMAAction");
+    EXPECT_EQ(json["error"]["line"], 83);
+    EXPECT_EQ(json["error"]["function"], "VexAction::validateParameter");
+    EXPECT_EQ(json["error"]["parameters"], Json::array());
+    EXPECT_EQ(json["response"], "<Response><Result/></Response>");
+    EXPECT_EQ(given[1], answer);
+}
+
+TEST(Session, KeepsWhatThePluginPrintsOutOfItsResults) {
+    ToolResult const result =
+        ToolFolder().Run(ToolFolder::As("session", "ann"), R"({"action": 31000, "in": []})");
+    EXPECT_THAT(result.out, Not(HasSubstr("FAILURE")));
+    EXPECT_THAT(result.error, HasSubstr("*** FAILURE: VemAction::validateParameter"));
+}
+
+TEST(Session, DistinguishesUnknownActionsFromOtherValues) {
+    std::vector<std::string> const given =
+        answers({R"({"action": 5, "in": []})", R"({"action": {"empty": true}, "in": []})"});
+    EXPECT_EQ(Json::parse(given[0])["code"], 6);
+    EXPECT_EQ(Json::parse(given[1])["code"], 1);
+}
+
+TEST(Session, SendsNotificationsAndStartsAfresh) {
+    std::vector<std::string> const given =
+        answers({request, R"({"notify": 2})", request, R"({"notify": 1})", request});
+    EXPECT_EQ(given[1], R"({"notified":2})");
+    EXPECT_EQ(given[2], answer);
+    EXPECT_EQ(given[3], R"({"notified":1})");
+    EXPECT_EQ(given[4], answer);
+}
+
+struct BadLine {
+    char const* what;
+    std::string line;
+    char const* says;
+};
+
+void PrintTo(BadLine const& bad, std::ostream* out) {
+    *out << bad.what;
+}
+
+class BadLines : public testing::TestWithParam<BadLine> {};
+
+TEST_P(BadLines, GiveAnErrorAndLeaveTheSessionUsable) {
+    EXPECT_THAT(errorOf(GetParam().line), HasSubstr(GetParam().says));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Session, BadLines,
+    testing::Values(
+        BadLine{"no JSON", "what", "no JSON object"}, BadLine{"an empty line", "", "no JSON"},
+        BadLine{"an array", "[]", "no JSON object"},
+        BadLine{"ill-formed UTF-8", "{\"notify\": \"\xFF\"}", "no JSON object"},
+        BadLine{"neither action nor event", R"({"act": 1})", "neither"},
+        BadLine{"no parameters", R"({"action": 31000})", "neither"},
+        BadLine{"both", R"({"action": 31000, "in": [], "notify": 1})", "neither"},
+        BadLine{"a kind that is no number", R"({"notify": "1"})", "whole number"},
+        BadLine{"a kind that is too large", R"({"notify": 4294967296})", "whole number"},
+        BadLine{"a fraction", R"({"action": 1.5, "in": []})", "whole number"},
+        BadLine{"a number that is too large", R"({"action": 9223372036854775808, "in": []})",
+                "whole number"},
+        BadLine{"an unknown kind of value", R"({"action": 1, "in": [{"short": 1}]})", "no value"},
+        BadLine{"two values in one", R"({"action": 1, "in": [{"long": 1, "string": ""}]})",
+                "no value"},
+        BadLine{"an empty value that is not true", R"({"action": 1, "in": [{"empty": false}]})",
+                "not true"},
+        BadLine{"a handle that names nothing", R"({"action": 1, "in": [{"handle": "x9"}]})",
+                "\"x9\""},
+        BadLine{"malformed XML", R"({"action": 1, "in": [{"node": "<a>"}]})", "node:1:"},
+        BadLine{"a document type", R"({"action": 1, "in": [{"node": "<!DOCTYPE a><a/>"}]})",
+                "document type"}));
+
+TEST(Session, RefusesARequestThatIsTooLong) {
+    std::string const node(2'000, 'x');
+    EXPECT_THAT(errorOf(R"({"action": 1, "in": [{"node": "<a>)" + node + R"(</a>"}]})",
+                        {"--max-request", "1000"}),
+                HasSubstr("1000"));
+}
+
+TEST(Session, DropsALineThatIsTooLongAndReadsTheNext) {
+    EXPECT_THAT(errorOf(std::string(200'000, ' '), {"--max-request", "1000"}),
+                HasSubstr("--max-request"));
+}
+
+TEST(Session, KeepsTheResponseWhenALimitEndsACall) {
+    std::vector<std::string> const given = answers({request}, {"--max-elements", "2"});
+    Json const json = Json::parse(given[0]);
+    EXPECT_EQ(json["error"].size(), 1U);
+    EXPECT_EQ(json["response"], "<Response><Result/></Response>");
+}
+
+} // namespace

@@ -1,0 +1,148 @@
+#include "tests/apps/vexma/ToolRun.h"
+
+#include <algorithm>
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+TEST(Validate, SaysNothingAboutSoundFiles) {
+    ToolFolder const folder;
+    folder.Write("sound.model.xml", "<model><namespace name='A'/></model>");
+    folder.Write("sound.catalog.xml",
+                 "<catalog><model path='/content/a' file='sound.model.xml'/></catalog>");
+    for (char const* const file : {"sound.model.xml", "sound.catalog.xml"}) {
+        ToolResult const result = folder.Run({"validate", file});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_THAT(result.out, IsEmpty());
+        EXPECT_THAT(result.error, IsEmpty());
+    }
+}
+
+TEST(Validate, ReportsEveryErrorOfAModelAndEndsWithStatusThree) {
+    ToolFolder const folder;
+    folder.Write("bad.xml", "<model>\n<x id='a'/>\n<x id='a'/>\n<property/>\n</model>");
+    ToolResult const result = folder.Run({"validate", "bad.xml"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.out, HasSubstr("bad.xml:3:"));
+    EXPECT_THAT(result.out, HasSubstr("bad.xml:4:"));
+    EXPECT_THAT(result.error, HasSubstr("errors: 2"));
+}
+
+TEST(Validate, ReportsDoubtfulSpotsAndEndsWithStatusZero) {
+    ToolFolder const folder;
+    folder.Write("odd.xml", "<model><namespace name='A'>\n"
+                            "<shortcut name='S' refobj='[A].[None]'/></namespace></model>");
+    ToolResult const result = folder.Run({"validate", "odd.xml"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.out, StartsWith("odd.xml:2:"));
+    EXPECT_THAT(result.out, HasSubstr("warning: "));
+}
+
+TEST(Validate, GoesThroughTheModelsOfACatalogue) {
+    ToolFolder const folder;
+    folder.Write("c.xml", "<catalog>\n"
+                          "<model path='/content/a' file='small.model.xml'>"
+                          "<grant role='r' view='v9'/></model>\n"
+                          "<model path='/content/b' file='none.xml'/></catalog>");
+    ToolResult const result = folder.Run({"validate", "--catalog", "c.xml"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.out, HasSubstr("c.xml:2:"));
+    EXPECT_THAT(result.out, HasSubstr("\"v9\""));
+    EXPECT_THAT(result.out, HasSubstr("c.xml:3:"));
+    EXPECT_THAT(result.out, HasSubstr("none.xml"));
+}
+
+constexpr char const* lost = "<model><namespace name='A'>\n"
+                             "<shortcut name='S' refobj='[A].[None]'/></namespace></model>";
+
+TEST(Validate, CountsWarningsAsErrorsWhenItIsStrict) {
+    ToolFolder const folder;
+    EXPECT_EQ(folder.Run({"validate", "-"}, lost).status, 0);
+    EXPECT_EQ(folder.Run({"validate", "-", "--strict"}, lost).status, 3);
+}
+
+constexpr char const* unseen = "<model><namespace id='n' name='A'><x name='B'/></namespace>"
+                               "<securityView id='v'><set kind='included'><item>n</item></set>"
+                               "</securityView></model>";
+
+TEST(Validate, CountsNotesAsNothing) {
+    ToolResult const result = ToolFolder().Run({"validate", "-", "--strict"}, unseen);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.out, IsEmpty());
+    EXPECT_THAT(result.error, HasSubstr("notes: 1 (--all shows them)"));
+}
+
+TEST(Validate, ShowsNotesWhenAskedForAll) {
+    ToolResult const result = ToolFolder().Run({"validate", "-", "--all"}, unseen);
+    EXPECT_THAT(result.out, HasSubstr("note: no view includes x \"B\""));
+    EXPECT_THAT(result.out, HasSubstr("[object-in-no-view]"));
+}
+
+TEST(Validate, ShowsTenFindingsOfARuleAndHowManyMoreThereAre) {
+    std::string model = "<model><namespace name='A'>";
+    for (int count = 0; count < 12; ++count) {
+        model += "<shortcut name='S' refobj='[None]'/>\n";
+    }
+    model += "</namespace></model>";
+    auto const linesOf = [](std::string const& text) {
+        return std::count(text.begin(), text.end(), '\n');
+    };
+    ToolResult const few = ToolFolder().Run({"validate", "-"}, model);
+    EXPECT_THAT(few.out, HasSubstr("standard input: 2 more [dangling-refobj]; --all shows them\n"));
+    EXPECT_EQ(linesOf(few.out), 2 * 10 + 2); // each but the first has a reference taken, too
+    ToolResult const all = ToolFolder().Run({"validate", "-", "--all"}, model);
+    EXPECT_EQ(linesOf(all.out), 12 + 11);
+}
+
+TEST(Validate, WritesJson) {
+    ToolResult const result = ToolFolder().Run({"validate", "-", "--format", "json"}, lost);
+    auto const json = nlohmann::json::parse(result.out);
+    EXPECT_EQ(json["warnings"], 1);
+    EXPECT_EQ(json["findings"][0]["rule"], "dangling-refobj");
+    EXPECT_EQ(json["findings"][0]["line"], 2);
+    EXPECT_EQ(json["findings"][0]["file"], "standard input");
+}
+
+TEST(Validate, WritesSarifWithTheRuleOfEachResult) {
+    ToolFolder const folder;
+    folder.Write("a model.xml", lost);
+    auto const log =
+        nlohmann::json::parse(folder.Run({"validate", "a model.xml", "--format", "sarif"}).out);
+    EXPECT_EQ(log["version"], "2.1.0");
+    auto const& run = log["runs"][0];
+    auto const& result = run["results"][0];
+    EXPECT_EQ(result["ruleId"], "dangling-refobj");
+    EXPECT_EQ(result["level"], "warning");
+    std::size_t const rule = result["ruleIndex"];
+    EXPECT_EQ(run["tool"]["driver"]["rules"][rule]["id"], "dangling-refobj");
+    auto const& place = result["locations"][0]["physicalLocation"];
+    EXPECT_EQ(place["artifactLocation"]["uri"], "a%20model.xml");
+    EXPECT_EQ(place["region"]["startLine"], 2);
+}
+
+TEST(Validate, ListsTheRules) {
+    ToolResult const result = ToolFolder().Run({"validate", "--rules"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.out, HasSubstr("\nendless-shortcut "));
+}
+
+TEST(Validate, ReadsStandardInput) {
+    ToolResult const result =
+        ToolFolder().Run({"validate", "-"}, "<!-- hm -->\n<catalog><x/></catalog>");
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.out, StartsWith("standard input:2:"));
+}
+
+TEST(Validate, SaysWhenTheFileCannotBeRead) {
+    ToolResult const result = ToolFolder().Run({"validate", "none.xml"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.error, HasSubstr("none.xml: cannot be opened"));
+}
+
+} // namespace

@@ -1,0 +1,269 @@
+#include "VexObject.h"
+#include "host/import/xml/ModelLoader.h"
+#include "tests/naive/PlainModel.h"
+
+#include <map>
+#include <random>
+#include <set>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using naive::Handle;
+using naive::Text;
+
+/// Random model documents: few names and locales, so that they meet often.
+class DocumentMaker {
+public:
+    explicit DocumentMaker(unsigned seed) : m_random(seed) {}
+
+    std::string make() {
+        m_elementsLeft = 3 + below(40);
+        std::string text = "<model";
+        if (below(2) == 0) {
+            text += " defaultLocale='" + locale() + "'";
+        }
+        text += ">";
+        if (below(2) == 0) {
+            text += "<locales><locale>" + locale() + "</locale> <locale> de </locale></locales>";
+        }
+        return text + content(0) + "</model>";
+    }
+
+private:
+    unsigned below(unsigned count) { return static_cast<unsigned>(m_random() % count); }
+    template <std::size_t N> std::string pick(char const* const (&from)[N]) {
+        return from[below(N)];
+    }
+    std::string locale() { return pick({"en", "de", "de-at", "de_CH", "fr", "en_US"}); }
+    std::string name() { return pick({"name", "a", "b", "folder", "ID", "refobj", "text"}); }
+    std::string words() {
+        return pick({"", "", " ", "x", "Orders", " padded ", "a]b", "\u5C0F\U0001F600", "&lt;"});
+    }
+
+    std::string property(unsigned depth, std::set<std::string>& taken) {
+        std::string const key = name();
+        std::string text = "<property name='" + key + "'";
+        std::string const language = locale();
+        if (below(2) == 0 && taken.insert(key + language).second) {
+            text += " locale='" + language + "'";
+        }
+        if (below(4) == 0) {
+            text += " role='" + pick({"r", "s"}) + "'";
+        }
+        text += ">" + words();
+        std::set<std::string> inner;
+        for (unsigned i = depth < 3 && below(4) == 0 ? below(4) : 0; i > 0; --i) {
+            text += property(depth + 1, inner);
+        }
+        return text + words() + "</property>";
+    }
+
+    std::string element(unsigned depth) {
+        --m_elementsLeft;
+        std::string const tag = pick({"namespace", "folder", "queryItemFolder", "querySubject",
+                                      "queryItem", "shortcut", "a", "b", "model"});
+        std::string text = "<" + tag;
+        if (below(2) == 0) {
+            text += " id='i" + std::to_string(m_nextId++) + "'";
+        }
+        for (char const* const attribute : {"name", "ID", "role", "b", "class", "refobj"}) {
+            if (below(4) == 0) {
+                text += std::string(" ") + attribute + "='v" + words() + "'";
+            }
+        }
+        return text + ">" + content(depth + 1) + "</" + tag + ">";
+    }
+
+    std::string content(unsigned depth) {
+        std::string text;
+        std::set<std::string> taken;
+        for (unsigned i = below(8); i > 0; --i) {
+            if (below(2) == 0) {
+                text += property(0, taken);
+            } else if (m_elementsLeft > 0 && depth < 8) {
+                text += element(depth);
+            }
+            text += words();
+        }
+        return text;
+    }
+
+    std::mt19937 m_random;
+    unsigned m_elementsLeft = 0;
+    unsigned m_nextId = 0;
+};
+
+I18NString toString(Text const& text) {
+    return I18NString(std::u16string_view(text));
+}
+
+/// Asks both models the same and notes which object stands for which.
+class Comparison {
+public:
+    Comparison(vex::Model const& model, naive::PlainModel const& plain)
+        : m_model(model), m_plain(plain) {}
+
+    void run() {
+        collect(m_plain.root());
+        for (Handle const element : m_elements) {
+            meet(m_model.GetElement(m_met.size()), element);
+        }
+        ASSERT_EQ(m_model.ElementCount(), m_elements.size());
+        for (Handle const element : m_elements) {
+            compareElement(element);
+        }
+    }
+
+    std::size_t referencesMet() const { return m_referencesMet; }
+
+private:
+    void collect(Handle element) {
+        m_elements.push_back(element);
+        for (auto const& child : element->children) {
+            collect(child.get());
+        }
+    }
+
+    // One object stands for one object, whichever way leads to it.
+    void meet(VEX_HANDLE object, Handle plain) {
+        ASSERT_EQ(object.IsNotNull(), plain != nullptr);
+        if (plain == nullptr) {
+            return;
+        }
+        auto const [met, isNew] = m_met.emplace(plain, object.Number());
+        ASSERT_EQ(met->second, object.Number());
+        if (isNew) {
+            ASSERT_TRUE(m_objects.insert(object.Number()).second);
+            if (plain->kind != naive::Kind::Element) {
+                compareProperty(object, plain);
+            }
+        }
+    }
+
+    VEX_HANDLE objectOf(Handle plain) { return VEX_HANDLE(m_met.at(plain)); }
+
+    void compareText(bool found, I18NString const& text, bool plainFound, Text const& plainText) {
+        EXPECT_EQ(found, plainFound);
+        EXPECT_EQ(text, toString(plainText));
+    }
+
+    void compareTexts(VEX_HANDLE object, Handle plain) {
+        VexObject const view(object);
+        ASSERT_TRUE(view.IsValid());
+        I18NString name;
+        I18NString value;
+        I18NString id;
+        I18NString role;
+        I18NString cls;
+        EXPECT_TRUE(view.GetName(name));
+        EXPECT_EQ(name, toString(plain->cls));
+        bool const hasValue = view.GetValue(value, true);
+        compareText(hasValue, value, plain->value.has_value(), plain->value.value_or(Text()));
+        bool const hasId = view.GetId(id);
+        compareText(hasId, id, plain->id.has_value(), plain->id.value_or(Text()));
+        bool const hasRole = view.GetRole(role);
+        compareText(hasRole, role, plain->role.has_value(), plain->role.value_or(Text()));
+        bool const hasClass = view.GetClass(cls);
+        compareText(hasClass, cls, plain->ownClass.has_value(), plain->ownClass.value_or(Text()));
+    }
+
+    void compareList(Vex_Handle_Collection const& objects, naive::Handles const& plain) {
+        ASSERT_EQ(objects.size(), plain.size());
+        for (std::size_t i = 0; i < plain.size(); ++i) {
+            meet(objects[i], plain[i]);
+        }
+    }
+
+    void compareLists(VEX_HANDLE object, Handle plain) {
+        VexObject const view(object);
+        Vex_Handle_Collection children;
+        view.childObjects(children, nullptr, nullptr);
+        compareList(children, m_plain.childObjects(plain));
+        EXPECT_EQ(view.hasChildObjects(), m_plain.hasChildObjects(plain));
+        Vex_Handle_Collection properties;
+        view.Properties(properties, nullptr, nullptr, false);
+        compareList(properties, m_plain.properties(plain));
+        EXPECT_EQ(view.hasProperties(), m_plain.hasProperties(plain));
+        for (char16_t const* const tag :
+             {u"a", u"b", u"folder", u"namespace", u"property", u"no"}) {
+            Vex_Handle_Collection found;
+            view.getElementsByTagName(I18NString(tag), found);
+            compareList(found, m_plain.elementsByTagName(plain, tag));
+        }
+    }
+
+    void compareLookups(VEX_HANDLE object, Handle plain) {
+        VexObject const view(object);
+        for (char16_t const* const name :
+             {u"name", u"a", u"b", u"folder", u"ID", u"refobj", u"text", u"role", u"no"}) {
+            I18NString const wanted(name);
+            meet(view.GetPropertyByName(wanted, nullptr), m_plain.propertyByName(plain, name, u""));
+            for (char16_t const* const locale :
+                 {u"en", u"de", u"de_AT", u"de_CH", u"fr_FR", u"ja"}) {
+                I18NLocale const asked{I18NString(locale)};
+                meet(view.GetPropertyByName(wanted, &asked),
+                     m_plain.propertyByName(plain, name, locale));
+            }
+        }
+    }
+
+    void compareParent(VEX_HANDLE object, Handle plain) {
+        meet(VexObject(object).GetParent(), m_plain.getParent(plain));
+    }
+
+    void compareProperty(VEX_HANDLE object, Handle plain) {
+        compareTexts(object, plain);
+        compareParent(object, plain);
+        compareLists(object, plain);
+        compareLookups(object, plain);
+        I18NLocale const* const locale = VexObject(object).GetLocale();
+        EXPECT_EQ(locale == nullptr ? I18NString() : locale->getName(), toString(plain->locale));
+    }
+
+    void compareElement(Handle plain) {
+        VEX_HANDLE const object = objectOf(plain);
+        compareTexts(object, plain);
+        compareParent(object, plain);
+        compareLists(object, plain);
+        compareLookups(object, plain);
+        if (plain->id) {
+            EXPECT_EQ(m_model.FindById(toString(*plain->id)), object);
+        }
+        I18NString reference;
+        bool const hasReference = m_model.GetReference(object, reference);
+        EXPECT_EQ(hasReference, m_plain.referenceOf(plain).has_value());
+        if (hasReference) {
+            ++m_referencesMet;
+            Text const text(reference.view());
+            meet(m_model.GetObjectByReference(reference, 0), m_plain.objectWithReference(text));
+        }
+    }
+
+    vex::Model const& m_model;
+    naive::PlainModel const& m_plain;
+    std::vector<Handle> m_elements;
+    std::map<Handle, std::uint32_t> m_met;
+    std::set<std::uint32_t> m_objects;
+    std::size_t m_referencesMet = 0;
+};
+
+TEST(ModelComparison, AnswersLikeAPlainTreeOnRandomModels) {
+    std::size_t references = 0;
+    for (unsigned seed = 1; seed <= 600; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        std::string const text = DocumentMaker(seed).make();
+        auto const model = vex::loadModelText(text, "random.model.xml");
+        naive::PlainModel const plain(text);
+        Comparison comparison(*model, plain);
+        comparison.run();
+        if (testing::Test::HasFailure()) {
+            FAIL() << text;
+        }
+        references += comparison.referencesMet();
+    }
+    EXPECT_GT(references, 1'000U);
+}
+
+} // namespace
