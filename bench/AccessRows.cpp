@@ -28,7 +28,7 @@ std::vector<VEX_HANDLE> someObjects(World const& world) {
     constexpr std::size_t count = 1'024;
     std::vector<VEX_HANDLE> objects;
     for (std::size_t i = 0; i < count; ++i) {
-        objects.push_back(world.model->GetElement(1 + i * world.generated.objects / count));
+        objects.push_back(world.model->getElement(1 + i * world.generated.objects / count));
     }
     return objects;
 }
@@ -61,7 +61,7 @@ void check(benchmark::State& state, std::size_t objects, Case const& row) {
 void lookUp(benchmark::State& state, std::size_t objects) {
     World const& world = worldOf({.objects = objects});
     Vex_Handle_Collection items;
-    VexObject(world.model->FindById("view.half")).getElementsByTagName("item", items);
+    VexObject(world.model->findById("view.half")).getElementsByTagName("item", items);
     std::set<I18NString> included;
     for (VEX_HANDLE const item : items) {
         I18NString id;

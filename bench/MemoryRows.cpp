@@ -48,7 +48,7 @@ void storeMemory(benchmark::State& state, std::size_t objects) {
         std::size_t const before = residentBytes();
         std::shared_ptr<vex::Model const> const model = vex::loadModel(world.file);
         state.counters["resident"] = static_cast<double>(residentBytes() - before);
-        state.counters["store"] = static_cast<double>(model->ByteCount());
+        state.counters["store"] = static_cast<double>(model->byteCount());
         state.counters["file"] = static_cast<double>(world.fileBytes);
     }
 }

@@ -13,7 +13,7 @@ World const& worldWithIncluded(std::size_t ids) {
 }
 
 std::size_t readIds(World const& world) {
-    VexObject const view(world.model->FindById("view.half"));
+    VexObject const view(world.model->findById("view.half"));
     Vex_Handle_Collection items;
     view.getElementsByTagName("item", items);
     std::size_t units = 0;

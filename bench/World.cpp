@@ -82,9 +82,9 @@ World makeWorld(ModelPlan const& plan, ScratchFolder const& folder, std::size_t 
 std::unique_ptr<vex::HostSession> World::openSession(std::string const& user) const {
     I18NLocale const locale("en");
     return user.empty()
-               ? vex::Host::OpenSession(model, locale)
+               ? vex::Host::openSession(model, locale)
                : std::make_unique<vex::HostSession>(
-                     model, locale, catalogue, catalogue->FindUser(I18NString::fromUtf8(user)));
+                     model, locale, catalogue, catalogue->findUser(I18NString::fromUtf8(user)));
 }
 
 World const& worldOf(ModelPlan const& plan) {

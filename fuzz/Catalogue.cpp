@@ -18,7 +18,7 @@ void fuzz::catalogue(std::string_view input) {
         return;
     }
     for (vex::CatalogueModel const& model : catalogue->models) {
-        require(catalogue->FindModel(model.path) == &model, "a path names its model");
+        require(catalogue->findModel(model.path) == &model, "a path names its model");
         for (vex::CatalogueUser const& user : catalogue->users) {
             auto const views = vex::availableViews(model, user);
             require(std::adjacent_find(views.begin(), views.end(),

@@ -55,7 +55,7 @@ std::unique_ptr<vex::HostSession> openSession() {
         return vex::readCatalogueText(catalogueText, "c.xml", ".", found);
     }();
     return std::make_unique<vex::HostSession>(model, I18NLocale("de"), catalogue,
-                                              catalogue->FindUser("ann"));
+                                              catalogue->findUser("ann"));
 }
 
 void close(vex::HostSession& session) {
@@ -84,7 +84,7 @@ vex::ActionOutcome check(vex::HostSession& session) {
     VexParams in;
     in.AddParam(values.Long(0));
     in.AddParam(values.String("/content/m"));
-    in.AddParam(values.Handle(session.FindObject("q")));
+    in.AddParam(values.Handle(session.findObject("q")));
     in.AddParam(values.Long(0));
     return vex::callAction(plugin(), session, VexVariant(VexAction::AccessibilityRequest), in,
                            smallLimits());

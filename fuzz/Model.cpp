@@ -14,13 +14,13 @@ constexpr std::string_view whole =
 
 // Each object is its parent's child, and found by its id.
 void requireLinked(vex::Model const& model) {
-    for (std::size_t index = 0; index < model.ElementCount(); ++index) {
-        VEX_HANDLE const element = model.GetElement(index);
+    for (std::size_t index = 0; index < model.elementCount(); ++index) {
+        VEX_HANDLE const element = model.getElement(index);
         VexObject const object(element);
         fuzz::require(object.IsValid(), "a loaded object is valid");
         I18NString id;
         if (object.GetId(id) && !id.empty()) {
-            fuzz::require(model.FindById(id) == element, "an id names its object");
+            fuzz::require(model.findById(id) == element, "an id names its object");
         }
         Vex_Handle_Collection children;
         object.childObjects(children, nullptr, nullptr);

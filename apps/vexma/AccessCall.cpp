@@ -14,7 +14,7 @@ bool askForAccess(Workplace& workplace, VEX_HANDLE object, long mode, AccessAnsw
     ActionValues values;
     VexParams in;
     in.AddParam(values.Long(0));
-    in.AddParam(values.String(workplace.ModelPath()));
+    in.AddParam(values.String(workplace.modelPath()));
     in.AddParam(values.Handle(object));
     in.AddParam(values.Long(mode));
     answer.outcome = workplace.Call(values.Long(VexAction::AccessibilityRequest), in);

@@ -18,13 +18,13 @@ struct AccessCommand {
         ObjectArguments const arguments(given, source);
         Workplace workplace(source, console);
         // All must be known before the first answer.
-        Vex_Handle_Collection const objects = arguments.FindIn(workplace.Session());
+        Vex_Handle_Collection const objects = arguments.findIn(workplace.Session());
         for (std::size_t index = 0; index < objects.size(); ++index) {
             AccessAnswer answer;
             if (!askForAccess(workplace, objects[index], mode, answer)) {
                 return complainAbout(answer.outcome, console);
             }
-            console.Out() << answer.verdict << '\t' << arguments.Texts()[index] << '\n';
+            console.out() << answer.verdict << '\t' << arguments.Texts()[index] << '\n';
         }
         return Done;
     }
@@ -35,7 +35,7 @@ struct AccessCommand {
 CommandRun addAccessCommand(CLI::App& command) {
     auto const access = std::make_shared<AccessCommand>();
     command.allow_extras(); // see ObjectArguments
-    access->source.AddTo(command);
+    access->source.addTo(command);
     command
         .add_option("--mode", access->mode,
                     "1 leaves the views' lists of included objects out of account")

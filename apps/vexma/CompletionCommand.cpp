@@ -211,7 +211,7 @@ Examples:
     return [asked, &program = *command.get_parent()](Console& console) {
         for (Shell const& shell : shells) {
             if (*asked == shell.name) {
-                shell.write(program, console.Out());
+                shell.write(program, console.out());
             }
         }
         return Done;

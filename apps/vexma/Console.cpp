@@ -40,7 +40,7 @@ DescriptorBuffer::~DescriptorBuffer() {
     }
 }
 
-bool DescriptorBuffer::IsTerminal() const {
+bool DescriptorBuffer::isTerminal() const {
     return ::isatty(m_descriptor) == 1;
 }
 
@@ -70,28 +70,28 @@ int DescriptorBuffer::sync() {
 }
 
 Console::Console()
-    : m_buffer(takeStandardOutput()), m_out(&m_buffer), m_outIsTerminal(m_buffer.IsTerminal()),
+    : m_buffer(takeStandardOutput()), m_out(&m_buffer), m_outIsTerminal(m_buffer.isTerminal()),
       m_errorIsTerminal(::isatty(STDERR_FILENO) == 1) {
     std::signal(SIGPIPE, SIG_IGN); // a reader that stops reading ends the output, not us
 }
 
-bool Console::OutHasColour() const {
+bool Console::outHasColour() const {
     char const* const terminal = std::getenv("TERM");
     return m_outIsTerminal && !isSet("NO_COLOR") && terminal != nullptr &&
            std::strcmp(terminal, "dumb") != 0;
 }
 
-void Console::Complain(std::string_view text) {
+void Console::complain(std::string_view text) {
     std::cerr << "vexma: " << printable(text, true) << std::endl;
 }
 
-int Console::Finish(int status) {
+int Console::finish(int status) {
     m_out.flush();
-    int const failure = m_buffer.GetFailure();
+    int const failure = m_buffer.getFailure();
     if (failure == 0 || failure == EPIPE) {
         return status;
     }
-    Complain(std::string("the results cannot be written: ") + std::strerror(failure));
+    complain(std::string("the results cannot be written: ") + std::strerror(failure));
     return status == Done ? Refused : status;
 }
 

@@ -24,10 +24,10 @@ public:
     DescriptorBuffer& operator=(DescriptorBuffer const&) = delete;
     ~DescriptorBuffer() override;
 
-    bool IsTerminal() const;
+    bool isTerminal() const;
 
     /// Why writing failed, an errno number; 0 when it did not.
-    int GetFailure() const { return m_failure; }
+    int getFailure() const { return m_failure; }
 
 protected:
     int_type overflow(int_type character) override;
@@ -47,20 +47,20 @@ public:
     Console();
 
     /// Takes results.
-    std::ostream& Out() { return m_out; }
-    bool OutIsTerminal() const { return m_outIsTerminal; }
+    std::ostream& out() { return m_out; }
+    bool outIsTerminal() const { return m_outIsTerminal; }
     /// Results may be coloured: a terminal, and the user has not said no.
-    bool OutHasColour() const;
+    bool outHasColour() const;
     /// False when the reader of the results has gone, or writing failed.
-    bool CanWrite() const { return m_out.good(); }
+    bool canWrite() const { return m_out.good(); }
 
-    bool ErrorIsTerminal() const { return m_errorIsTerminal; }
+    bool errorIsTerminal() const { return m_errorIsTerminal; }
     /// "vexma: text" on standard error.
-    void Complain(std::string_view text);
+    void complain(std::string_view text);
 
     /// Writes what is buffered. Complains when results were lost, unless their
     /// reader stopped reading, which it may. Gives the status to end with.
-    int Finish(int status);
+    int finish(int status);
 
 private:
     DescriptorBuffer m_buffer;

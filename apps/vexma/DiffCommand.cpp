@@ -20,7 +20,7 @@ struct OtherSide {
     std::string modelPath;
     std::string replacingFile;
 
-    void AddTo(CLI::App& command) {
+    void addTo(CLI::App& command) {
         struct Row {
             char const* option;
             std::string OtherSide::*value;
@@ -56,8 +56,8 @@ struct DiffCommand {
     bool json = false;
 
     int Run(Console& console) const {
-        source.Check();
-        SourceOptions const otherSource = MakeOther();
+        source.check();
+        SourceOptions const otherSource = makeOther();
         Workplace first(source, console);
         Workplace second(first, otherSource, openSession(otherSource, console));
         ModelTrees const before = askForTrees(first, I18NString::fromUtf8(view));
@@ -68,11 +68,11 @@ struct DiffCommand {
                 return complainAbout(*trees->refusal, console);
             }
         }
-        Compare(console, SideOf(first, before), SideOf(second, after));
+        compare(console, sideOf(first, before), sideOf(second, after));
         return Done;
     }
 
-    SourceOptions MakeOther() const {
+    SourceOptions makeOther() const {
         SourceOptions made = source;
         made.modelFile = firstOf(other.modelFile, source.modelFile);
         made.catalogFile = firstOf(other.catalogFile, source.catalogFile);
@@ -80,7 +80,7 @@ struct DiffCommand {
         made.user = firstOf(other.user, source.user);
         made.locale = firstOf(other.locale, source.locale);
         made.replacingFile = other.replacingFile;
-        made.Check();
+        made.check();
         if (!made.replacingFile.empty() && made.catalogFile.empty()) {
             throw UsageException("--other-file needs --catalog; without one, give the other "
                                  "MODEL.xml behind the first");
@@ -92,17 +92,17 @@ struct DiffCommand {
         return made;
     }
 
-    static ComparedSide SideOf(Workplace& workplace, ModelTrees const& trees) {
+    static ComparedSide sideOf(Workplace& workplace, ModelTrees const& trees) {
         HostSession& session = workplace.Session();
-        return {*session.GetModel(), *session.GetCurrentLocale(), trees.objects};
+        return {*session.getModel(), *session.GetCurrentLocale(), trees.objects};
     }
 
-    void Compare(Console& console, ComparedSide const& before, ComparedSide const& after) const {
+    void compare(Console& console, ComparedSide const& before, ComparedSide const& after) const {
         std::vector<ComparedObject> const objects = compareTrees(before, after);
         if (json) {
-            writeDifferences(console.Out(), before, after, objects);
+            writeDifferences(console.out(), before, after, objects);
         } else {
-            drawDifferences(console.Out(), before, after, objects, console.OutHasColour());
+            drawDifferences(console.out(), before, after, objects, console.outHasColour());
         }
     }
 };
@@ -111,13 +111,13 @@ struct DiffCommand {
 
 CommandRun addDiffCommand(CLI::App& command) {
     auto const diff = std::make_shared<DiffCommand>();
-    diff->source.AddModelFileTo(command);
+    diff->source.addModelFileTo(command);
     command.add_option("OTHER.xml", diff->other.modelFile, "A model file to compare with");
-    diff->source.AddTo(command);
+    diff->source.addTo(command);
     command.add_option("--view", diff->view, "Answer with this one of the user's views")
         ->type_name("ID");
     command.add_flag("--json", diff->json, "Write one JSON object in place of a tree");
-    diff->other.AddTo(command);
+    diff->other.addTo(command);
     command.footer(
         R"(Compares what two sides show: two users, two views, two languages, two models, or any
 mix of them. Signs: + appears, - disappears, ~ changes. Objects of two models are the same

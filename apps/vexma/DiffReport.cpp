@@ -46,7 +46,7 @@ std::size_t count(std::vector<ComparedObject> const& objects, Change change) {
 
 std::size_t countRenamed(std::vector<ComparedObject> const& objects) {
     return static_cast<std::size_t>(std::count_if(
-        objects.begin(), objects.end(), [](auto const& each) { return each.IsRenamed(); }));
+        objects.begin(), objects.end(), [](auto const& each) { return each.isRenamed(); }));
 }
 
 constexpr char const* presenceCode(Presence presence) {
@@ -112,7 +112,7 @@ void writeDifferences(std::ostream& out, ComparedSide const& before, ComparedSid
         ComparedSide const& side = byFirst ? before : after;
         VEX_HANDLE const handle = byFirst ? object.before : object.after;
         I18NString reference;
-        side.model.GetReference(handle, reference);
+        side.model.getReference(handle, reference);
         Json entry{{"change", rowOf(object.change).code},
                    {"id", idOf(handle).toUtf8()},
                    {"reference", reference.toUtf8()},
@@ -121,7 +121,7 @@ void writeDifferences(std::ostream& out, ComparedSide const& before, ComparedSid
         entry["presence"] = {{"before", presenceCode(object.presenceBefore)},
                              {"after", presenceCode(object.presenceAfter)}};
         if (object.change == Change::Changes) {
-            entry["renamed"] = object.IsRenamed();
+            entry["renamed"] = object.isRenamed();
             for (PropertyChange const& change : object.properties) {
                 entry["properties"][change.property.toUtf8()] = {{"before", change.before.toUtf8()},
                                                                  {"after", change.after.toUtf8()}};

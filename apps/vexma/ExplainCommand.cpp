@@ -22,14 +22,14 @@ struct Explanation {
     HostSession& session;
     VexAccessExplanation access;
     ModelTrees trees;
-    AccessStory accessStory{*session.GetModel(), *session.GetCurrentLocale(), access};
+    AccessStory accessStory{*session.getModel(), *session.GetCurrentLocale(), access};
     TreeStory treeStory{*session.GetCurrentLocale(), trees.objects};
 
-    std::vector<std::string> TreatmentOf(VEX_HANDLE object, bool isIncluded) const {
+    std::vector<std::string> treatmentOf(VEX_HANDLE object, bool isIncluded) const {
         if (trees.refusal) {
             return {"there is none: " + trees.refusal->text};
         }
-        return treeStory.TreatmentOf(object, isIncluded);
+        return treeStory.treatmentOf(object, isIncluded);
     }
 };
 
@@ -47,19 +47,19 @@ Json describeAsJson(Explanation const& told, VexExplainedObject const& object, V
             {"name", nameIn(locale, handle).toUtf8()},
             {"accessible", object.included},
             {"rule", codeOf(object.reason)},
-            {"text", told.accessStory.VerdictOf(object)},
-            {"tree", told.TreatmentOf(handle, object.included)},
+            {"text", told.accessStory.verdictOf(object)},
+            {"tree", told.treatmentOf(handle, object.included)},
             {"views", mentions}};
 }
 
 Json describeAsJson(Explanation const& told, VexExplainedView const& view) {
-    VEX_HANDLE const handle = told.session.GetModel()->FindById(view.id);
+    VEX_HANDLE const handle = told.session.getModel()->findById(view.id);
     return {{"id", view.id.toUtf8()},
             {"name", nameIn(*told.session.GetCurrentLocale(), handle).toUtf8()},
             {"inForce", view.inForce},
             {"role", codeOf(view.role)},
             {"firstMemberRole", view.firstMemberRole.toUtf8()},
-            {"text", told.accessStory.PartOf(view)}};
+            {"text", told.accessStory.partOf(view)}};
 }
 
 void writeJson(std::ostream& out, Explanation const& told, Vex_Handle_Collection const& objects) {
@@ -82,11 +82,11 @@ void writeText(std::ostream& out, Explanation const& told, Vex_Handle_Collection
     for (std::size_t index = 0; index < objects.size(); ++index) {
         VexExplainedObject const& object = told.access.objects[index];
         line("", describeObject(objects[index], *told.session.GetCurrentLocale()));
-        line("  ", told.accessStory.VerdictOf(object));
-        for (std::string const& sentence : told.TreatmentOf(objects[index], object.included)) {
+        line("  ", told.accessStory.verdictOf(object));
+        for (std::string const& sentence : told.treatmentOf(objects[index], object.included)) {
             line("  in the tree: ", sentence);
         }
-        for (std::string const& mention : told.accessStory.MentionsOf(object)) {
+        for (std::string const& mention : told.accessStory.mentionsOf(object)) {
             line("  ", mention);
         }
         out << '\n';
@@ -94,7 +94,7 @@ void writeText(std::ostream& out, Explanation const& told, Vex_Handle_Collection
     out << (told.access.views.empty() ? "no view was considered\n"
                                       : "the views of the model, for this user:\n");
     for (VexExplainedView const& view : told.access.views) {
-        line("  ", told.accessStory.NameOf(view) + ": " + told.accessStory.PartOf(view));
+        line("  ", told.accessStory.nameOf(view) + ": " + told.accessStory.partOf(view));
     }
 }
 
@@ -107,15 +107,15 @@ struct ExplainCommand {
         ObjectArguments const arguments(given, source);
         Workplace workplace(source, console);
         HostSession& session = workplace.Session();
-        Vex_Handle_Collection const objects = arguments.FindIn(session);
+        Vex_Handle_Collection const objects = arguments.findIn(session);
         try {
-            Explanation const told{session, workplace.Explain(objects, mode == 1),
+            Explanation const told{session, workplace.explain(objects, mode == 1),
                                    askForTrees(workplace)};
-            (json ? writeJson : writeText)(console.Out(), told, objects);
+            (json ? writeJson : writeText)(console.out(), told, objects);
         } catch (VexException const& refusal) {
             return complainAbout(refusal, console);
         } catch (KRLLimitException const& limit) {
-            console.Complain(limit.what());
+            console.complain(limit.what());
             return Refused;
         }
         return Done;
@@ -127,7 +127,7 @@ struct ExplainCommand {
 CommandRun addExplainCommand(CLI::App& command) {
     auto const explain = std::make_shared<ExplainCommand>();
     command.allow_extras(); // see ObjectArguments
-    explain->source.AddTo(command);
+    explain->source.addTo(command);
     command
         .add_option("--mode", explain->mode,
                     "1 leaves the views' lists of included objects out of account")

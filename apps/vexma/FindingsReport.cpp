@@ -20,7 +20,7 @@ constexpr std::size_t shownOfARule = 10;
 /// Texts come from documents; what is no UTF-8 in them is replaced.
 void print(Json const& value, Console& console) {
     constexpr int indent = 2;
-    console.Out() << value.dump(indent, ' ', false, Json::error_handler_t::replace) << '\n';
+    console.out() << value.dump(indent, ' ', false, Json::error_handler_t::replace) << '\n';
 }
 
 /// A path as a URI reference.
@@ -78,14 +78,14 @@ void reportAsText(Diagnostics const& found, bool all, Console& console) {
         bool const isShown =
             all || (each.severity != Severity::Note && ++counts[each.rule] <= shownOfARule);
         if (isShown) {
-            console.Out() << printable(toString(each), false) << " [" << each.rule << "]\n";
+            console.out() << printable(toString(each), false) << " [" << each.rule << "]\n";
         }
         if (index + 1 < found.size() && found[index + 1].file == each.file) {
             continue;
         }
         for (auto const& [rule, count] : counts) {
             if (count > shownOfARule) {
-                console.Out() << printable(each.file, false) << ": " << count - shownOfARule
+                console.out() << printable(each.file, false) << ": " << count - shownOfARule
                               << " more [" << rule << "]; --all shows them\n";
             }
         }
@@ -135,7 +135,7 @@ void reportRules(Console& console) {
     constexpr int nameWidth = 28;
     constexpr int severityWidth = 8;
     for (DiagnosticRule const& rule : diagnosticRules) {
-        console.Out() << std::left << std::setw(nameWidth) << rule.name << ' '
+        console.out() << std::left << std::setw(nameWidth) << rule.name << ' '
                       << std::setw(severityWidth) << toString(rule.severity) << ' ' << rule.text
                       << '\n';
     }

@@ -27,7 +27,7 @@ InterruptScope::~InterruptScope() {
     sigaction(SIGINT, &m_earlier, nullptr);
 }
 
-std::atomic<bool> const& InterruptScope::IsInterrupted() const {
+std::atomic<bool> const& InterruptScope::isInterrupted() const {
     return interrupted;
 }
 

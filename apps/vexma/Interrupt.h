@@ -16,7 +16,7 @@ public:
     InterruptScope& operator=(InterruptScope const&) = delete;
     ~InterruptScope();
 
-    std::atomic<bool> const& IsInterrupted() const;
+    std::atomic<bool> const& isInterrupted() const;
 
 private:
     struct sigaction m_earlier;

@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t readSize = 65'536;
 }
 
-LineReader::Result LineReader::Next(std::string& line) {
+LineReader::Result LineReader::next(std::string& line) {
     line.clear();
     bool tooLong = false;
     for (;;) {
@@ -31,7 +31,7 @@ LineReader::Result LineReader::Next(std::string& line) {
             break;
         }
         bool const wasEmpty = line.empty() && !tooLong;
-        if (!Fill()) {
+        if (!fill()) {
             if (wasEmpty) {
                 return Result::End;
             }
@@ -41,7 +41,7 @@ LineReader::Result LineReader::Next(std::string& line) {
     return tooLong ? Result::TooLong : Result::Line;
 }
 
-bool LineReader::Fill() {
+bool LineReader::fill() {
     m_buffer.resize(readSize);
     m_at = 0;
     ssize_t count = -1;

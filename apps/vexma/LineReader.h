@@ -15,10 +15,10 @@ public:
 
     /// Sets `line` to the next line without its line break; a last line needs
     /// none. Raises `KRLDocumentException` when reading fails.
-    Result Next(std::string& line);
+    Result next(std::string& line);
 
 private:
-    bool Fill();
+    bool fill();
 
     int m_descriptor;
     std::size_t m_limit;

@@ -125,18 +125,18 @@ struct ManCommand {
         std::vector<CLI::App const*> pages = commandsOf(program);
         pages.insert(pages.begin(), &program);
         if (!folder.empty()) {
-            return WriteAll(pages, console);
+            return writeAll(pages, console);
         }
         for (CLI::App const* const page : pages) {
             if (page->get_name() == (about.empty() ? program.get_name() : about)) {
-                writePage(*page, console.Out());
+                writePage(*page, console.out());
                 return Done;
             }
         }
         throw UsageException("there is no command \"" + about + "\"; \"vexma --help\" lists them");
     }
 
-    int WriteAll(std::vector<CLI::App const*> const& pages, Console& console) const {
+    int writeAll(std::vector<CLI::App const*> const& pages, Console& console) const {
         for (CLI::App const* const page : pages) {
             std::filesystem::path const file =
                 std::filesystem::path(folder) / (pageName(*page) + ".1");
@@ -144,7 +144,7 @@ struct ManCommand {
             writePage(*page, out);
             out.flush();
             if (!out) {
-                console.Complain("the page cannot be written to " + file.string());
+                console.complain("the page cannot be written to " + file.string());
                 return Refused;
             }
         }

@@ -26,7 +26,7 @@ ActionOutcome callMetadata(Workplace& workplace, KRLIDOM_OwnedDocument request) 
     ActionValues values;
     VexParams in;
     in.AddParam(values.Long(0));
-    in.AddParam(values.String(workplace.ModelPath()));
+    in.AddParam(values.String(workplace.modelPath()));
     in.AddParam(values.Node(std::move(request)));
     return workplace.Call(values.Long(VexAction::MetadataRequest), in);
 }
@@ -42,12 +42,12 @@ int complainAboutRequest(ActionOutcome const& outcome, RequestStart const& start
     int const status = complainAbout(outcome, console);
     if (isAboutStart(outcome)) {
         HostSession const& session = workplace.Session();
-        Model const& model = *session.GetModel();
+        Model const& model = *session.getModel();
         std::string const question = toQuestion(
             start.reference.empty() ? suggestPaths(model, start.path, *session.GetCurrentLocale())
                                     : suggestObjects(model, start.reference));
         if (!question.empty()) {
-            console.Complain(question);
+            console.complain(question);
         }
     }
     return status;

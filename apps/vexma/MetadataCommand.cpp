@@ -18,33 +18,34 @@ struct MetadataCommand {
     bool estimate = false;
 
     int Run(Console& console) const {
-        source.Check();
-        request.Check(source);
-        KRLIDOM_OwnedDocument document = request.MakeRequest();
+        source.check();
+        request.check(source);
+        KRLIDOM_OwnedDocument document = request.makeRequest();
         RequestStart const start(document);
         Workplace workplace(source, console);
         if (estimate) {
-            return Estimate(document.document(), workplace, console);
+            return giveEstimate(document.document(), workplace, console);
         }
         ActionOutcome const outcome = callMetadata(workplace, std::move(document));
         if (!isHandled(outcome)) {
             return complainAboutRequest(outcome, start, workplace, console);
         }
-        bool const inLines = pretty || console.OutIsTerminal();
-        KRLIDOM_Writer::write(console.Out(), outcome.response.document(), inLines);
-        console.Out() << (inLines ? "" : "\n"); // lines end with one already
+        bool const inLines = pretty || console.outIsTerminal();
+        KRLIDOM_Writer::write(console.out(), outcome.response.document(), inLines);
+        console.out() << (inLines ? "" : "\n"); // lines end with one already
         return Done;
     }
 
-    int Estimate(KRLIDOM_Document const& document, Workplace& workplace, Console& console) const {
+    int giveEstimate(KRLIDOM_Document const& document, Workplace& workplace,
+                     Console& console) const {
         RequestedParts const parts(document);
         HostSession const& session = workplace.Session();
         AnswerEstimate const answer =
-            estimateAnswer(*session.GetModel(), {parts, *session.GetCurrentLocale(),
+            estimateAnswer(*session.getModel(), {parts, *session.GetCurrentLocale(),
                                                  source.response.elements, !source.user.empty()});
         char const* const bound = answer.isMore ? "more than " : "at most ";
         std::size_t const elements = answer.isMore ? source.response.elements : answer.elements;
-        console.Out() << "elements  " << bound << elements << "\nbytes     " << bound
+        console.out() << "elements  " << bound << elements << "\nbytes     " << bound
                       << answer.bytes << '\n';
         return Done;
     }
@@ -54,9 +55,9 @@ struct MetadataCommand {
 
 CommandRun addMetadataCommand(CLI::App& command) {
     auto const metadata = std::make_shared<MetadataCommand>();
-    metadata->source.AddModelFileTo(command);
-    metadata->source.AddTo(command);
-    metadata->request.AddTo(command);
+    metadata->source.addModelFileTo(command);
+    metadata->source.addTo(command);
+    metadata->request.addTo(command);
     command.add_flag("--pretty", metadata->pretty,
                      "Break lines and indent (always done on a terminal)");
     command.add_flag("--estimate", metadata->estimate,

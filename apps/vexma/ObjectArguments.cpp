@@ -13,16 +13,16 @@ ObjectArguments::ObjectArguments(std::vector<std::string> arguments, SourceOptio
         source.modelFile = m_texts.front();
         m_texts.erase(m_texts.begin());
     }
-    source.Check();
+    source.check();
     if (m_texts.empty()) {
         throw UsageException("no object to ask about; give ids or references");
     }
 }
 
-Vex_Handle_Collection ObjectArguments::FindIn(HostSession const& session) const {
+Vex_Handle_Collection ObjectArguments::findIn(HostSession const& session) const {
     Vex_Handle_Collection objects;
     for (std::string const& text : m_texts) {
-        objects.push_back(session.FindObject(I18NString::fromUtf8(text)));
+        objects.push_back(session.findObject(I18NString::fromUtf8(text)));
     }
     return objects;
 }

@@ -19,7 +19,7 @@ public:
 
     std::vector<std::string> const& Texts() const { return m_texts; }
     /// Raises `HostException` for the first one that names nothing.
-    Vex_Handle_Collection FindIn(HostSession const& session) const;
+    Vex_Handle_Collection findIn(HostSession const& session) const;
 
 private:
     std::vector<std::string> m_texts;

@@ -42,7 +42,7 @@ bool isCommand(std::string_view name) {
 
 int runGuarded(CommandRun const& run, Console& console) {
     auto const complain = [&](char const* text, int status) {
-        console.Complain(text);
+        console.complain(text);
         return status;
     };
     try {
@@ -61,7 +61,7 @@ int runGuarded(CommandRun const& run, Console& console) {
 
 int runProgram(int argc, char** argv, Console& console) {
     if (argc > 1 && argv[1][0] != '-' && !isCommand(argv[1])) {
-        console.Complain("there is no command \"" + std::string(argv[1]) +
+        console.complain("there is no command \"" + std::string(argv[1]) +
                          "\"; \"vexma --help\" lists them");
         return WrongUsage;
     }
@@ -81,7 +81,7 @@ int runProgram(int argc, char** argv, Console& console) {
     try {
         app.parse(argc, argv);
     } catch (CLI::ParseError const& end) { // a request for help ends the parse too
-        std::ostream& out = end.get_exit_code() == 0 ? console.Out() : std::cerr;
+        std::ostream& out = end.get_exit_code() == 0 ? console.out() : std::cerr;
         return app.exit(end, out, out) == 0 ? Done : WrongUsage;
     }
     return runGuarded(chosen, console);
@@ -93,5 +93,5 @@ int runProgram(int argc, char** argv, Console& console) {
 
 int main(int argc, char** argv) {
     vex::Console console;
-    return console.Finish(vex::runProgram(argc, argv, console));
+    return console.finish(vex::runProgram(argc, argv, console));
 }

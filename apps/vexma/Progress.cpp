@@ -12,7 +12,7 @@ constexpr std::chrono::milliseconds interval{100};
 } // namespace
 
 Progress::Progress(Console const& console, std::string what)
-    : m_what(printable(what, false)), m_watched(console.ErrorIsTerminal()),
+    : m_what(printable(what, false)), m_watched(console.errorIsTerminal()),
       m_next(Clock::now() + patience) {}
 
 Progress::~Progress() {

@@ -66,7 +66,7 @@ void setOption(KRLIDOM_Element const& metadata, char const* name, std::string co
 
 } // namespace
 
-void RequestOptions::AddTo(CLI::App& command) {
+void RequestOptions::addTo(CLI::App& command) {
     command.add_option("--request", m_file, "A request document, \"-\" for standard input")
         ->type_name("FILE")
         ->group("Request");
@@ -104,10 +104,10 @@ void RequestOptions::AddTo(CLI::App& command) {
     for (CLI::Option* const option : m_building) {
         option->group("Request");
     }
-    m_size.AddTo(command);
+    m_size.addTo(command);
 }
 
-void RequestOptions::Check(SourceOptions const& source) const {
+void RequestOptions::check(SourceOptions const& source) const {
     if (m_file == "-" && source.modelFile == "-") {
         throw UsageException("model and request cannot both come from standard input; name a file "
                              "for one of them");
@@ -123,9 +123,9 @@ void RequestOptions::Check(SourceOptions const& source) const {
     }
 }
 
-KRLIDOM_OwnedDocument RequestOptions::MakeRequest() const {
+KRLIDOM_OwnedDocument RequestOptions::makeRequest() const {
     if (m_file.empty()) {
-        return Build();
+        return build();
     }
     KRLIDOM_ReadLimits limits;
     limits.bytes = m_size.bytes;
@@ -133,7 +133,7 @@ KRLIDOM_OwnedDocument RequestOptions::MakeRequest() const {
                                  m_file == "-" ? "standard input" : m_file, limits);
 }
 
-TreeQuestion RequestOptions::MakeQuestion(Model const& model) const {
+TreeQuestion RequestOptions::makeQuestion(Model const& model) const {
     for (CLI::Option const* const option : m_building) {
         std::string const name = option->get_name();
         if (!option->empty() && name != "--start" && name != "--depth") {
@@ -152,7 +152,7 @@ TreeQuestion RequestOptions::MakeQuestion(Model const& model) const {
     return question;
 }
 
-KRLIDOM_OwnedDocument RequestOptions::Build() const {
+KRLIDOM_OwnedDocument RequestOptions::build() const {
     KRLIDOM_OwnedDocument request("Metadata");
     KRLIDOM_Element const metadata = request.document().getDocumentElement();
     setOption(metadata, "Depth", m_depth ? std::to_string(*m_depth) : "");

@@ -13,20 +13,20 @@ namespace vex {
 /// one that is built from options.
 class RequestOptions {
 public:
-    void AddTo(CLI::App& command);
+    void addTo(CLI::App& command);
 
     /// Raises `UsageException` when options contradict each other.
-    void Check(SourceOptions const& source) const;
+    void check(SourceOptions const& source) const;
 
     /// Raises `KRLDocumentException` when the request file cannot be read.
-    KRLIDOM_OwnedDocument MakeRequest() const;
+    KRLIDOM_OwnedDocument makeRequest() const;
 
     /// The same request as one whose answer can be matched with the model.
     /// Raises `UsageException` when the options ask for more than names.
-    TreeQuestion MakeQuestion(Model const& model) const;
+    TreeQuestion makeQuestion(Model const& model) const;
 
 private:
-    KRLIDOM_OwnedDocument Build() const;
+    KRLIDOM_OwnedDocument build() const;
 
     std::string m_file;
     std::string m_start;

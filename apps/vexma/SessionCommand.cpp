@@ -19,25 +19,25 @@ struct SessionCommand {
     RequestSize requestSize;
 
     int Run(Console& console) const {
-        source.Check();
+        source.check();
         if (source.modelFile == "-") {
             throw UsageException("a session's lines come from standard input; name a model file");
         }
         Workplace workplace(source, console);
-        LineReader lines(STDIN_FILENO, LongestLine());
+        LineReader lines(STDIN_FILENO, longestLine());
         std::string line;
-        while (console.CanWrite()) {
-            LineReader::Result const result = lines.Next(line);
+        while (console.canWrite()) {
+            LineReader::Result const result = lines.next(line);
             if (result == LineReader::Result::End) {
                 break;
             }
             Json const answer =
                 result == LineReader::Result::TooLong
-                    ? answerToFailure("the line is longer than " + std::to_string(LongestLine()) +
+                    ? answerToFailure("the line is longer than " + std::to_string(longestLine()) +
                                       " bytes; ask for less, or raise "
                                       "--max-request")
                     : Answer(workplace, line);
-            console.Out() << answer.dump(-1, ' ', false, Json::error_handler_t::replace)
+            console.out() << answer.dump(-1, ' ', false, Json::error_handler_t::replace)
                           << std::endl;
         }
         return Done;
@@ -45,7 +45,7 @@ struct SessionCommand {
 
     /// A request of the greatest size, each byte escaped, and some room around
     /// it.
-    std::size_t LongestLine() const {
+    std::size_t longestLine() const {
         constexpr std::size_t longestEscape = 6; // \u0022
         constexpr std::size_t around = 65'536;
         return requestSize.bytes > std::numeric_limits<std::size_t>::max() / (2 * longestEscape)
@@ -75,9 +75,9 @@ struct SessionCommand {
 
 CommandRun addSessionCommand(CLI::App& command) {
     auto const session = std::make_shared<SessionCommand>();
-    session->source.AddModelFileTo(command);
-    session->source.AddTo(command);
-    session->requestSize.AddTo(command);
+    session->source.addModelFileTo(command);
+    session->source.addTo(command);
+    session->requestSize.addTo(command);
     command.footer(R"(Reads one JSON object per line and answers each with one:
   {"action": A, "in": [V, ...]}  calls an action; A is a number or a V
   {"notify": kind}               sends a notification of the session

@@ -30,16 +30,16 @@ public:
                 }
             }
         }
-        Refuse("is no value of an action");
+        refuse("is no value of an action");
     }
 
-    VexVariant ReadLong(Json const& value) const {
+    VexVariant readLong(Json const& value) const {
         bool const fits = value.is_number_unsigned()
                               ? value.get<std::uint64_t>() <=
                                     static_cast<std::uint64_t>(std::numeric_limits<long>::max())
                               : value.is_number_integer();
         if (!fits) {
-            Refuse("is no whole number in the range of a long");
+            refuse("is no whole number in the range of a long");
         }
         return m_values.Long(value.get<long>());
     }
@@ -51,35 +51,35 @@ private:
     };
     static Kind const Kinds[5];
 
-    VexVariant ReadString(Json const& value) const { return m_values.String(TextOf(value)); }
+    VexVariant readString(Json const& value) const { return m_values.String(textOf(value)); }
 
-    VexVariant ReadHandle(Json const& value) const {
-        return m_values.Handle(m_session.FindObject(TextOf(value)));
+    VexVariant readHandle(Json const& value) const {
+        return m_values.Handle(m_session.findObject(textOf(value)));
     }
 
-    VexVariant ReadNode(Json const& value) const {
+    VexVariant readNode(Json const& value) const {
         if (!value.is_string()) {
-            Refuse("is no text");
+            refuse("is no text");
         }
         return m_values.Node(
             KRLIDOM_Reader::parse(value.get_ref<std::string const&>(), "node", m_limits));
     }
 
-    VexVariant ReadEmpty(Json const& value) const {
+    VexVariant readEmpty(Json const& value) const {
         if (!value.is_boolean() || !value.get<bool>()) {
-            Refuse("is not true");
+            refuse("is not true");
         }
         return {};
     }
 
-    static I18NString TextOf(Json const& value) {
+    static I18NString textOf(Json const& value) {
         if (!value.is_string()) {
-            Refuse("is no text");
+            refuse("is no text");
         }
         return I18NString::fromUtf8(value.get_ref<std::string const&>());
     }
 
-    [[noreturn]] static void Refuse(char const* problem) {
+    [[noreturn]] static void refuse(char const* problem) {
         throw HostException(std::string("a value of the line ") + problem + "; " + wantedValue);
     }
 
@@ -89,9 +89,9 @@ private:
 };
 
 ValueReader::Kind const ValueReader::Kinds[5] = {
-    {"long", &ValueReader::ReadLong},     {"string", &ValueReader::ReadString},
-    {"handle", &ValueReader::ReadHandle}, {"node", &ValueReader::ReadNode},
-    {"empty", &ValueReader::ReadEmpty},
+    {"long", &ValueReader::readLong},     {"string", &ValueReader::readString},
+    {"handle", &ValueReader::readHandle}, {"node", &ValueReader::readNode},
+    {"empty", &ValueReader::readEmpty},
 };
 
 void readNotify(Json const& value, SessionLine& line) {
@@ -166,7 +166,7 @@ SessionLine readSessionLine(std::string_view text, HostSession const& session,
     }
     ValueReader const reader(line.values, session, limits);
     Json const& action = json["action"];
-    line.action = action.is_number() ? reader.ReadLong(action) : reader.Read(action);
+    line.action = action.is_number() ? reader.readLong(action) : reader.Read(action);
     for (Json const& value : json["in"]) {
         line.in.AddParam(reader.Read(value));
     }

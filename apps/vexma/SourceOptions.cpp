@@ -4,7 +4,7 @@
 
 namespace vex {
 
-void SourceOptions::AddTo(CLI::App& command) {
+void SourceOptions::addTo(CLI::App& command) {
     std::string const source = "Source";
     command.add_option("--catalog", catalogFile, "Catalogue of models and users")
         ->type_name("FILE")
@@ -45,12 +45,12 @@ void SourceOptions::AddTo(CLI::App& command) {
         ->group(limits);
 }
 
-void SourceOptions::AddModelFileTo(CLI::App& command) {
+void SourceOptions::addModelFileTo(CLI::App& command) {
     command.add_option("MODEL.xml", modelFile,
                        "A model file alone, \"-\" for standard input: nobody is restricted");
 }
 
-void SourceOptions::Check() const {
+void SourceOptions::check() const {
     bool const fromCatalogue = !catalogFile.empty();
     if (!fromCatalogue && modelFile.empty()) {
         throw UsageException("nothing to read from; give a MODEL.xml, or --catalog CATALOG.xml "
@@ -69,7 +69,7 @@ void SourceOptions::Check() const {
     }
 }
 
-void RequestSize::AddTo(CLI::App& command) {
+void RequestSize::addTo(CLI::App& command) {
     command.add_option("--max-request", bytes, "Bytes that a request document may have")
         ->type_name("N")
         ->capture_default_str()

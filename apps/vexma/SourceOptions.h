@@ -35,19 +35,19 @@ struct SourceOptions {
     KRLIDOM_Limits response;
     std::optional<double> deadlineSeconds;
 
-    void AddTo(CLI::App& command);
+    void addTo(CLI::App& command);
     /// The place of the model file among the positional arguments.
-    void AddModelFileTo(CLI::App& command);
+    void addModelFileTo(CLI::App& command);
 
     /// Raises `UsageException` unless they name one source.
-    void Check() const;
+    void check() const;
 };
 
 /// How long a request document may be.
 struct RequestSize {
     std::size_t bytes = 1U << 20U;
 
-    void AddTo(CLI::App& command);
+    void addTo(CLI::App& command);
 };
 
 } // namespace vex

@@ -6,10 +6,10 @@ namespace vex {
 
 TreeAnswer askForTree(Workplace& workplace, TreeQuestion const& question) {
     TreeAnswer answer;
-    answer.outcome = callMetadata(workplace, question.MakeRequest());
+    answer.outcome = callMetadata(workplace, question.makeRequest());
     if (isHandled(answer.outcome)) {
         HostSession& session = workplace.Session();
-        answer.objects = matchAnswer(*session.GetModel(), *session.GetCurrentLocale(), question,
+        answer.objects = matchAnswer(*session.getModel(), *session.GetCurrentLocale(), question,
                                      answer.outcome.response.document().getDocumentElement());
     }
     return answer;
@@ -17,7 +17,7 @@ TreeAnswer askForTree(Workplace& workplace, TreeQuestion const& question) {
 
 ModelTrees askForTrees(Workplace& workplace, I18NString const& view) {
     HostSession& session = workplace.Session();
-    Model const& model = *session.GetModel();
+    Model const& model = *session.getModel();
     TreeQuestion question;
     question.view = view;
     question.collections = collectionsOf(model);

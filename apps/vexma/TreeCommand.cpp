@@ -18,32 +18,32 @@ struct TreeCommand {
     bool why = false;
 
     int Run(Console& console) const {
-        source.Check();
-        request.Check(source);
+        source.check();
+        request.check(source);
         if (why) {
-            return RunWithReasons(console);
+            return runWithReasons(console);
         }
-        KRLIDOM_OwnedDocument document = request.MakeRequest();
+        KRLIDOM_OwnedDocument document = request.makeRequest();
         RequestStart const start(document);
         Workplace workplace(source, console);
         ActionOutcome const outcome = callMetadata(workplace, std::move(document));
         if (!isHandled(outcome)) {
             return complainAboutRequest(outcome, start, workplace, console);
         }
-        drawResponse(console.Out(), outcome.response.document().getDocumentElement(),
-                     console.OutHasColour());
+        drawResponse(console.out(), outcome.response.document().getDocumentElement(),
+                     console.outHasColour());
         return Done;
     }
 
-    int RunWithReasons(Console& console) const {
+    int runWithReasons(Console& console) const {
         Workplace workplace(source, console);
         TreeAnswer const answer =
-            askForTree(workplace, request.MakeQuestion(*workplace.Session().GetModel()));
+            askForTree(workplace, request.makeQuestion(*workplace.Session().getModel()));
         if (!isHandled(answer.outcome)) {
             return complainAbout(answer.outcome, console);
         }
         try {
-            drawTreeWithReasons(console.Out(), workplace, answer.objects, console.OutHasColour());
+            drawTreeWithReasons(console.out(), workplace, answer.objects, console.outHasColour());
         } catch (VexException const& refusal) {
             return complainAbout(refusal, console);
         }
@@ -55,9 +55,9 @@ struct TreeCommand {
 
 CommandRun addTreeCommand(CLI::App& command) {
     auto const tree = std::make_shared<TreeCommand>();
-    tree->source.AddModelFileTo(command);
-    tree->source.AddTo(command);
-    tree->request.AddTo(command);
+    tree->source.addModelFileTo(command);
+    tree->source.addTo(command);
+    tree->request.addTo(command);
     command.add_flag("--why", tree->why,
                      "Draw what is left out too, with the reason; in brackets without colour");
     command.footer(R"(Draws what "vexma metadata" answers to the same options.

@@ -128,7 +128,7 @@ void complainAbout(FindingCounts const& counts, bool all, Console& console) {
     if (counts.notes != 0) {
         text += ", notes: " + std::to_string(counts.notes) + (all ? "" : " (--all shows them)");
     }
-    console.Complain(text);
+    console.complain(text);
 }
 
 struct ValidateCommand {

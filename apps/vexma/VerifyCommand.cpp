@@ -20,16 +20,16 @@ namespace {
 /// refuses, which is the outcome then.
 std::optional<std::vector<bool>> askForAccessOfAll(Workplace& workplace, Progress& progress,
                                                    ActionOutcome& refusal) {
-    Model const& model = *workplace.Session().GetModel();
+    Model const& model = *workplace.Session().getModel();
     std::vector<bool> accessible;
     AccessAnswer answer;
-    for (std::size_t number = 0; number < model.ElementCount(); ++number) {
-        if (!askForAccess(workplace, model.GetElement(number), 0, answer)) {
+    for (std::size_t number = 0; number < model.elementCount(); ++number) {
+        if (!askForAccess(workplace, model.getElement(number), 0, answer)) {
             refusal = std::move(answer.outcome);
             return std::nullopt;
         }
         accessible.push_back(answer.verdict == 1);
-        progress.Report(number, model.ElementCount());
+        progress.Report(number, model.elementCount());
     }
     return accessible;
 }
@@ -43,30 +43,30 @@ struct VerifyCommand {
         std::vector<CatalogueUser const*> users{nullptr};
         if (!source.catalogFile.empty()) {
             catalogue = loadCatalogue(source.catalogFile);
-            users = UsersOf(*catalogue);
+            users = usersOf(*catalogue);
         }
-        source.Check();
+        source.check();
         Workplace workplace(source, console);
-        VerifyReport report(*workplace.Session().GetModel(),
+        VerifyReport report(*workplace.Session().getModel(),
                             *workplace.Session().GetCurrentLocale());
         for (CatalogueUser const* const user : users) {
             if (user == nullptr || user->name.toUtf8() == source.user) {
-                Verify(workplace, source.user, console, report);
+                verify(workplace, source.user, console, report);
                 continue;
             }
             Workplace further(
                 workplace, source,
-                std::make_unique<HostSession>(workplace.Session().GetModel(),
+                std::make_unique<HostSession>(workplace.Session().getModel(),
                                               I18NLocale(I18NString::fromUtf8(source.locale)),
                                               catalogue, user));
-            Verify(further, user->name.toUtf8(), console, report);
+            verify(further, user->name.toUtf8(), console, report);
         }
-        json ? report.WriteJson(console.Out()) : report.WriteText(console.Out());
-        return report.IsClean() ? Done : Refused;
+        json ? report.writeJson(console.out()) : report.writeText(console.out());
+        return report.isClean() ? Done : Refused;
     }
 
     /// The one asked for, else all. The first one opens the model.
-    std::vector<CatalogueUser const*> UsersOf(Catalogue const& catalogue) {
+    std::vector<CatalogueUser const*> usersOf(Catalogue const& catalogue) {
         std::vector<CatalogueUser const*> users;
         for (CatalogueUser const& user : catalogue.users) {
             if (source.user.empty() || user.name.toUtf8() == source.user) {
@@ -82,7 +82,7 @@ struct VerifyCommand {
         return users;
     }
 
-    static void Verify(Workplace& workplace, std::string const& user, Console& console,
+    static void verify(Workplace& workplace, std::string const& user, Console& console,
                        VerifyReport& report) {
         Progress progress(console, "verifying" + (user.empty() ? "" : " for " + user));
         ModelTrees trees = askForTrees(workplace);
@@ -93,10 +93,10 @@ struct VerifyCommand {
         auto const accessible = askForAccessOfAll(workplace, progress, refusal);
         if (trees.refusal.has_value() || !accessible) {
             bool const both = trees.refusal.has_value() && !accessible;
-            report.AddRefusal(user, both, both || !accessible ? refusal.text : trees.refusal->text);
+            report.addRefusal(user, both, both || !accessible ? refusal.text : trees.refusal->text);
             return;
         }
-        report.Add(user, checkTrees(*workplace.Session().GetModel(), trees.objects, *accessible));
+        report.Add(user, checkTrees(*workplace.Session().getModel(), trees.objects, *accessible));
     }
 };
 
@@ -104,8 +104,8 @@ struct VerifyCommand {
 
 CommandRun addVerifyCommand(CLI::App& command) {
     auto const verify = std::make_shared<VerifyCommand>();
-    verify->source.AddModelFileTo(command);
-    verify->source.AddTo(command);
+    verify->source.addModelFileTo(command);
+    verify->source.addTo(command);
     command.add_flag("--json", verify->json, "Write one JSON object in place of text");
     command.footer(
         R"(Asks for the trees and for the accessibility of every object, as each user of the

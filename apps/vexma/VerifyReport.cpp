@@ -29,29 +29,29 @@ void VerifyReport::Add(std::string const& user, TreeCheck check) {
     m_entries.push_back({user, std::move(check), "", false});
 }
 
-void VerifyReport::AddRefusal(std::string const& user, bool both, std::string const& text) {
+void VerifyReport::addRefusal(std::string const& user, bool both, std::string const& text) {
     m_entries.push_back({user, {}, text, both});
 }
 
-bool VerifyReport::IsClean() const {
+bool VerifyReport::isClean() const {
     return std::all_of(m_entries.begin(), m_entries.end(), [](Entry const& entry) {
         return (entry.refusal.empty() || entry.isRefusedByBoth) && entry.check.leaks.empty() &&
                countRequired(entry.check) == entry.check.differences.size();
     });
 }
 
-void VerifyReport::WriteText(std::ostream& out) const {
+void VerifyReport::writeText(std::ostream& out) const {
     std::size_t leaks = 0;
     std::size_t unexplained = 0;
     for (Entry const& entry : m_entries) {
-        WriteEntry(out, entry);
+        writeEntry(out, entry);
         leaks += entry.check.leaks.size();
         unexplained += entry.check.differences.size() - countRequired(entry.check);
     }
     out << counted(leaks, "leak") << ", " << counted(unexplained, "unexplained difference") << '\n';
 }
 
-void VerifyReport::WriteEntry(std::ostream& out, Entry const& entry) const {
+void VerifyReport::writeEntry(std::ostream& out, Entry const& entry) const {
     auto const line = [&](std::string const& text) { out << printable(text, false) << '\n'; };
     auto const described = [&](VEX_HANDLE object) { return describeObject(object, m_locale); };
     std::string const who = entry.user.empty() ? "everybody" : entry.user;
@@ -80,7 +80,7 @@ void VerifyReport::WriteEntry(std::ostream& out, Entry const& entry) const {
     }
 }
 
-void VerifyReport::WriteJson(std::ostream& out) const {
+void VerifyReport::writeJson(std::ostream& out) const {
     Json users = Json::array();
     auto const object = [&](VEX_HANDLE handle) {
         return Json{{"id", keyOf(m_model, handle).toUtf8()},
@@ -114,7 +114,7 @@ void VerifyReport::WriteJson(std::ostream& out) const {
         users.push_back(std::move(user));
     }
     constexpr int indent = 2;
-    out << Json{{"clean", IsClean()}, {"users", users}}.dump(indent) << '\n';
+    out << Json{{"clean", isClean()}, {"users", users}}.dump(indent) << '\n';
 }
 
 } // namespace vex

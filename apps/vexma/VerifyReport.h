@@ -17,13 +17,13 @@ public:
     void Add(std::string const& user, TreeCheck check);
     /// A user whose requests are refused. When only one of trees and check is,
     /// they differ.
-    void AddRefusal(std::string const& user, bool both, std::string const& text);
+    void addRefusal(std::string const& user, bool both, std::string const& text);
 
     /// False when something leaks or differs without reason.
-    bool IsClean() const;
+    bool isClean() const;
 
-    void WriteText(std::ostream& out) const;
-    void WriteJson(std::ostream& out) const;
+    void writeText(std::ostream& out) const;
+    void writeJson(std::ostream& out) const;
 
 private:
     struct Entry {
@@ -33,7 +33,7 @@ private:
         bool isRefusedByBoth = false;
     };
 
-    void WriteEntry(std::ostream& out, Entry const& entry) const;
+    void writeEntry(std::ostream& out, Entry const& entry) const;
 
     Model const& m_model;
     I18NLocale const& m_locale;

@@ -29,18 +29,18 @@ public:
         }
     }
 
-    std::string const& Of(AnsweredObject const& entry) const {
+    std::string const& of(AnsweredObject const& entry) const {
         return m_texts[entry.behindShortcut ? 1 : 0].at(entry.object);
     }
 
 private:
     void Add(Workplace& workplace, Vex_Handle_Collection const& objects, bool behindShortcut) {
         HostSession& session = workplace.Session();
-        VexAccessExplanation const explanation = workplace.Explain(objects, behindShortcut);
-        AccessStory const story(*session.GetModel(), *session.GetCurrentLocale(), explanation);
+        VexAccessExplanation const explanation = workplace.explain(objects, behindShortcut);
+        AccessStory const story(*session.getModel(), *session.GetCurrentLocale(), explanation);
         for (std::size_t index = 0; index < objects.size(); ++index) {
             m_texts[behindShortcut ? 1 : 0].try_emplace(
-                objects[index], story.VerdictOf(explanation.objects[index]));
+                objects[index], story.verdictOf(explanation.objects[index]));
         }
     }
 
@@ -53,7 +53,7 @@ std::string reasonOf(AnsweredObject const& entry, Reasons const& reasons,
     case ObjectFate::Written:
         break;
     case ObjectFate::LeftOut:
-        return reasons.Of(entry);
+        return reasons.of(entry);
     case ObjectFate::WithoutName:
         return "no name in " + locale.getName().toUtf8() + ", so left out with all its members";
     case ObjectFate::WithItsContainer:

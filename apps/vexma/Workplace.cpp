@@ -59,13 +59,13 @@ std::unique_ptr<HostSession> openSession(SourceOptions const& options, Console& 
     I18NLocale const locale{I18NString::fromUtf8(options.locale)};
     if (!options.catalogFile.empty()) {
         Host host(readCatalogueOf(options), load);
-        return host.OpenSession(
+        return host.openSession(
             {I18NString::fromUtf8(options.modelPath), I18NString::fromUtf8(options.user), locale});
     }
     if (options.modelFile == "-") {
-        return Host::OpenSession(loadModelText(readFileText("-"), "standard input", load), locale);
+        return Host::openSession(loadModelText(readFileText("-"), "standard input", load), locale);
     }
-    return Host::OpenSession(loadModel(options.modelFile, load), locale);
+    return Host::openSession(loadModel(options.modelFile, load), locale);
 }
 
 Workplace::Workplace(SourceOptions const& options, Console& console)
@@ -95,17 +95,17 @@ Workplace::~Workplace() {
 ActionOutcome Workplace::Call(VexVariant const& action, VexParams const& in) {
     InterruptScope const interrupt;
     ActionLimits limits = m_limits;
-    limits.cancelled = &interrupt.IsInterrupted();
+    limits.cancelled = &interrupt.isInterrupted();
     return callAction(*m_plugin, *m_session, action, in, limits);
 }
 
-VexAccessExplanation Workplace::Explain(Vex_Handle_Collection const& objects, bool skipViewLists) {
+VexAccessExplanation Workplace::explain(Vex_Handle_Collection const& objects, bool skipViewLists) {
     InterruptScope const interrupt;
     ActionLimits limits = m_limits;
-    limits.cancelled = &interrupt.IsInterrupted();
+    limits.cancelled = &interrupt.isInterrupted();
     CallLimits const callLimits(deadlineOf(limits), limits.cancelled);
     VexAccessExplanation explanation;
-    m_plugin->ExplainAccess(*m_session, m_modelPath, objects, skipViewLists, explanation);
+    m_plugin->explainAccess(*m_session, m_modelPath, objects, skipViewLists, explanation);
     return explanation;
 }
 
@@ -114,7 +114,7 @@ bool isHandled(ActionOutcome const& outcome) {
 }
 
 int complainAbout(VexException const& raised, Console& console) {
-    console.Complain(std::string(raised.what()) + " (failure " + std::to_string(raised.GetId()) +
+    console.complain(std::string(raised.what()) + " (failure " + std::to_string(raised.GetId()) +
                      " of " + raised.GetFunction() + ')');
     return Refused;
 }
@@ -124,9 +124,9 @@ int complainAbout(ActionOutcome const& outcome, Console& console) {
         return complainAbout(*outcome.raised, console);
     }
     if (outcome.end == ActionOutcome::End::Stopped) {
-        console.Complain(outcome.text);
+        console.complain(outcome.text);
     } else {
-        console.Complain("the plug-in does not know this action (code " +
+        console.complain("the plug-in does not know this action (code " +
                          std::to_string(outcome.code) + "); is --plugin the right library?");
     }
     return Refused;

@@ -23,13 +23,13 @@ public:
 
     HostSession& Session() { return *m_session; }
     /// The model path that actions are called with.
-    I18NString const& ModelPath() const { return m_modelPath; }
+    I18NString const& modelPath() const { return m_modelPath; }
 
     /// Calls an action under the command line's limits; an interrupt ends it.
     ActionOutcome Call(VexVariant const& action, VexParams const& in);
     void Notify(int kind) { m_plugin->Notify(*m_session, kind); }
     /// Why objects are accessible or not, under the same limits.
-    VexAccessExplanation Explain(Vex_Handle_Collection const& objects, bool skipViewLists);
+    VexAccessExplanation explain(Vex_Handle_Collection const& objects, bool skipViewLists);
 
 private:
     ActionLimits m_limits;

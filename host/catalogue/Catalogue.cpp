@@ -5,7 +5,7 @@
 namespace vex {
 
 bool LocalisedText::Add(I18NLocale locale, I18NString text) {
-    if (FindExact(locale) != nullptr) {
+    if (findExact(locale) != nullptr) {
         return false;
     }
     m_values.emplace_back(locale, std::move(text));
@@ -16,7 +16,7 @@ I18NString const& LocalisedText::Find(I18NLocale locale) const {
     static I18NString const none;
     I18NLocale const nameless;
     for (;; locale = locale.getParent()) {
-        if (I18NString const* text = FindExact(locale)) {
+        if (I18NString const* text = findExact(locale)) {
             return *text;
         }
         if (locale == nameless) {
@@ -25,19 +25,19 @@ I18NString const& LocalisedText::Find(I18NLocale locale) const {
     }
 }
 
-I18NString const* LocalisedText::FindExact(I18NLocale locale) const {
+I18NString const* LocalisedText::findExact(I18NLocale locale) const {
     auto const at = std::find_if(m_values.begin(), m_values.end(),
                                  [&](auto const& value) { return value.first == locale; });
     return at == m_values.end() ? nullptr : &at->second;
 }
 
-CatalogueModel const* Catalogue::FindModel(I18NString const& path) const {
+CatalogueModel const* Catalogue::findModel(I18NString const& path) const {
     auto const at = std::find_if(models.begin(), models.end(),
                                  [&](auto const& model) { return model.path == path; });
     return at == models.end() ? nullptr : &*at;
 }
 
-CatalogueUser const* Catalogue::FindUser(I18NString const& name) const {
+CatalogueUser const* Catalogue::findUser(I18NString const& name) const {
     auto const at = std::find_if(users.begin(), users.end(),
                                  [&](auto const& user) { return user.name == name; });
     return at == users.end() ? nullptr : &*at;

@@ -24,7 +24,7 @@ public:
     I18NString const& Find(I18NLocale locale) const;
 
 private:
-    I18NString const* FindExact(I18NLocale locale) const;
+    I18NString const* findExact(I18NLocale locale) const;
 
     std::vector<std::pair<I18NLocale, I18NString>> m_values;
 };
@@ -61,8 +61,8 @@ struct Catalogue {
     std::vector<CatalogueUser> users;
 
     /// Null when there is none.
-    CatalogueModel const* FindModel(I18NString const& path) const;
-    CatalogueUser const* FindUser(I18NString const& name) const;
+    CatalogueModel const* findModel(I18NString const& path) const;
+    CatalogueUser const* findUser(I18NString const& name) const;
 };
 
 /// The views granted to any of the user's roles, each once, ascending.

@@ -85,7 +85,7 @@ void CatalogueReader::startElement(XMLCh const* /*uri*/, XMLCh const* /*localNam
         ++m_skipped;
         return;
     }
-    Rule const* const rule = FindRule(tag);
+    Rule const* const rule = findRule(tag);
     if (rule == nullptr) {
         Report("catalogue-element",
                m_open.empty()
@@ -94,13 +94,13 @@ void CatalogueReader::startElement(XMLCh const* /*uri*/, XMLCh const* /*localNam
         ++m_skipped;
         return;
     }
-    CheckAttributes(*rule, attributes);
+    checkAttributes(*rule, attributes);
     m_open.push_back(rule);
     m_text.clear();
-    Enter(*rule, attributes);
+    enter(*rule, attributes);
 }
 
-CatalogueReader::Rule const* CatalogueReader::FindRule(std::u16string_view tag) const {
+CatalogueReader::Rule const* CatalogueReader::findRule(std::u16string_view tag) const {
     Place const parent = m_open.empty() ? Place::Document : m_open.back()->place;
     auto const at = std::find_if(std::begin(Rules), std::end(Rules), [&](Rule const& rule) {
         return rule.parent == parent && rule.tag == tag;
@@ -108,7 +108,7 @@ CatalogueReader::Rule const* CatalogueReader::FindRule(std::u16string_view tag) 
     return at == std::end(Rules) ? nullptr : at;
 }
 
-void CatalogueReader::CheckAttributes(Rule const& rule, xercesc::Attributes const& attributes) {
+void CatalogueReader::checkAttributes(Rule const& rule, xercesc::Attributes const& attributes) {
     for (Attribute const& attribute : rule.attributes) {
         if (attribute.name != nullptr && attribute.required &&
             valueOf(attributes, attribute.name).empty()) {
@@ -128,18 +128,18 @@ void CatalogueReader::CheckAttributes(Rule const& rule, xercesc::Attributes cons
     }
 }
 
-void CatalogueReader::Enter(Rule const& rule, xercesc::Attributes const& attributes) {
+void CatalogueReader::enter(Rule const& rule, xercesc::Attributes const& attributes) {
     switch (rule.place) {
     case Place::Model:
-        return EnterModel(attributes);
+        return enterModel(attributes);
     case Place::Package:
-        return EnterPackage(attributes);
+        return enterPackage(attributes);
     case Place::Property:
-        return EnterProperty(attributes);
+        return enterProperty(attributes);
     case Place::Grant:
-        return EnterGrant(attributes);
+        return enterGrant(attributes);
     case Place::User:
-        return EnterUser(attributes);
+        return enterUser(attributes);
     case Place::Document:
     case Place::Catalogue:
     case Place::Role:
@@ -147,13 +147,13 @@ void CatalogueReader::Enter(Rule const& rule, xercesc::Attributes const& attribu
     }
 }
 
-void CatalogueReader::EnterGrant(xercesc::Attributes const& attributes) {
+void CatalogueReader::enterGrant(xercesc::Attributes const& attributes) {
     DocumentPosition const at = positionOf(*m_locator);
     m_catalogue.models.back().grants.push_back(
         {valueOf(attributes, u"role"), valueOf(attributes, u"view"), at.line, at.column});
 }
 
-void CatalogueReader::EnterModel(xercesc::Attributes const& attributes) {
+void CatalogueReader::enterModel(xercesc::Attributes const& attributes) {
     DocumentPosition const at = positionOf(*m_locator);
     CatalogueModel model;
     model.path = valueOf(attributes, u"path");
@@ -168,7 +168,7 @@ void CatalogueReader::EnterModel(xercesc::Attributes const& attributes) {
     m_catalogue.models.push_back(std::move(model));
 }
 
-void CatalogueReader::EnterPackage(xercesc::Attributes const& attributes) {
+void CatalogueReader::enterPackage(xercesc::Attributes const& attributes) {
     CatalogueModel& model = m_catalogue.models.back();
     if (std::exchange(model.hasPackage, true)) {
         Report("catalogue-package-twice", "a model has one package; this is the second");
@@ -179,7 +179,7 @@ void CatalogueReader::EnterPackage(xercesc::Attributes const& attributes) {
     }
 }
 
-void CatalogueReader::EnterProperty(xercesc::Attributes const& attributes) {
+void CatalogueReader::enterProperty(xercesc::Attributes const& attributes) {
     I18NString const locale = valueOf(attributes, u"locale");
     if (!locale.empty() && !I18NLocale::isKnown(locale)) {
         Report("catalogue-locale", quoted(locale) + " is no known locale; write one like de or "
@@ -189,7 +189,7 @@ void CatalogueReader::EnterProperty(xercesc::Attributes const& attributes) {
     m_propertyLocale = I18NLocale(locale);
 }
 
-void CatalogueReader::EnterUser(xercesc::Attributes const& attributes) {
+void CatalogueReader::enterUser(xercesc::Attributes const& attributes) {
     CatalogueUser user;
     user.name = valueOf(attributes, u"name");
     if (!m_userNames.insert(user.name).second) {
@@ -209,9 +209,9 @@ void CatalogueReader::endElement(XMLCh const* /*uri*/, XMLCh const* /*localName*
     Place const place = m_open.back()->place;
     m_text = trimmed(m_text);
     if (place == Place::Property) {
-        LeaveProperty();
+        leaveProperty();
     } else if (place == Place::Role) {
-        LeaveRole();
+        leaveRole();
     } else if (!m_text.empty()) {
         Report("catalogue-text", quoted(m_open.back()->tag) + " holds no text, but " +
                                      quoted(m_text.substring(0, 40)) + " stands in it");
@@ -220,7 +220,7 @@ void CatalogueReader::endElement(XMLCh const* /*uri*/, XMLCh const* /*localName*
     m_text.clear();
 }
 
-void CatalogueReader::LeaveProperty() {
+void CatalogueReader::leaveProperty() {
     LocalisedText& property = m_catalogue.models.back().package[m_propertyName];
     if (!property.Add(m_propertyLocale, m_text)) {
         Report("catalogue-property-twice",
@@ -229,7 +229,7 @@ void CatalogueReader::LeaveProperty() {
     }
 }
 
-void CatalogueReader::LeaveRole() {
+void CatalogueReader::leaveRole() {
     if (m_text.empty()) {
         Report("catalogue-role", "a role needs its name as text");
         return;

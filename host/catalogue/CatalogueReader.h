@@ -30,16 +30,16 @@ private:
     struct Rule;
     static Rule const Rules[];
 
-    Rule const* FindRule(std::u16string_view tag) const;
-    void CheckAttributes(Rule const& rule, xercesc::Attributes const& attributes);
-    void Enter(Rule const& rule, xercesc::Attributes const& attributes);
-    void EnterGrant(xercesc::Attributes const& attributes);
-    void EnterModel(xercesc::Attributes const& attributes);
-    void EnterPackage(xercesc::Attributes const& attributes);
-    void EnterProperty(xercesc::Attributes const& attributes);
-    void EnterUser(xercesc::Attributes const& attributes);
-    void LeaveProperty();
-    void LeaveRole();
+    Rule const* findRule(std::u16string_view tag) const;
+    void checkAttributes(Rule const& rule, xercesc::Attributes const& attributes);
+    void enter(Rule const& rule, xercesc::Attributes const& attributes);
+    void enterGrant(xercesc::Attributes const& attributes);
+    void enterModel(xercesc::Attributes const& attributes);
+    void enterPackage(xercesc::Attributes const& attributes);
+    void enterProperty(xercesc::Attributes const& attributes);
+    void enterUser(xercesc::Attributes const& attributes);
+    void leaveProperty();
+    void leaveRole();
     void Report(char const* rule, std::string text);
 
     Catalogue& m_catalogue;

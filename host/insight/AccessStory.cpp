@@ -52,7 +52,7 @@ char const* codeOf(VexViewRole role) {
     return codeIn(roleCodes, role);
 }
 
-std::string AccessStory::VerdictOf(VexExplainedObject const& object) const {
+std::string AccessStory::verdictOf(VexExplainedObject const& object) const {
     constexpr auto included = &VexViewMention::included;
     constexpr auto excluded = &VexViewMention::excluded;
     constexpr auto hidden = &VexViewMention::hidden;
@@ -60,31 +60,31 @@ std::string AccessStory::VerdictOf(VexExplainedObject const& object) const {
     case VexAccessReason::Unrestricted:
         return "shown: nobody is restricted on this model path";
     case VexAccessReason::NotInViews:
-        return "hidden: not among the included objects of the views in force (" + ViewsInForce() +
+        return "hidden: not among the included objects of the views in force (" + viewsInForce() +
                ")";
     case VexAccessReason::NoRoleBasedViews:
-        return "shown: " + IncludedBy(object) + ", and no view of the model is role based";
+        return "shown: " + includedBy(object) + ", and no view of the model is role based";
     case VexAccessReason::RoleIncludes: {
-        std::string text = "shown: " + RolesThat(object, included, "includes it");
-        if (Says(object, excluded, VexViewRole::RoleHeld)) {
+        std::string text = "shown: " + rolesThat(object, included, "includes it");
+        if (says(object, excluded, VexViewRole::RoleHeld)) {
             text += ", which comes before the exclusion by " +
-                    ViewsThat(object, excluded, VexViewRole::RoleHeld);
+                    viewsThat(object, excluded, VexViewRole::RoleHeld);
         }
-        if (Says(object, excluded, VexViewRole::DefaultView)) {
+        if (says(object, excluded, VexViewRole::DefaultView)) {
             text += ", which comes before the default view's exclusion (" + DefaultView() + ')';
         }
         return text;
     }
     case VexAccessReason::RoleExcludes:
-        return "hidden: " + RolesThat(object, excluded, "excludes it");
+        return "hidden: " + rolesThat(object, excluded, "excludes it");
     case VexAccessReason::DefaultExcludes:
         return "hidden: the default view (" + DefaultView() +
                ") excludes it, and no view of a role that the user holds includes it";
     case VexAccessReason::DefaultAllows:
-        return "shown: " + IncludedBy(object) + ", and neither the default view (" + DefaultView() +
+        return "shown: " + includedBy(object) + ", and neither the default view (" + DefaultView() +
                ") nor a view of a role that the user holds excludes it";
     case VexAccessReason::RoleHides:
-        return "hidden: " + RolesThat(object, hidden, "hides it") +
+        return "hidden: " + rolesThat(object, hidden, "hides it") +
                ", and the model has no default view";
     case VexAccessReason::RoleDoesNotInclude:
         return "hidden: no view of a role that the user holds includes it, and the model has no "
@@ -93,7 +93,7 @@ std::string AccessStory::VerdictOf(VexExplainedObject const& object) const {
     return {};
 }
 
-std::string AccessStory::PartOf(VexExplainedView const& view) const {
+std::string AccessStory::partOf(VexExplainedView const& view) const {
     std::string const role = "role " + view.firstMemberRole.toUtf8();
     std::string text = view.inForce ? "in force" : "not in force: not granted to the user";
     switch (view.role) {
@@ -113,7 +113,7 @@ std::string AccessStory::PartOf(VexExplainedView const& view) const {
     return text;
 }
 
-std::vector<std::string> AccessStory::MentionsOf(VexExplainedObject const& object) const {
+std::vector<std::string> AccessStory::mentionsOf(VexExplainedObject const& object) const {
     struct Row {
         Mark mark;
         char const* verb;
@@ -129,63 +129,63 @@ std::vector<std::string> AccessStory::MentionsOf(VexExplainedObject const& objec
                 addToList(verbs, row.verb);
             }
         }
-        list.push_back(NameOf(m_explanation.views[mention.view]) + ' ' + verbs + " it");
+        list.push_back(nameOf(m_explanation.views[mention.view]) + ' ' + verbs + " it");
     }
     return list;
 }
 
-std::string AccessStory::NameOf(VexExplainedView const& view) const {
-    VEX_HANDLE const object = m_model.FindById(view.id);
+std::string AccessStory::nameOf(VexExplainedView const& view) const {
+    VEX_HANDLE const object = m_model.findById(view.id);
     return object.IsNotNull() ? idAndName(object, m_locale) : view.id.toUtf8();
 }
 
-std::string AccessStory::ViewsInForce() const {
+std::string AccessStory::viewsInForce() const {
     std::string list;
     for (VexExplainedView const& view : m_explanation.views) {
         if (view.inForce) {
-            addToList(list, NameOf(view));
+            addToList(list, nameOf(view));
         }
     }
     return list;
 }
 
-bool AccessStory::Says(VexExplainedObject const& object, Mark mark, VexViewRole role) const {
+bool AccessStory::says(VexExplainedObject const& object, Mark mark, VexViewRole role) const {
     return std::any_of(object.mentions.begin(), object.mentions.end(), [&](auto const& mention) {
         return mention.*mark && m_explanation.views[mention.view].role == role;
     });
 }
 
-std::string AccessStory::ViewsThat(VexExplainedObject const& object, Mark mark,
+std::string AccessStory::viewsThat(VexExplainedObject const& object, Mark mark,
                                    VexViewRole role) const {
     std::string list;
     for (VexViewMention const& mention : object.mentions) {
         VexExplainedView const& view = m_explanation.views[mention.view];
         if (mention.*mark && view.role == role) {
-            addToList(list, NameOf(view));
+            addToList(list, nameOf(view));
         }
     }
     return list;
 }
 
-std::string AccessStory::RolesThat(VexExplainedObject const& object, Mark mark,
+std::string AccessStory::rolesThat(VexExplainedObject const& object, Mark mark,
                                    char const* verb) const {
     std::string list;
     for (VexViewMention const& mention : object.mentions) {
         VexExplainedView const& view = m_explanation.views[mention.view];
         if (mention.*mark && view.role == VexViewRole::RoleHeld) {
             addToList(list, "role " + view.firstMemberRole.toUtf8() + ' ' + verb + " (view " +
-                                NameOf(view) + ')');
+                                nameOf(view) + ')');
         }
     }
     return list;
 }
 
-std::string AccessStory::IncludedBy(VexExplainedObject const& object) const {
+std::string AccessStory::includedBy(VexExplainedObject const& object) const {
     std::string list;
     for (VexViewMention const& mention : object.mentions) {
         VexExplainedView const& view = m_explanation.views[mention.view];
         if (mention.included && view.inForce) {
-            addToList(list, NameOf(view));
+            addToList(list, nameOf(view));
         }
     }
     return list.empty() ? "the views' lists are left out of account"
@@ -195,7 +195,7 @@ std::string AccessStory::IncludedBy(VexExplainedObject const& object) const {
 std::string AccessStory::DefaultView() const {
     for (VexExplainedView const& view : m_explanation.views) {
         if (view.role == VexViewRole::DefaultView) {
-            return NameOf(view);
+            return nameOf(view);
         }
     }
     return {};

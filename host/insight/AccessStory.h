@@ -22,27 +22,27 @@ public:
         : m_model(model), m_locale(locale), m_explanation(explanation) {}
 
     /// "hidden: ..." or "shown: ...", with the rule that decided.
-    std::string VerdictOf(VexExplainedObject const& object) const;
+    std::string verdictOf(VexExplainedObject const& object) const;
 
     /// What the view is to the user, and why it counts or does not.
-    std::string PartOf(VexExplainedView const& view) const;
+    std::string partOf(VexExplainedView const& view) const;
 
     /// What the views say about the object, view by view; one entry for each
     /// that names it.
-    std::vector<std::string> MentionsOf(VexExplainedObject const& object) const;
+    std::vector<std::string> mentionsOf(VexExplainedObject const& object) const;
 
     /// Its id and name.
-    std::string NameOf(VexExplainedView const& view) const;
+    std::string nameOf(VexExplainedView const& view) const;
 
 private:
     using Mark = bool VexViewMention::*;
 
-    std::string ViewsInForce() const;
-    std::string ViewsThat(VexExplainedObject const& object, Mark mark, VexViewRole role) const;
-    std::string RolesThat(VexExplainedObject const& object, Mark mark, char const* verb) const;
-    std::string IncludedBy(VexExplainedObject const& object) const;
+    std::string viewsInForce() const;
+    std::string viewsThat(VexExplainedObject const& object, Mark mark, VexViewRole role) const;
+    std::string rolesThat(VexExplainedObject const& object, Mark mark, char const* verb) const;
+    std::string includedBy(VexExplainedObject const& object) const;
     std::string DefaultView() const;
-    bool Says(VexExplainedObject const& object, Mark mark, VexViewRole role) const;
+    bool says(VexExplainedObject const& object, Mark mark, VexViewRole role) const;
 
     Model const& m_model;
     I18NLocale const& m_locale;

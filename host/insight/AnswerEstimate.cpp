@@ -39,12 +39,12 @@ public:
     using Number = ExpansionGraph::Number;
 
     AnswerCount(Model const& model, EstimateQuestion const& question)
-        : m_question(question), m_depth(question.request.Depth()), m_graph(model),
-          m_own(model.ElementCount()) {}
+        : m_question(question), m_depth(question.request.depth()), m_graph(model),
+          m_own(model.elementCount()) {}
 
-    Size CountFrom(Number start, std::size_t pathLength) { return Count(start, 1, pathLength); }
-    bool IsStopped() const { return m_steps > m_question.elementLimit; }
-    ExpansionGraph const& Graph() const { return m_graph; }
+    Size countFrom(Number start, std::size_t pathLength) { return count(start, 1, pathLength); }
+    bool isStopped() const { return m_steps > m_question.elementLimit; }
+    ExpansionGraph const& graph() const { return m_graph; }
 
 private:
     /// What an element takes itself, but for its paths; worked out when it is
@@ -57,16 +57,16 @@ private:
         bool isKnown = false;
     };
 
-    Own const& OwnOf(Number number) {
+    Own const& ownOf(Number number) {
         Own& own = m_own[number];
         if (!own.isKnown) {
-            VEX_HANDLE const element = m_graph.Element(number);
+            VEX_HANDLE const element = m_graph.element(number);
             VexObject(element).GetName(own.cls);
-            own.nameLength = Length(element, resources::getString(resources::Name));
-            for (I18NString const& name : NamesFor(element, own.cls)) {
+            own.nameLength = length(element, resources::getString(resources::Name));
+            for (I18NString const& name : namesFor(element, own.cls)) {
                 bool const isPath = name == "_path" || name == "_ref";
                 own.paths += isPath ? 1U : 0U;
-                own.bytes += attributeBytes + bytesOfCharacter * Length(element, name);
+                own.bytes += attributeBytes + bytesOfCharacter * length(element, name);
             }
             own.isKnown = true;
         }
@@ -74,10 +74,10 @@ private:
     }
 
     /// The attributes that the element may get, as any class it may be shown as.
-    std::set<I18NString> NamesFor(VEX_HANDLE element, I18NString const& cls) {
+    std::set<I18NString> namesFor(VEX_HANDLE element, I18NString const& cls) {
         std::set<I18NString> names;
-        for (I18NString const& shownAs : {cls, TagOf(cls), I18NString("queryItem")}) {
-            RequestedParts::Properties const asked = m_question.request.PropertiesOf(shownAs);
+        for (I18NString const& shownAs : {cls, tagOf(cls), I18NString("queryItem")}) {
+            RequestedParts::Properties const asked = m_question.request.propertiesOf(shownAs);
             names.insert(asked.names.begin(), asked.names.end());
             if (asked.all) {
                 names.insert("ID");
@@ -93,37 +93,37 @@ private:
         return names;
     }
 
-    std::size_t Length(VEX_HANDLE element, I18NString const& property) const {
+    std::size_t length(VEX_HANDLE element, I18NString const& property) const {
         I18NString value;
         VexObject(VexObject(element).GetPropertyByName(property, &m_question.locale))
             .GetValue(value, true);
         return static_cast<std::size_t>(value.length());
     }
 
-    static I18NString TagOf(I18NString const& cls) {
+    static I18NString tagOf(I18NString const& cls) {
         return cls == resources::getString(resources::Namespace)
                    ? resources::getString(resources::Folder)
                    : cls;
     }
 
-    Size SizeOf(Own const& own, std::size_t pathLength) const {
+    Size sizeOf(Own const& own, std::size_t pathLength) const {
         return {1, elementBytes + own.bytes + own.paths * bytesOfCharacter * pathLength};
     }
 
-    Size Count(Number number, long level, std::size_t pathLength) {
+    Size count(Number number, long level, std::size_t pathLength) {
         ++m_steps;
-        Own const own = OwnOf(number);
+        Own const own = ownOf(number);
         pathLength += own.nameLength + pathBrackets;
         if (own.cls == resources::getString(resources::Shortcut)) {
-            return CountShortcut(number, level, pathLength);
+            return countShortcut(number, level, pathLength);
         }
-        Size const itself = SizeOf(own, pathLength);
+        Size const itself = sizeOf(own, pathLength);
         bool const isLast = m_depth != 0 && level >= m_depth;
         bool const mayMakeRoom = m_question.viewsMayHide && level > 1;
         if (isLast && !mayMakeRoom) {
             return itself;
         }
-        Size members = CountMembers(number, TagOf(own.cls), false, level, pathLength);
+        Size members = countMembers(number, tagOf(own.cls), false, level, pathLength);
         if (isLast) { // it is shown, or its members are
             return larger(itself, members);
         }
@@ -133,36 +133,36 @@ private:
 
     /// Shown as its target, with its own name; without a depth, not expanded
     /// inside its own expansion.
-    Size CountShortcut(Number number, long level, std::size_t pathLength) {
-        ExpansionGraph::Shortcut const* const shortcut = m_graph.FindShortcut(number);
+    Size countShortcut(Number number, long level, std::size_t pathLength) {
+        ExpansionGraph::Shortcut const* const shortcut = m_graph.findShortcut(number);
         if (shortcut == nullptr) {
             return {};
         }
         Number const target = shortcut->targets.back();
-        Own const shown = OwnOf(target);
+        Own const shown = ownOf(target);
         // A value may be written again for a property that has none.
-        Size size = SizeOf(shown, pathLength);
-        Size const own = SizeOf(OwnOf(number), pathLength);
+        Size size = sizeOf(shown, pathLength);
+        Size const own = sizeOf(ownOf(number), pathLength);
         size.bytes += own.bytes + size.bytes;
         bool const isUnderWay = std::find(m_path.begin(), m_path.end(), number) != m_path.end();
         if (m_depth == 0 ? !isUnderWay : level < m_depth) {
             m_path.push_back(number);
-            size.Add(CountMembers(target, shown.cls, true, level, pathLength));
+            size.Add(countMembers(target, shown.cls, true, level, pathLength));
             m_path.pop_back();
         }
         return size;
     }
 
-    Size CountMembers(Number of, I18NString const& cls, bool literally, long level,
+    Size countMembers(Number of, I18NString const& cls, bool literally, long level,
                       std::size_t pathLength) {
         Size all;
-        for (Number const member : m_graph.Children(of)) {
-            if (IsStopped() || level >= deepestLevel) {
+        for (Number const member : m_graph.children(of)) {
+            if (isStopped() || level >= deepestLevel) {
                 break; // an answer ends here, too
             }
-            std::size_t const times = Times(cls, OwnOf(member).cls, literally);
+            std::size_t const times = Times(cls, ownOf(member).cls, literally);
             if (times != 0) {
-                all.Add(Count(member, level + 1, pathLength), times);
+                all.Add(count(member, level + 1, pathLength), times);
             }
         }
         return all;
@@ -171,7 +171,7 @@ private:
     std::size_t Times(I18NString const& cls, I18NString const& collection, bool literally) {
         auto const [known, isNew] = m_times.try_emplace({cls, {collection, literally}}, 0);
         if (isNew) {
-            known->second = m_question.request.TimesThrough(cls, collection, literally);
+            known->second = m_question.request.timesThrough(cls, collection, literally);
         }
         return known->second;
     }
@@ -187,9 +187,9 @@ private:
 
 bool hasName(Model const& model, VEX_HANDLE element, I18NLocale locale, I18NString const& name) {
     I18NString const& key = resources::getString(resources::Name);
-    std::vector<I18NLocale> locales = model.Locales();
+    std::vector<I18NLocale> locales = model.locales();
     locales.push_back(locale);
-    locales.push_back(model.DefaultLocale());
+    locales.push_back(model.defaultLocale());
     return std::any_of(locales.begin(), locales.end(), [&](I18NLocale each) {
         I18NString value;
         VexObject(VexObject(element).GetPropertyByName(key, &each)).GetValue(value, true);
@@ -209,7 +209,7 @@ std::vector<ExpansionGraph::Number> findStarts(Model const& model, ExpansionGrap
     I18NString const last(names.back());
     std::vector<ExpansionGraph::Number> starts;
     for (ExpansionGraph::Number number = 0; number < graph.Size(); ++number) {
-        VEX_HANDLE const element = graph.Element(number);
+        VEX_HANDLE const element = graph.element(number);
         if (!hasName(model, element, locale, last)) {
             continue;
         }
@@ -219,7 +219,7 @@ std::vector<ExpansionGraph::Number> findStarts(Model const& model, ExpansionGrap
         Vex_Handle_Collection beside;
         VexObject(VexObject(element).GetParent()).childObjects(beside, &cls, nullptr);
         if (beside.size() != 0) {
-            starts.push_back(graph.NumberOf(beside[0]));
+            starts.push_back(graph.numberOf(beside[0]));
         }
     }
     return starts;
@@ -240,32 +240,32 @@ std::size_t pathLengthTo(VEX_HANDLE element, I18NLocale locale) {
 
 AnswerEstimate estimateAnswer(Model const& model, EstimateQuestion const& question) {
     RequestedParts const& request = question.request;
-    std::size_t const localeCount = model.Locales().size();
-    std::size_t const outer = 2 + request.SettingCount() * (1 + localeCount);
-    if (request.IsAboutPackage()) {
+    std::size_t const localeCount = model.locales().size();
+    std::size_t const outer = 2 + request.settingCount() * (1 + localeCount);
+    if (request.isAboutPackage()) {
         return {outer + 1, documentBytes, false};
     }
     AnswerCount count(model, question);
     std::vector<ExpansionGraph::Number> starts;
-    std::vector<I18NString> const asked = request.Starts();
+    std::vector<I18NString> const asked = request.starts();
     for (I18NString const& start : asked) {
-        auto const more = findStarts(model, count.Graph(), question.locale, start);
+        auto const more = findStarts(model, count.graph(), question.locale, start);
         starts.insert(starts.end(), more.begin(), more.end());
     }
     Vex_Handle_Collection namespaces;
     VexObject(model.GetRootObject())
         .getElementsByTagName(resources::getString(resources::Namespace), namespaces);
     if (asked.empty() && namespaces.size() != 0) {
-        starts.push_back(count.Graph().NumberOf(namespaces[0]));
+        starts.push_back(count.graph().numberOf(namespaces[0]));
     }
     Size tree;
     for (ExpansionGraph::Number const start : starts) {
-        tree = larger(tree, count.CountFrom(start, pathLengthTo(count.Graph().Element(start),
+        tree = larger(tree, count.countFrom(start, pathLengthTo(count.graph().element(start),
                                                                 question.locale)));
     }
     return {outer + tree.elements,
             documentBytes + outer * (elementBytes + attributeBytes) + tree.bytes,
-            count.IsStopped()};
+            count.isStopped()};
 }
 
 } // namespace vex

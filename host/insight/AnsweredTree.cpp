@@ -30,7 +30,7 @@ public:
     AnswerMatch(Model const& model, I18NLocale const& locale, TreeQuestion const& question)
         : m_model(model), m_locale(locale), m_question(question), m_listed(question.collections),
           m_listedOfNamespaces(question.collections) {
-        if (question.GoesIntoEveryCollection() && !question.start.empty()) {
+        if (question.goesIntoEveryCollection() && !question.start.empty()) {
             for (std::string_view const collection : collectionsOnThePath) {
                 m_listedOfNamespaces.push_back(
                     I18NString::fromUtf8(collection.substr(collection.find('/') + 1)));
@@ -42,29 +42,29 @@ public:
         }
     }
 
-    AnsweredTree Match(KRLIDOM_Element const& response) {
+    AnsweredTree match(KRLIDOM_Element const& response) {
         Elements roots(firstElementFrom(response.getFirstChild())); // in "Result"
-        if (roots.Next().isNull()) {
+        if (roots.next().isNull()) {
             return {}; // nothing was written: the start has nothing to show
         }
-        KRLIDOM_Element const root(roots.Next());
-        roots.Take();
-        VEX_HANDLE const start = m_model.FindById(root.getAttribute("ID"));
+        KRLIDOM_Element const root(roots.next());
+        roots.take();
+        VEX_HANDLE const start = m_model.findById(root.getAttribute("ID"));
         if (!start.IsNotNull()) {
             throw HostException("the tree starts at an object without an id; give it one");
         }
         Place const place{root.getAttribute("_path"), AnsweredObject::None, 1, false, nullptr};
         Elements members(root);
         if (root.getAttribute(m_question.marker).empty()) {
-            std::size_t const entry = Add(start, WrittenFate(start, place), place);
-            if (Descends(place.level)) {
-                Members(start, MembersPlace(place, place.path, entry), members);
+            std::size_t const entry = Add(start, writtenFate(start, place), place);
+            if (descends(place.level)) {
+                Members(start, membersPlace(place, place.path, entry), members);
             }
         } else {
-            ExpandStart(ShortcutTo(start, root.getAttribute("name")), start, place, members);
+            expandStart(shortcutTo(start, root.getAttribute("name")), start, place, members);
         }
-        RefuseRest(members);
-        RefuseRest(roots);
+        refuseRest(members);
+        refuseRest(roots);
         return std::move(m_tree);
     }
 
@@ -74,8 +74,8 @@ private:
     public:
         explicit Elements(KRLIDOM_Node const& parent)
             : m_next(firstElementFrom(parent.getFirstChild())) {}
-        KRLIDOM_Node const& Next() const { return m_next; }
-        void Take() { m_next = firstElementFrom(m_next.getNextSibling()); }
+        KRLIDOM_Node const& next() const { return m_next; }
+        void take() { m_next = firstElementFrom(m_next.getNextSibling()); }
 
     private:
         KRLIDOM_Node m_next;
@@ -98,7 +98,7 @@ private:
 
     /// The shortcut that a tree starts at, which the answer tells by its target
     /// and its name.
-    VEX_HANDLE ShortcutTo(VEX_HANDLE target, I18NString const& name) const {
+    VEX_HANDLE shortcutTo(VEX_HANDLE target, I18NString const& name) const {
         Vex_Handle_Collection shortcuts;
         VexObject(m_model.GetRootObject()).getElementsByTagName(shortcutClass, shortcuts);
         for (VEX_HANDLE const shortcut : shortcuts) {
@@ -110,28 +110,28 @@ private:
                             name.toUtf8());
     }
 
-    void ExpandStart(VEX_HANDLE shortcut, VEX_HANDLE target, Place const& place,
+    void expandStart(VEX_HANDLE shortcut, VEX_HANDLE target, Place const& place,
                      Elements& elements) {
-        std::size_t const entry = Add(shortcut, WrittenFate(shortcut, place), place);
+        std::size_t const entry = Add(shortcut, writtenFate(shortcut, place), place);
         m_tree[entry].target = target;
-        if (Descends(place.level)) {
+        if (descends(place.level)) {
             Expansion const expansion{shortcut, nullptr};
-            MembersBehind(target, {place.path, entry, place.level + 1, true, &expansion}, elements);
+            membersBehind(target, {place.path, entry, place.level + 1, true, &expansion}, elements);
         }
     }
 
-    static Place MembersPlace(Place const& place, I18NString const& path, std::size_t entry) {
+    static Place membersPlace(Place const& place, I18NString const& path, std::size_t entry) {
         return {path, entry, place.level + 1, place.behindShortcut, place.expansion};
     }
 
-    bool Descends(int level) const { return m_question.depth == 0 || level < m_question.depth; }
+    bool descends(int level) const { return m_question.depth == 0 || level < m_question.depth; }
 
     std::size_t Add(VEX_HANDLE object, ObjectFate fate, Place const& place) {
         m_tree.push_back({object, VEX_HANDLE(), fate, place.container, place.behindShortcut});
         return m_tree.size() - 1;
     }
 
-    bool IsLost(Place const& place) const {
+    bool isLost(Place const& place) const {
         if (place.container == AnsweredObject::None) {
             return false;
         }
@@ -140,8 +140,8 @@ private:
     }
 
     /// The fate of an object unless the answer left it out.
-    ObjectFate WrittenFate(VEX_HANDLE object, Place const& place) const {
-        if (IsLost(place)) {
+    ObjectFate writtenFate(VEX_HANDLE object, Place const& place) const {
+        if (isLost(place)) {
             return ObjectFate::WithItsContainer;
         }
         return nameIn(m_locale, object).empty() ? ObjectFate::WithoutName : ObjectFate::Written;
@@ -150,13 +150,13 @@ private:
     void Members(VEX_HANDLE object, Place const& place, Elements& elements) {
         Vex_Handle_Collection children;
         VexObject(object).childObjects(children, nullptr, nullptr);
-        for (I18NString const& name : CollectionsIn(children)) {
+        for (I18NString const& name : collectionsIn(children)) {
             for (VEX_HANDLE const child : children) {
                 if (classOf(child) != name) {
                     continue;
                 }
                 if (name == shortcutClass) {
-                    Shortcut(child, place, PathOf(child, place), elements);
+                    Shortcut(child, place, pathOf(child, place), elements);
                 } else {
                     Object(child, place, elements);
                 }
@@ -166,7 +166,7 @@ private:
 
     /// The members of a shortcut's target. A shortcut among them has the path
     /// of the one that it was reached through.
-    void MembersBehind(VEX_HANDLE target, Place const& place, Elements& elements) {
+    void membersBehind(VEX_HANDLE target, Place const& place, Elements& elements) {
         Vex_Handle_Collection children;
         VexObject(target).childObjects(children, nullptr, nullptr);
         for (I18NString const& name :
@@ -184,8 +184,8 @@ private:
         }
     }
 
-    std::vector<I18NString> CollectionsIn(Vex_Handle_Collection const& children) const {
-        if (!m_question.GoesIntoEveryCollection()) {
+    std::vector<I18NString> collectionsIn(Vex_Handle_Collection const& children) const {
+        if (!m_question.goesIntoEveryCollection()) {
             return m_listed;
         }
         std::vector<I18NString> names;
@@ -198,58 +198,58 @@ private:
         return names;
     }
 
-    I18NString PathOf(VEX_HANDLE object, Place const& place) const {
+    I18NString pathOf(VEX_HANDLE object, Place const& place) const {
         // A "]" in the name is not doubled in answers.
         return place.path + ".[" + nameIn(m_locale, object) + "]";
     }
 
     void Object(VEX_HANDLE object, Place const& place, Elements& elements) {
-        I18NString const path = PathOf(object, place);
-        KRLIDOM_Element const next(elements.Next());
+        I18NString const path = pathOf(object, place);
+        KRLIDOM_Element const next(elements.next());
         bool const isWritten = !next.isNull() && next.getTagName() == tagFor(classOf(object)) &&
                                next.getAttribute("ID") == idOf(object) &&
                                next.getAttribute("_path") == path &&
                                next.getAttribute(m_question.marker).empty();
-        ObjectFate fate = WrittenFate(object, place);
+        ObjectFate fate = writtenFate(object, place);
         if (fate == ObjectFate::Written && !isWritten) {
             fate = ObjectFate::LeftOut;
         }
-        Place const members = MembersPlace(place, path, Add(object, fate, place));
+        Place const members = membersPlace(place, path, Add(object, fate, place));
         if (!isWritten) {
             Members(object, members, elements);
             return;
         }
-        elements.Take();
+        elements.take();
         Elements inside(next);
-        if (Descends(place.level)) {
+        if (descends(place.level)) {
             Members(object, members, inside);
         }
-        RefuseRest(inside);
+        refuseRest(inside);
     }
 
     void Shortcut(VEX_HANDLE shortcut, Place const& place, I18NString const& path,
                   Elements& elements) {
-        KRLIDOM_Element const next(elements.Next());
+        KRLIDOM_Element const next(elements.next());
         VEX_HANDLE const target = targetOf(m_model, shortcut);
         if (next.isNull() || next.getAttribute(m_question.marker).empty() ||
             next.getAttribute("_path") != path) {
             Add(shortcut,
-                IsLost(place) ? ObjectFate::WithItsContainer : ObjectFate::NothingToStandFor,
+                isLost(place) ? ObjectFate::WithItsContainer : ObjectFate::NothingToStandFor,
                 place);
             return;
         }
-        elements.Take();
-        std::size_t const entry = Add(shortcut, WrittenFate(shortcut, place), place);
+        elements.take();
+        std::size_t const entry = Add(shortcut, writtenFate(shortcut, place), place);
         m_tree[entry].target = target;
         Elements inside(next);
-        if (Descends(place.level) && !(m_question.depth == 0 && IsUnderWay(place, shortcut))) {
+        if (descends(place.level) && !(m_question.depth == 0 && isUnderWay(place, shortcut))) {
             Expansion const expansion{shortcut, place.expansion};
-            MembersBehind(target, {path, entry, place.level + 1, true, &expansion}, inside);
+            membersBehind(target, {path, entry, place.level + 1, true, &expansion}, inside);
         }
-        RefuseRest(inside);
+        refuseRest(inside);
     }
 
-    static bool IsUnderWay(Place const& place, VEX_HANDLE shortcut) {
+    static bool isUnderWay(Place const& place, VEX_HANDLE shortcut) {
         for (Expansion const* at = place.expansion; at != nullptr; at = at->outer) {
             if (at->shortcut == shortcut) {
                 return true;
@@ -258,9 +258,9 @@ private:
         return false;
     }
 
-    static void RefuseRest(Elements const& elements) {
-        if (!elements.Next().isNull()) {
-            KRLIDOM_Element const rest(elements.Next());
+    static void refuseRest(Elements const& elements) {
+        if (!elements.next().isNull()) {
+            KRLIDOM_Element const rest(elements.next());
             throw HostException("the answer does not follow the model at the element " +
                                 rest.getTagName().toUtf8() + " " +
                                 rest.getAttribute("_path").toUtf8());
@@ -279,7 +279,7 @@ private:
 
 AnsweredTree matchAnswer(Model const& model, I18NLocale const& locale, TreeQuestion const& question,
                          KRLIDOM_Element const& response) {
-    return AnswerMatch(model, locale, question).Match(response);
+    return AnswerMatch(model, locale, question).match(response);
 }
 
 } // namespace vex

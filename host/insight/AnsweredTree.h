@@ -33,7 +33,7 @@ struct AnsweredObject {
 /// that asks for nothing else.
 using AnsweredTree = std::vector<AnsweredObject>;
 
-/// Matches an answer to `question.MakeRequest()`. Raises `HostException` when it
+/// Matches an answer to `question.makeRequest()`. Raises `HostException` when it
 /// holds something that the model does not explain, or starts at an object
 /// without an id.
 AnsweredTree matchAnswer(Model const& model, I18NLocale const& locale, TreeQuestion const& question,

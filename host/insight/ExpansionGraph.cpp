@@ -10,10 +10,10 @@ constexpr char const* targetProperty = "refobj";
 } // namespace
 
 ExpansionGraph::ExpansionGraph(Model const& model)
-    : m_model(model), m_children(model.ElementCount()) {
-    m_numbers.reserve(model.ElementCount());
-    for (Number number = 0; number < model.ElementCount(); ++number) {
-        VEX_HANDLE const element = model.GetElement(number);
+    : m_model(model), m_children(model.elementCount()) {
+    m_numbers.reserve(model.elementCount());
+    for (Number number = 0; number < model.elementCount(); ++number) {
+        VEX_HANDLE const element = model.getElement(number);
         m_numbers.emplace(element, number);
         auto const parent = m_numbers.find(VexObject(element).GetParent());
         if (parent != m_numbers.end()) {
@@ -43,20 +43,20 @@ ExpansionGraph::ExpansionGraph(Model const& model)
     }
 }
 
-ExpansionGraph::Shortcut const* ExpansionGraph::FindShortcut(Number number) const {
+ExpansionGraph::Shortcut const* ExpansionGraph::findShortcut(Number number) const {
     auto const place = m_shortcutPlaces.find(number);
     return place == m_shortcutPlaces.end() ? nullptr : &m_shortcuts[place->second];
 }
 
-std::size_t ExpansionGraph::WayCount(Number number) const {
-    Shortcut const* const shortcut = FindShortcut(number);
+std::size_t ExpansionGraph::wayCount(Number number) const {
+    Shortcut const* const shortcut = findShortcut(number);
     return m_children[number].size() + (shortcut == nullptr ? 0 : shortcut->targets.size());
 }
 
-ExpansionGraph::Number ExpansionGraph::Way(Number number, std::size_t index) const {
+ExpansionGraph::Number ExpansionGraph::way(Number number, std::size_t index) const {
     std::vector<Number> const& children = m_children[number];
     return index < children.size() ? children[index]
-                                   : FindShortcut(number)->targets[index - children.size()];
+                                   : findShortcut(number)->targets[index - children.size()];
 }
 
 } // namespace vex

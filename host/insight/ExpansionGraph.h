@@ -15,24 +15,24 @@ public:
     explicit ExpansionGraph(Model const& model);
 
     std::size_t Size() const { return m_children.size(); }
-    VEX_HANDLE Element(Number number) const { return m_model.GetElement(number); }
+    VEX_HANDLE element(Number number) const { return m_model.getElement(number); }
     /// Raises `std::out_of_range` for a handle that is no element of the model.
-    Number NumberOf(VEX_HANDLE element) const { return m_numbers.at(element); }
+    Number numberOf(VEX_HANDLE element) const { return m_numbers.at(element); }
 
-    std::vector<Number> const& Children(Number number) const { return m_children[number]; }
+    std::vector<Number> const& children(Number number) const { return m_children[number]; }
 
     struct Shortcut {
         Number number;
         std::vector<Number> targets; // those that exist, in document order
     };
     /// In document order.
-    std::vector<Shortcut> const& Shortcuts() const { return m_shortcuts; }
+    std::vector<Shortcut> const& shortcuts() const { return m_shortcuts; }
     /// Null for what is no shortcut with a target.
-    Shortcut const* FindShortcut(Number number) const;
+    Shortcut const* findShortcut(Number number) const;
 
     /// The ways on: to the children, then to the targets.
-    std::size_t WayCount(Number number) const;
-    Number Way(Number number, std::size_t index) const;
+    std::size_t wayCount(Number number) const;
+    Number way(Number number, std::size_t index) const;
 
 private:
     Model const& m_model;

@@ -59,7 +59,7 @@ public:
     LeakScan(Model const& model, std::function<bool(VEX_HANDLE)> const& canSee)
         : m_model(model), m_canSee(canSee) {}
 
-    void ScanProperties(VEX_HANDLE object, VEX_HANDLE owner) {
+    void scanProperties(VEX_HANDLE object, VEX_HANDLE owner) {
         Vex_Handle_Collection properties;
         VexObject(owner).Properties(properties, nullptr, nullptr, false);
         for (VEX_HANDLE const property : properties) {
@@ -68,18 +68,18 @@ public:
             }
             I18NString const name = classOf(property); // of a property: its name
             m_firstOfProperty = m_found.size();
-            ScanValue(object, name, property);
-            for (I18NLocale const& locale : m_model.Locales()) {
-                ScanValue(object, name, VexObject(owner).GetPropertyByName(name, &locale));
+            scanValue(object, name, property);
+            for (I18NLocale const& locale : m_model.locales()) {
+                scanValue(object, name, VexObject(owner).GetPropertyByName(name, &locale));
             }
-            ScanProperties(object, property);
+            scanProperties(object, property);
         }
     }
 
-    std::vector<Leak> Take() { return std::move(m_found); }
+    std::vector<Leak> take() { return std::move(m_found); }
 
 private:
-    void ScanValue(VEX_HANDLE object, I18NString const& property, VEX_HANDLE valueHolder) {
+    void scanValue(VEX_HANDLE object, I18NString const& property, VEX_HANDLE valueHolder) {
         I18NString text;
         if (!VexObject(valueHolder).GetValue(text, true)) {
             return;
@@ -122,9 +122,9 @@ std::vector<Leak> findLeaks(Model const& model, std::vector<VEX_HANDLE> const& v
                             std::function<bool(VEX_HANDLE)> const& canSee) {
     LeakScan scan(model, canSee);
     for (VEX_HANDLE const object : visible) {
-        scan.ScanProperties(object, object);
+        scan.scanProperties(object, object);
     }
-    return scan.Take();
+    return scan.take();
 }
 
 } // namespace vex

@@ -18,7 +18,7 @@ std::set<I18NString> rolesOfViews(Model const& model) {
     std::set<I18NString> roles;
     for (VEX_HANDLE const member : members) {
         roles.insert(
-            ModelFindings::ValueOf(member, resources::getString(resources::MemberRole), nullptr));
+            ModelFindings::valueOf(member, resources::getString(resources::MemberRole), nullptr));
     }
     roles.erase(I18NString());
     return roles;

@@ -12,35 +12,35 @@ std::string inQuotes(I18NString const& text) {
 }
 
 void ModelFindings::Add(RuleName rule, VEX_HANDLE element, std::string text) {
-    DocumentPosition const at = m_model.FindPosition(element).value_or(DocumentPosition{});
+    DocumentPosition const at = m_model.findPosition(element).value_or(DocumentPosition{});
     m_found.push_back(finding(rule, m_file, at.line, at.column, std::move(text)));
 }
 
-Vex_Handle_Collection ModelFindings::ElementsOf(I18NString const& tag) const {
-    return ElementsBelow(m_model.GetRootObject(), tag);
+Vex_Handle_Collection ModelFindings::elementsOf(I18NString const& tag) const {
+    return elementsBelow(m_model.GetRootObject(), tag);
 }
 
-Vex_Handle_Collection ModelFindings::ElementsBelow(VEX_HANDLE element, I18NString const& tag) {
+Vex_Handle_Collection ModelFindings::elementsBelow(VEX_HANDLE element, I18NString const& tag) {
     Vex_Handle_Collection found;
     VexObject(element).getElementsByTagName(tag, found);
     return found;
 }
 
-I18NString ModelFindings::ValueOf(VEX_HANDLE element, I18NString const& property,
+I18NString ModelFindings::valueOf(VEX_HANDLE element, I18NString const& property,
                                   I18NLocale const* locale) {
     I18NString value;
     VexObject(VexObject(element).GetPropertyByName(property, locale)).GetValue(value, true);
     return value;
 }
 
-std::string ModelFindings::NameOf(VEX_HANDLE element) const {
+std::string ModelFindings::nameOf(VEX_HANDLE element) const {
     return inQuotes(
-        ValueOf(element, resources::getString(resources::Name), &m_model.DefaultLocale()));
+        valueOf(element, resources::getString(resources::Name), &m_model.defaultLocale()));
 }
 
-std::string ModelFindings::Describe(VEX_HANDLE element) const {
+std::string ModelFindings::describe(VEX_HANDLE element) const {
     I18NString text;
-    if (m_model.GetReference(element, text)) {
+    if (m_model.getReference(element, text)) {
         return text.toUtf8();
     }
     if (VexObject(element).GetId(text)) {

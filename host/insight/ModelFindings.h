@@ -11,23 +11,23 @@ public:
     ModelFindings(Model const& model, std::string const& file, Diagnostics& found)
         : m_model(model), m_file(file), m_found(found) {}
 
-    Model const& GetModel() const { return m_model; }
+    Model const& getModel() const { return m_model; }
 
     void Add(RuleName rule, VEX_HANDLE element, std::string text);
 
     /// The elements of a class in the model, or below an element.
-    Vex_Handle_Collection ElementsOf(I18NString const& tag) const;
-    static Vex_Handle_Collection ElementsBelow(VEX_HANDLE element, I18NString const& tag);
+    Vex_Handle_Collection elementsOf(I18NString const& tag) const;
+    static Vex_Handle_Collection elementsBelow(VEX_HANDLE element, I18NString const& tag);
 
     /// A property's value as a locale finds it; null finds the unlocalised or
     /// default one. "" when there is none.
-    static I18NString ValueOf(VEX_HANDLE element, I18NString const& property,
+    static I18NString valueOf(VEX_HANDLE element, I18NString const& property,
                               I18NLocale const* locale);
 
     /// The element's name in the model's default locale, in quotes.
-    std::string NameOf(VEX_HANDLE element) const;
+    std::string nameOf(VEX_HANDLE element) const;
     /// Its reference, else its id, else its class.
-    std::string Describe(VEX_HANDLE element) const;
+    std::string describe(VEX_HANDLE element) const;
 
 private:
     Model const& m_model;

@@ -20,27 +20,27 @@ using Members = std::vector<VEX_HANDLE>;
 class PairingCheck {
 public:
     explicit PairingCheck(ModelFindings& findings)
-        : m_findings(findings), m_locales(findings.GetModel().Locales()) {}
+        : m_findings(findings), m_locales(findings.getModel().locales()) {}
 
-    void Check(Members const& members) {
+    void check(Members const& members) {
         std::set<I18NString> pairs;
         for (std::size_t place = 0; place < std::min(members.size(), m_locales.size()); ++place) {
-            pairs.insert(NameOf(members[place], m_locales[place]));
+            pairs.insert(nameOf(members[place], m_locales[place]));
         }
         pairs.erase(I18NString());
         for (std::size_t index = 1; index < members.size() && !pairs.empty(); ++index) {
-            CheckMember(members[0], members[index], pairs);
+            checkMember(members[0], members[index], pairs);
         }
     }
 
 private:
-    void CheckMember(VEX_HANDLE first, VEX_HANDLE member, std::set<I18NString> const& pairs) {
-        I18NLocale const fallback = m_findings.GetModel().DefaultLocale();
-        I18NString const firstName = NameOf(first, fallback);
+    void checkMember(VEX_HANDLE first, VEX_HANDLE member, std::set<I18NString> const& pairs) {
+        I18NLocale const fallback = m_findings.getModel().defaultLocale();
+        I18NString const firstName = nameOf(first, fallback);
         std::string caught;
         for (I18NLocale const locale : m_locales) {
-            I18NString const name = NameOf(member, locale);
-            bool const isOwn = name == firstName || name == NameOf(first, locale);
+            I18NString const name = nameOf(member, locale);
+            bool const isOwn = name == firstName || name == nameOf(first, locale);
             if (pairs.count(name) != 0 && !isOwn) { // two of one name are another matter
                 caught += (caught.empty() ? "" : ", ") + inQuotes(name) + " (" +
                           locale.getName().toUtf8() + ')';
@@ -49,17 +49,17 @@ private:
         if (caught.empty()) {
             return;
         }
-        I18NString const name = NameOf(member, fallback);
+        I18NString const name = nameOf(member, fallback);
         bool const hasWay = !name.empty() && pairs.count(name) == 0;
         m_findings.Add("unreachable-by-path", member,
                        "a start path with the name " + caught + " leads to " +
-                           m_findings.NameOf(first) + ", the first beside it; " +
+                           m_findings.nameOf(first) + ", the first beside it; " +
                            (hasWay ? "paths reach it by " + inQuotes(name)
                                    : "no path reaches it, references do"));
     }
 
-    static I18NString NameOf(VEX_HANDLE element, I18NLocale locale) {
-        return ModelFindings::ValueOf(element, resources::getString(resources::Name), &locale);
+    static I18NString nameOf(VEX_HANDLE element, I18NLocale locale) {
+        return ModelFindings::valueOf(element, resources::getString(resources::Name), &locale);
     }
 
     ModelFindings& m_findings;
@@ -70,11 +70,11 @@ private:
 
 void checkNames(ModelFindings& findings) {
     PairingCheck check(findings);
-    Model const& model = findings.GetModel();
-    for (std::size_t index = 1; index < model.ElementCount(); ++index) {
-        VEX_HANDLE const element = model.GetElement(index);
+    Model const& model = findings.getModel();
+    for (std::size_t index = 1; index < model.elementCount(); ++index) {
+        VEX_HANDLE const element = model.getElement(index);
         I18NString reference;
-        if (!model.GetReference(element, reference)) {
+        if (!model.getReference(element, reference)) {
             continue; // paths lead to what stands in namespaces
         }
         Vex_Handle_Collection children;
@@ -86,7 +86,7 @@ void checkNames(ModelFindings& findings) {
             members[cls].push_back(child);
         }
         for (auto const& [cls, ofClass] : members) {
-            check.Check(ofClass);
+            check.check(ofClass);
         }
     }
 }

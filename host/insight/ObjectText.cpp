@@ -74,7 +74,7 @@ std::string idAndName(VEX_HANDLE object, I18NLocale const& locale) {
 I18NString keyOf(Model const& model, VEX_HANDLE object) {
     I18NString key = idOf(object);
     if (key.empty()) {
-        model.GetReference(object, key);
+        model.getReference(object, key);
     }
     return key;
 }

@@ -30,7 +30,7 @@ std::string describeObject(VEX_HANDLE object, I18NLocale const& locale);
 /// The same without the class: "v2 Clerks".
 std::string idAndName(VEX_HANDLE object, I18NLocale const& locale);
 
-/// The id, else the reference, else "": what `HostSession::FindObject` finds it
+/// The id, else the reference, else "": what `HostSession::findObject` finds it
 /// by.
 I18NString keyOf(Model const& model, VEX_HANDLE object);
 

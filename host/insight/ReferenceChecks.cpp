@@ -38,11 +38,11 @@ public:
     };
 
     explicit SharedReferences(ModelFindings const& findings) {
-        Model const& model = findings.GetModel();
-        for (std::size_t index = 0; index < model.ElementCount(); ++index) {
-            VEX_HANDLE const element = model.GetElement(index);
+        Model const& model = findings.getModel();
+        for (std::size_t index = 0; index < model.elementCount(); ++index) {
+            VEX_HANDLE const element = model.getElement(index);
             I18NString reference;
-            if (findings.NameOf(element) == emptyName || !model.GetReference(element, reference)) {
+            if (findings.nameOf(element) == emptyName || !model.getReference(element, reference)) {
                 continue; // nothing without a name is asked for by reference
             }
             VEX_HANDLE const first = model.GetObjectByReference(reference, 0);
@@ -54,7 +54,7 @@ public:
     }
 
     std::vector<Second> const& Seconds() const { return m_seconds; }
-    bool IsFirst(VEX_HANDLE object) const { return m_firsts.count(object.Number()) != 0; }
+    bool isFirst(VEX_HANDLE object) const { return m_firsts.count(object.Number()) != 0; }
 
 private:
     std::vector<Second> m_seconds;
@@ -63,14 +63,14 @@ private:
 
 void checkTarget(ModelFindings& findings, SharedReferences const& shared, VEX_HANDLE shortcut,
                  I18NString const& reference) {
-    VEX_HANDLE const target = findings.GetModel().GetObjectByReference(reference, 0);
+    VEX_HANDLE const target = findings.getModel().GetObjectByReference(reference, 0);
     std::string const points =
-        inQuotes(reference) + " that the shortcut " + findings.NameOf(shortcut) + " points to";
+        inQuotes(reference) + " that the shortcut " + findings.nameOf(shortcut) + " points to";
     if (!target.IsNotNull()) {
         findings.Add("dangling-refobj", shortcut, "no object has the reference " + points);
         return;
     }
-    if (shared.IsFirst(target)) {
+    if (shared.isFirst(target)) {
         findings.Add("ambiguous-refobj", shortcut,
                      "several objects have the reference " + points + "; the first is taken");
     }
@@ -78,15 +78,15 @@ void checkTarget(ModelFindings& findings, SharedReferences const& shared, VEX_HA
     VexObject(target).GetName(cls);
     if (cls == resources::getString(resources::Shortcut) && target != shortcut) {
         findings.Add("unreachable-shortcut-target", shortcut,
-                     "the shortcut " + findings.NameOf(shortcut) + " points to the shortcut " +
-                         findings.NameOf(target) +
+                     "the shortcut " + findings.nameOf(shortcut) + " points to the shortcut " +
+                         findings.nameOf(target) +
                          ", whose own target is not shown here; point to that one");
     }
 }
 
 void checkOneShortcut(ModelFindings& findings, SharedReferences const& shared,
                       VEX_HANDLE shortcut) {
-    std::string const name = findings.NameOf(shortcut);
+    std::string const name = findings.nameOf(shortcut);
     std::vector<I18NString> const references = referencesOf(shortcut);
     for (I18NString const& reference : references) {
         checkTarget(findings, shared, shortcut, reference);
@@ -110,9 +110,9 @@ void checkOneShortcut(ModelFindings& findings, SharedReferences const& shared,
 std::string cycleText(ModelFindings const& findings, EndlessShortcut const& endless) {
     std::string text;
     if (!endless.cycle.empty()) {
-        text = ": " + findings.Describe(endless.shortcut);
+        text = ": " + findings.describe(endless.shortcut);
         for (VEX_HANDLE const element : endless.cycle) {
-            text += " -> " + findings.Describe(element);
+            text += " -> " + findings.describe(element);
         }
     }
     return text;
@@ -123,7 +123,7 @@ std::string cycleText(ModelFindings const& findings, EndlessShortcut const& endl
 void checkShortcuts(ModelFindings& findings) {
     SharedReferences const shared(findings);
     for (SharedReferences::Second const& second : shared.Seconds()) {
-        auto const position = findings.GetModel().FindPosition(second.first);
+        auto const position = findings.getModel().findPosition(second.first);
         std::string text = "a second object has the reference " + second.reference.toUtf8();
         if (position) {
             text += ", which finds the one in line " + std::to_string(position->line);
@@ -131,12 +131,12 @@ void checkShortcuts(ModelFindings& findings) {
         findings.Add("duplicate-reference", second.object, text + "; rename one of them");
     }
     for (VEX_HANDLE const shortcut :
-         findings.ElementsOf(resources::getString(resources::Shortcut))) {
+         findings.elementsOf(resources::getString(resources::Shortcut))) {
         checkOneShortcut(findings, shared, shortcut);
     }
-    for (EndlessShortcut const& endless : findEndlessShortcuts(findings.GetModel())) {
+    for (EndlessShortcut const& endless : findEndlessShortcuts(findings.getModel())) {
         findings.Add("endless-shortcut", endless.shortcut,
-                     "the shortcut " + findings.NameOf(endless.shortcut) +
+                     "the shortcut " + findings.nameOf(endless.shortcut) +
                          " is met again inside its own target" + cycleText(findings, endless) +
                          "; its expansion is cut there");
     }

@@ -42,7 +42,7 @@ void RequestedParts::Read(KRLIDOM_Node const& element) {
     KRLIDOM_NamedNodeMap const attributes = element.getAttributes();
     for (std::size_t index = 0; index < attributes.getLength(); ++index) {
         KRLIDOM_Attr const attribute = attributes.item(index);
-        Take(element.getNodeName(), attribute.getName(), attribute.getValue());
+        take(element.getNodeName(), attribute.getName(), attribute.getValue());
     }
     for (KRLIDOM_Node child = element.getFirstChild(); !child.isNull();
          child = child.getNextSibling()) {
@@ -52,7 +52,7 @@ void RequestedParts::Read(KRLIDOM_Node const& element) {
     }
 }
 
-void RequestedParts::Take(I18NString const& tag, I18NString const& name, I18NString const& value) {
+void RequestedParts::take(I18NString const& tag, I18NString const& name, I18NString const& value) {
     if (tag == "Metadata" || tag == "Functions") {
         if (tag == "Functions") {
             m_options.try_emplace("function", "1");
@@ -64,12 +64,12 @@ void RequestedParts::Take(I18NString const& tag, I18NString const& name, I18NStr
     }
 }
 
-long RequestedParts::Depth() const {
+long RequestedParts::depth() const {
     auto const depth = m_options.find("Depth");
     return depth == m_options.end() ? 0 : std::strtol(depth->second.c_str(), nullptr, 10);
 }
 
-std::vector<I18NString> RequestedParts::Starts() const {
+std::vector<I18NString> RequestedParts::starts() const {
     std::vector<I18NString> starts;
     for (char const* const option : startOptions) {
         auto const start = m_options.find(option);
@@ -80,7 +80,7 @@ std::vector<I18NString> RequestedParts::Starts() const {
     return starts;
 }
 
-RequestedParts::Properties RequestedParts::PropertiesOf(I18NString const& cls) const {
+RequestedParts::Properties RequestedParts::propertiesOf(I18NString const& cls) const {
     Properties properties;
     for (I18NString const& prefix : prefixesOf(cls, "@")) {
         for (I18NString const& entry : m_properties) {
@@ -94,7 +94,7 @@ RequestedParts::Properties RequestedParts::PropertiesOf(I18NString const& cls) c
     return properties;
 }
 
-std::size_t RequestedParts::TimesThrough(I18NString const& cls, I18NString const& collection,
+std::size_t RequestedParts::timesThrough(I18NString const& cls, I18NString const& collection,
                                          bool literally) const {
     std::size_t times = 0;
     bool all = false;

@@ -19,12 +19,12 @@ public:
           m_group(graph.Size(), unseen) {
         for (Number start = 0; start < graph.Size(); ++start) {
             if (m_order[start] == unseen) {
-                Walk(start);
+                walk(start);
             }
         }
     }
 
-    bool SameGroup(Number a, Number b) const { return m_group[a] == m_group[b]; }
+    bool sameGroup(Number a, Number b) const { return m_group[a] == m_group[b]; }
 
 private:
     static constexpr Number unseen = std::numeric_limits<Number>::max();
@@ -33,30 +33,30 @@ private:
         std::size_t edge;
     };
 
-    void Walk(Number start) {
-        Enter(start);
+    void walk(Number start) {
+        enter(start);
         while (!m_path.empty()) {
             Number const at = m_path.back().number;
-            if (m_path.back().edge == m_graph.WayCount(at)) {
-                Leave(at);
+            if (m_path.back().edge == m_graph.wayCount(at)) {
+                leave(at);
                 continue;
             }
-            Number const next = m_graph.Way(at, m_path.back().edge++);
+            Number const next = m_graph.way(at, m_path.back().edge++);
             if (m_order[next] == unseen) {
-                Enter(next);
+                enter(next);
             } else if (m_group[next] == unseen) {
                 m_low[at] = std::min(m_low[at], m_order[next]);
             }
         }
     }
 
-    void Enter(Number number) {
+    void enter(Number number) {
         m_order[number] = m_low[number] = m_count++;
         m_open.push_back(number);
         m_path.push_back({number, 0});
     }
 
-    void Leave(Number number) {
+    void leave(Number number) {
         m_path.pop_back();
         if (!m_path.empty()) {
             Number const before = m_path.back().number;
@@ -102,9 +102,9 @@ public:
             if (at == shortcut) {
                 return Trace(shortcut);
             }
-            for (std::size_t way = 0; way < m_graph.WayCount(at); ++way, ++m_steps) {
-                Number const to = m_graph.Way(at, way);
-                if (m_turn[to] != m_count && m_reach.SameGroup(to, shortcut)) {
+            for (std::size_t way = 0; way < m_graph.wayCount(at); ++way, ++m_steps) {
+                Number const to = m_graph.way(at, way);
+                if (m_turn[to] != m_count && m_reach.sameGroup(to, shortcut)) {
                     m_turn[to] = m_count;
                     m_before[to] = at;
                     reached.push_back(to);
@@ -122,10 +122,10 @@ private:
         Number at = shortcut;
         do {
             Number const before = m_before[at];
-            ExpansionGraph::Shortcut const* const from = m_graph.FindShortcut(before);
+            ExpansionGraph::Shortcut const* const from = m_graph.findShortcut(before);
             bool const isTarget = from != nullptr && Holds(from->targets, at);
-            if (isTarget || m_graph.FindShortcut(at) != nullptr) {
-                cycle.push_back(m_graph.Element(at));
+            if (isTarget || m_graph.findShortcut(at) != nullptr) {
+                cycle.push_back(m_graph.element(at));
             }
             at = before;
         } while (at != shortcut);
@@ -152,12 +152,12 @@ std::vector<EndlessShortcut> findEndlessShortcuts(Model const& model) {
     MutualReach const reach(graph);
     WayBack way(graph, reach);
     std::vector<EndlessShortcut> endless;
-    for (ExpansionGraph::Shortcut const& shortcut : graph.Shortcuts()) {
+    for (ExpansionGraph::Shortcut const& shortcut : graph.shortcuts()) {
         auto const target = std::find_if(
             shortcut.targets.begin(), shortcut.targets.end(),
-            [&](ExpansionGraph::Number each) { return reach.SameGroup(shortcut.number, each); });
+            [&](ExpansionGraph::Number each) { return reach.sameGroup(shortcut.number, each); });
         if (target != shortcut.targets.end()) {
-            endless.push_back({graph.Element(shortcut.number), way.Find(shortcut.number, *target)});
+            endless.push_back({graph.element(shortcut.number), way.Find(shortcut.number, *target)});
         }
     }
     return endless;

@@ -10,8 +10,8 @@ namespace {
 /// none does.
 std::string localesWithout(Model const& model, VEX_HANDLE element, I18NString const& property) {
     std::string missing;
-    for (I18NLocale const locale : model.Locales()) {
-        if (ModelFindings::ValueOf(element, property, &locale).empty()) {
+    for (I18NLocale const locale : model.locales()) {
+        if (ModelFindings::valueOf(element, property, &locale).empty()) {
             missing += (missing.empty() ? "" : ", ") + locale.getName().toUtf8();
         }
     }
@@ -27,16 +27,16 @@ void checkElement(ModelFindings& findings, VEX_HANDLE element) {
         }
         I18NString name;
         VexObject(property).GetName(name);
-        std::string const missing = localesWithout(findings.GetModel(), element, name);
+        std::string const missing = localesWithout(findings.getModel(), element, name);
         if (missing.empty()) {
             continue;
         }
         if (name == resources::getString(resources::Name)) {
             findings.Add("untranslated-name", element,
-                         findings.NameOf(element) + " has no name in " + missing);
+                         findings.nameOf(element) + " has no name in " + missing);
         } else {
             findings.Add("untranslated-property", element,
-                         "the property " + inQuotes(name) + " of " + findings.NameOf(element) +
+                         "the property " + inQuotes(name) + " of " + findings.nameOf(element) +
                              " has no value in " + missing);
         }
     }
@@ -45,9 +45,9 @@ void checkElement(ModelFindings& findings, VEX_HANDLE element) {
 } // namespace
 
 void checkTranslations(ModelFindings& findings) {
-    Model const& model = findings.GetModel();
-    for (std::size_t index = 0; index < model.ElementCount(); ++index) {
-        checkElement(findings, model.GetElement(index));
+    Model const& model = findings.getModel();
+    for (std::size_t index = 0; index < model.elementCount(); ++index) {
+        checkElement(findings, model.getElement(index));
     }
 }
 

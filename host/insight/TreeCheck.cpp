@@ -49,7 +49,7 @@ public:
         }
     }
 
-    bool Has(VEX_HANDLE object) const { return m_entries.contains(object); }
+    bool has(VEX_HANDLE object) const { return m_entries.contains(object); }
 
     template <class Holds> AnsweredObject const* Find(VEX_HANDLE object, Holds const& holds) const {
         auto const [first, last] = m_entries.equal_range(object);
@@ -57,7 +57,7 @@ public:
             std::find_if(first, last, [&](auto const& entry) { return holds(*entry.second); });
         return found == last ? nullptr : found->second;
     }
-    bool IsWritten(VEX_HANDLE object) const {
+    bool isWritten(VEX_HANDLE object) const {
         return Find(object, [](auto const& entry) { return entry.fate == ObjectFate::Written; }) !=
                nullptr;
     }
@@ -98,14 +98,14 @@ DifferenceCause causeOfAbsence(VEX_HANDLE object, TreeIndex const& index) {
             return row.cause;
         }
     }
-    if (index.Has(object)) {
+    if (index.has(object)) {
         return DifferenceCause::Unexplained;
     }
     VEX_HANDLE const space = outermostNamespaceOf(object);
     if (!space.IsNotNull()) {
         return DifferenceCause::OutsideNamespaces;
     }
-    return index.Has(space) ? DifferenceCause::NotGoneInto : DifferenceCause::NoTreeStarts;
+    return index.has(space) ? DifferenceCause::NotGoneInto : DifferenceCause::NoTreeStarts;
 }
 
 } // namespace
@@ -128,9 +128,9 @@ TreeCheck checkTrees(Model const& model, AnsweredTree const& trees,
     TreeCheck check;
     std::vector<VEX_HANDLE> visible;
     std::unordered_map<VEX_HANDLE, bool> canSee;
-    for (std::size_t number = 0; number < model.ElementCount(); ++number) {
-        VEX_HANDLE const object = model.GetElement(number);
-        bool const inTree = index.IsWritten(object);
+    for (std::size_t number = 0; number < model.elementCount(); ++number) {
+        VEX_HANDLE const object = model.getElement(number);
+        bool const inTree = index.isWritten(object);
         ++check.objects;
         if (inTree) {
             visible.push_back(object);

@@ -24,14 +24,14 @@ Handles pairObjects(Model const& before, Model const& after) {
             pairs.emplace(object, other);
         }
     };
-    for (std::size_t number = 1; number < after.ElementCount(); ++number) {
-        VEX_HANDLE const object = after.GetElement(number);
-        pairWith(object, &before == &after ? object : before.FindById(idOf(object)));
+    for (std::size_t number = 1; number < after.elementCount(); ++number) {
+        VEX_HANDLE const object = after.getElement(number);
+        pairWith(object, &before == &after ? object : before.findById(idOf(object)));
     }
-    for (std::size_t number = 1; number < after.ElementCount(); ++number) {
-        VEX_HANDLE const object = after.GetElement(number);
+    for (std::size_t number = 1; number < after.elementCount(); ++number) {
+        VEX_HANDLE const object = after.getElement(number);
         I18NString reference;
-        if (!pairs.contains(object) && after.GetReference(object, reference)) {
+        if (!pairs.contains(object) && after.getReference(object, reference)) {
             pairWith(object, before.GetObjectByReference(reference, 0));
         }
     }
@@ -85,13 +85,13 @@ public:
     TreeComparison(ComparedSide const& before, ComparedSide const& after)
         : m_before(before), m_after(after), m_presencesBefore(presencesIn(before.trees)),
           m_presencesAfter(presencesIn(after.trees)) {
-        AddObjects();
+        addObjects();
         for (std::size_t number = 0; number < m_objects.size(); ++number) {
-            Compare(m_objects[number]);
+            compare(m_objects[number]);
         }
     }
 
-    std::vector<ComparedObject> Differences() {
+    std::vector<ComparedObject> differences() {
         std::vector<bool> isListed(m_objects.size(), false);
         for (std::size_t number = 0; number < m_objects.size(); ++number) {
             bool const differs = m_objects[number].change != ComparedObject::Change::None;
@@ -106,16 +106,16 @@ public:
 
 private:
     /// One for each object of either model; the roots are the first.
-    void AddObjects() {
+    void addObjects() {
         Handles const pairs = pairObjects(m_before.model, m_after.model);
-        for (std::size_t number = 0; number < m_after.model.ElementCount(); ++number) {
-            VEX_HANDLE const object = m_after.model.GetElement(number);
+        for (std::size_t number = 0; number < m_after.model.elementCount(); ++number) {
+            VEX_HANDLE const object = m_after.model.getElement(number);
             auto const pair = pairs.find(object);
             VEX_HANDLE const other = pair == pairs.end() ? VEX_HANDLE() : pair->second;
             Add(other, object, m_placeAfter, object);
         }
-        for (std::size_t number = 0; number < m_before.model.ElementCount(); ++number) {
-            VEX_HANDLE const object = m_before.model.GetElement(number);
+        for (std::size_t number = 0; number < m_before.model.elementCount(); ++number) {
+            VEX_HANDLE const object = m_before.model.getElement(number);
             if (!m_placeBefore.contains(object)) {
                 Add(object, {}, m_placeBefore, object);
             }
@@ -141,7 +141,7 @@ private:
         m_objects.push_back(std::move(object));
     }
 
-    void Compare(ComparedObject& object) const {
+    void compare(ComparedObject& object) const {
         using Change = ComparedObject::Change;
         object.presenceBefore = presenceOf(object.before, m_presencesBefore);
         object.presenceAfter = presenceOf(object.after, m_presencesAfter);
@@ -149,12 +149,12 @@ private:
             object.change =
                 object.presenceBefore < object.presenceAfter ? Change::Appears : Change::Disappears;
         } else if (object.presenceAfter != Presence::None) {
-            CompareProperties(object);
+            compareProperties(object);
             object.change = object.properties.empty() ? Change::None : Change::Changes;
         }
     }
 
-    void CompareProperties(ComparedObject& object) const {
+    void compareProperties(ComparedObject& object) const {
         auto const note = [&](I18NString const& property, I18NString before, I18NString after) {
             if (before != after) {
                 object.properties.push_back({property, std::move(before), std::move(after)});
@@ -211,13 +211,13 @@ private:
 
 } // namespace
 
-bool ComparedObject::IsRenamed() const {
+bool ComparedObject::isRenamed() const {
     return std::any_of(properties.begin(), properties.end(),
                        [](PropertyChange const& each) { return each.property == nameProperty; });
 }
 
 std::vector<ComparedObject> compareTrees(ComparedSide const& before, ComparedSide const& after) {
-    return TreeComparison(before, after).Differences();
+    return TreeComparison(before, after).differences();
 }
 
 } // namespace vex

@@ -45,7 +45,7 @@ struct ComparedObject {
     std::vector<PropertyChange> properties; // of one that changes
     std::size_t container = NoContainer;    // its place in the list
 
-    bool IsRenamed() const;
+    bool isRenamed() const;
 };
 
 /// The differences between what two sides show, as a tree: the objects that

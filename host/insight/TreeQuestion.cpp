@@ -20,7 +20,7 @@ void addProperty(KRLIDOM_Element const& metadata, I18NString const& text,
 
 } // namespace
 
-KRLIDOM_OwnedDocument TreeQuestion::MakeRequest() const {
+KRLIDOM_OwnedDocument TreeQuestion::makeRequest() const {
     KRLIDOM_OwnedDocument request("Metadata");
     KRLIDOM_Element const metadata = request.document().getDocumentElement();
     metadata.setAttribute("Depth", I18NString(std::to_string(depth).c_str()));
@@ -30,7 +30,7 @@ KRLIDOM_OwnedDocument TreeQuestion::MakeRequest() const {
     addProperty(metadata, "@ID");
     addProperty(metadata, "@_path");
     addProperty(metadata, I18NString("@") + marker); // last: it has something to repeat
-    if (GoesIntoEveryCollection()) {
+    if (goesIntoEveryCollection()) {
         addProperty(metadata, "*");
         for (char const* const collection : collectionsOnThePath) {
             if (!start.empty()) {
@@ -47,8 +47,8 @@ KRLIDOM_OwnedDocument TreeQuestion::MakeRequest() const {
 std::vector<I18NString> collectionsOf(Model const& model) {
     std::vector<I18NString> found;
     std::unordered_set<I18NString> known{"shortcut", "namespace"};
-    for (std::size_t index = 1; index < model.ElementCount(); ++index) { // the root is no member
-        I18NString name = classOf(model.GetElement(index));
+    for (std::size_t index = 1; index < model.elementCount(); ++index) { // the root is no member
+        I18NString name = classOf(model.getElement(index));
         if (known.insert(name).second) {
             found.push_back(std::move(name));
         }
@@ -77,9 +77,9 @@ std::vector<TreeStart> treeStartsOf(Model const& model, I18NLocale const& locale
 
 I18NString unusedPropertyOf(Model const& model) {
     std::unordered_set<I18NString> used;
-    for (std::size_t index = 0; index < model.ElementCount(); ++index) {
+    for (std::size_t index = 0; index < model.elementCount(); ++index) {
         Vex_Handle_Collection properties;
-        VexObject(model.GetElement(index)).Properties(properties, nullptr, nullptr, false);
+        VexObject(model.getElement(index)).Properties(properties, nullptr, nullptr, false);
         for (VEX_HANDLE const property : properties) {
             used.insert(classOf(property));
         }

@@ -29,8 +29,8 @@ struct TreeQuestion {
     /// shortcut answers for it, since it repeats the property before it.
     I18NString marker;
 
-    bool GoesIntoEveryCollection() const { return collections.empty(); }
-    KRLIDOM_OwnedDocument MakeRequest() const;
+    bool goesIntoEveryCollection() const { return collections.empty(); }
+    KRLIDOM_OwnedDocument makeRequest() const;
 };
 
 /// Every class of the model but the two that are always gone into, in the order

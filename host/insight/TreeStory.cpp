@@ -29,39 +29,39 @@ TreeStory::TreeStory(I18NLocale const& locale, AnsweredTree const& tree)
     }
 }
 
-std::vector<std::size_t> TreeStory::EntriesOf(VEX_HANDLE object) const {
+std::vector<std::size_t> TreeStory::entriesOf(VEX_HANDLE object) const {
     return inOrder(m_entries, object);
 }
 
-std::vector<std::string> TreeStory::TreatmentOf(VEX_HANDLE object, bool isIncluded) const {
+std::vector<std::string> TreeStory::treatmentOf(VEX_HANDLE object, bool isIncluded) const {
     std::vector<std::string> sentences;
     auto const addOnce = [&](std::string sentence) {
         if (std::find(sentences.begin(), sentences.end(), sentence) == sentences.end()) {
             sentences.push_back(std::move(sentence));
         }
     };
-    for (std::size_t const entry : EntriesOf(object)) {
-        addOnce(Sentence(entry, isIncluded));
+    for (std::size_t const entry : entriesOf(object)) {
+        addOnce(sentence(entry, isIncluded));
     }
     if (sentences.empty()) {
-        sentences.push_back(Outside(object));
+        sentences.push_back(outside(object));
     }
     for (std::size_t const shortcut : inOrder(m_shortcuts, object)) {
         if (m_tree[shortcut].fate == ObjectFate::Written) {
-            addOnce("reached through the " + Described(shortcut) +
+            addOnce("reached through the " + described(shortcut) +
                     ", under whose name it is written; the target is not tested");
         }
     }
     return sentences;
 }
 
-std::string TreeStory::Sentence(std::size_t entry, bool isIncluded) const {
+std::string TreeStory::sentence(std::size_t entry, bool isIncluded) const {
     AnsweredObject const& at = m_tree[entry];
     switch (at.fate) {
     case ObjectFate::Written:
-        return WrittenSentence(entry, isIncluded);
+        return writtenSentence(entry, isIncluded);
     case ObjectFate::LeftOut:
-        return LeftOutSentence(entry);
+        return leftOutSentence(entry);
     case ObjectFate::WithoutName:
         return "left out with all its members: it has no name in " + m_locale.getName().toUtf8() +
                ", and nothing else is asked for";
@@ -70,7 +70,7 @@ std::string TreeStory::Sentence(std::size_t entry, bool isIncluded) const {
         while (m_tree[lost].fate == ObjectFate::WithItsContainer) {
             lost = m_tree[lost].container;
         }
-        return "left out with the " + Described(lost) + ", which has no name in " +
+        return "left out with the " + described(lost) + ", which has no name in " +
                m_locale.getName().toUtf8();
     }
     case ObjectFate::NothingToStandFor:
@@ -79,17 +79,17 @@ std::string TreeStory::Sentence(std::size_t entry, bool isIncluded) const {
     return {};
 }
 
-std::string TreeStory::WrittenSentence(std::size_t entry, bool isIncluded) const {
+std::string TreeStory::writtenSentence(std::size_t entry, bool isIncluded) const {
     AnsweredObject const& at = m_tree[entry];
     if (at.container == AnsweredObject::None) {
         return isIncluded ? "written as the start of a tree"
                           : "shown because it is the start of a tree, though it is not accessible";
     }
-    std::size_t const around = WrittenAround(entry);
-    std::string const where = "written in the " + Described(around);
+    std::size_t const around = writtenAround(entry);
+    std::string const where = "written in the " + described(around);
     if (at.behindShortcut) {
-        std::size_t const shortcut = ShortcutAround(entry);
-        return where + (shortcut == around ? "" : ", reached through the " + Described(shortcut)) +
+        std::size_t const shortcut = shortcutAround(entry);
+        return where + (shortcut == around ? "" : ", reached through the " + described(shortcut)) +
                ", behind which the included objects of views are not asked for";
     }
     if (at.target.IsNotNull()) {
@@ -101,10 +101,10 @@ std::string TreeStory::WrittenSentence(std::size_t entry, bool isIncluded) const
                                 "inside it";
 }
 
-std::string TreeStory::LeftOutSentence(std::size_t entry) const {
+std::string TreeStory::leftOutSentence(std::size_t entry) const {
     std::string text = "left out";
     if (m_tree[entry].behindShortcut) {
-        text += " behind the " + Described(ShortcutAround(entry)) + " too";
+        text += " behind the " + described(shortcutAround(entry)) + " too";
     }
     bool hasMembers = false;
     // What is below an entry follows it and points at it or behind it.
@@ -114,23 +114,23 @@ std::string TreeStory::LeftOutSentence(std::size_t entry) const {
         hasMembers = true;
         if (m_tree[at].fate == ObjectFate::Written) {
             return text + "; its members that are shown are lifted into the " +
-                   Described(WrittenAround(entry));
+                   described(writtenAround(entry));
         }
     }
     return hasMembers ? text + ", and so is all that is in it" : text;
 }
 
-std::string TreeStory::Outside(VEX_HANDLE object) const {
+std::string TreeStory::outside(VEX_HANDLE object) const {
     VEX_HANDLE const space = outermostNamespaceOf(object);
     if (!space.IsNotNull()) {
         return "in no tree: it stands in no namespace";
     }
-    return EntriesOf(space).empty()
+    return entriesOf(space).empty()
                ? "in no tree: none can start at the " + describeObject(space, m_locale)
                : "in no tree: what it stands in is not gone into";
 }
 
-std::size_t TreeStory::WrittenAround(std::size_t entry) const {
+std::size_t TreeStory::writtenAround(std::size_t entry) const {
     std::size_t at = m_tree[entry].container;
     while (m_tree[at].fate != ObjectFate::Written && m_tree[at].container != AnsweredObject::None) {
         at = m_tree[at].container;
@@ -138,7 +138,7 @@ std::size_t TreeStory::WrittenAround(std::size_t entry) const {
     return at;
 }
 
-std::size_t TreeStory::ShortcutAround(std::size_t entry) const {
+std::size_t TreeStory::shortcutAround(std::size_t entry) const {
     std::size_t at = m_tree[entry].container;
     while (!m_tree[at].target.IsNotNull()) {
         at = m_tree[at].container;
@@ -146,7 +146,7 @@ std::size_t TreeStory::ShortcutAround(std::size_t entry) const {
     return at;
 }
 
-std::string TreeStory::Described(std::size_t entry) const {
+std::string TreeStory::described(std::size_t entry) const {
     return describeObject(m_tree[entry].object, m_locale);
 }
 

@@ -15,20 +15,20 @@ public:
 
     /// What the trees do with an object, a sentence for each way that leads to
     /// it. `isIncluded` is what the accessibility check says.
-    std::vector<std::string> TreatmentOf(VEX_HANDLE object, bool isIncluded) const;
+    std::vector<std::string> treatmentOf(VEX_HANDLE object, bool isIncluded) const;
 
     /// The entries of an object, in order.
-    std::vector<std::size_t> EntriesOf(VEX_HANDLE object) const;
+    std::vector<std::size_t> entriesOf(VEX_HANDLE object) const;
 
 private:
-    std::string Sentence(std::size_t entry, bool isIncluded) const;
-    std::string WrittenSentence(std::size_t entry, bool isIncluded) const;
-    std::string LeftOutSentence(std::size_t entry) const;
-    std::string Outside(VEX_HANDLE object) const;
+    std::string sentence(std::size_t entry, bool isIncluded) const;
+    std::string writtenSentence(std::size_t entry, bool isIncluded) const;
+    std::string leftOutSentence(std::size_t entry) const;
+    std::string outside(VEX_HANDLE object) const;
     /// The nearest container that is written, and the nearest shortcut around.
-    std::size_t WrittenAround(std::size_t entry) const;
-    std::size_t ShortcutAround(std::size_t entry) const;
-    std::string Described(std::size_t entry) const;
+    std::size_t writtenAround(std::size_t entry) const;
+    std::size_t shortcutAround(std::size_t entry) const;
+    std::string described(std::size_t entry) const;
 
     I18NLocale const& m_locale;
     AnsweredTree const& m_tree;

@@ -22,29 +22,29 @@ class ViewCheck {
 public:
     explicit ViewCheck(ModelFindings& findings) : m_findings(findings) {}
 
-    void CheckView(VEX_HANDLE view) {
+    void checkView(VEX_HANDLE view) {
         std::size_t entries = 0;
         for (VEX_HANDLE const set : Below(view, setClass)) {
-            entries += CheckSet(set);
+            entries += checkSet(set);
         }
         bool const isRoleBased = saysYes(
-            ModelFindings::ValueOf(view, resources::getString(resources::RoleBased), nullptr));
+            ModelFindings::valueOf(view, resources::getString(resources::RoleBased), nullptr));
         Vex_Handle_Collection const members =
             Below(view, resources::getString(resources::ViewMember));
         bool const isDefault = isRoleBased && members.size() == 0;
         if (entries == 0 && !isDefault) { // an empty default view hides nothing on purpose
             m_findings.Add("view-without-set", view,
-                           NameOfView(view) + " has no set with an entry, so it shows nothing");
+                           nameOfView(view) + " has no set with an entry, so it shows nothing");
         }
         if (isRoleBased && members.size() > 1) {
             m_findings.Add("ignored-member", members[1],
-                           "only the first member's role counts for " + NameOfView(view) +
+                           "only the first member's role counts for " + nameOfView(view) +
                                "; make a view for each role");
         }
         if (isDefault) {
             if (m_default.IsNotNull()) {
                 m_findings.Add("replaced-default-view", m_default,
-                               NameOfView(m_default) + " has no effect: " + NameOfView(view) +
+                               nameOfView(m_default) + " has no effect: " + nameOfView(view) +
                                    " is a later role-based view without members");
             }
             m_default = view;
@@ -52,13 +52,13 @@ public:
     }
 
     /// What no view includes, among what views decide about.
-    void CheckObjects() {
-        Model const& model = m_findings.GetModel();
+    void checkObjects() {
+        Model const& model = m_findings.getModel();
         I18NString const& shortcut = resources::getString(resources::Shortcut);
-        for (std::size_t index = 0; index < model.ElementCount(); ++index) {
-            VEX_HANDLE const element = model.GetElement(index);
+        for (std::size_t index = 0; index < model.elementCount(); ++index) {
+            VEX_HANDLE const element = model.getElement(index);
             I18NString text;
-            if (!model.GetReference(element, text) || !VexObject(element).GetName(text) ||
+            if (!model.getReference(element, text) || !VexObject(element).GetName(text) ||
                 text == shortcut) { // shortcuts are shown without a test
                 continue;
             }
@@ -67,7 +67,7 @@ public:
             if (m_included.count(id) == 0) {
                 m_findings.Add("object-in-no-view", element,
                                "no view includes " + text.toUtf8() + ' ' +
-                                   m_findings.NameOf(element) +
+                                   m_findings.nameOf(element) +
                                    (id.empty() ? "; it has no id to include it by" : ""));
             }
         }
@@ -75,9 +75,9 @@ public:
 
 private:
     /// The number of its entries.
-    std::size_t CheckSet(VEX_HANDLE set) {
+    std::size_t checkSet(VEX_HANDLE set) {
         I18NString const kind =
-            ModelFindings::ValueOf(set, resources::getString(resources::SetKind), nullptr);
+            ModelFindings::valueOf(set, resources::getString(resources::SetKind), nullptr);
         bool const isKnown = std::any_of(std::begin(setKinds), std::end(setKinds), [&](long known) {
             return kind == resources::getString(known);
         });
@@ -91,7 +91,7 @@ private:
         for (VEX_HANDLE const entry : entries) {
             I18NString id;
             VexObject(entry).GetValue(id, true);
-            if (!m_findings.GetModel().FindById(id).IsNotNull()) {
+            if (!m_findings.getModel().findById(id).IsNotNull()) {
                 m_findings.Add("set-entry-without-object", entry,
                                "no object has the id " + inQuotes(id) +
                                    " that the security set lists");
@@ -104,10 +104,10 @@ private:
     }
 
     static Vex_Handle_Collection Below(VEX_HANDLE element, I18NString const& tag) {
-        return ModelFindings::ElementsBelow(element, tag);
+        return ModelFindings::elementsBelow(element, tag);
     }
 
-    static std::string NameOfView(VEX_HANDLE view) {
+    static std::string nameOfView(VEX_HANDLE view) {
         I18NString id;
         VexObject(view).GetId(id);
         return "the view " + inQuotes(id);
@@ -122,13 +122,13 @@ private:
 
 void checkViews(ModelFindings& findings) {
     Vex_Handle_Collection const views =
-        findings.ElementsOf(resources::getString(resources::SecurityView));
+        findings.elementsOf(resources::getString(resources::SecurityView));
     ViewCheck check(findings);
     for (VEX_HANDLE const view : views) {
-        check.CheckView(view);
+        check.checkView(view);
     }
     if (views.size() != 0) { // without views there is nothing to be included by
-        check.CheckObjects();
+        check.checkObjects();
     }
 }
 

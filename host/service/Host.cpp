@@ -27,39 +27,39 @@ std::string unknownText(char const* what, I18NString const& asked, Entries const
 Host::Host(std::shared_ptr<Catalogue const> catalogue, LoadOptions options)
     : m_catalogue(std::move(catalogue)), m_options(std::move(options)) {}
 
-std::shared_ptr<Model const> Host::GetModel(I18NString const& path) {
-    CatalogueModel const& entry = FindEntry(path);
-    if (auto model = FindLoaded(path)) {
+std::shared_ptr<Model const> Host::getModel(I18NString const& path) {
+    CatalogueModel const& entry = findEntry(path);
+    if (auto model = findLoaded(path)) {
         return model;
     }
     std::lock_guard const loading(m_loading);
-    auto model = FindLoaded(path); // loaded by whoever held the lock
-    return model ? model : Load(entry);
+    auto model = findLoaded(path); // loaded by whoever held the lock
+    return model ? model : load(entry);
 }
 
-std::shared_ptr<Model const> Host::ReloadModel(I18NString const& path) {
-    CatalogueModel const& entry = FindEntry(path);
+std::shared_ptr<Model const> Host::reloadModel(I18NString const& path) {
+    CatalogueModel const& entry = findEntry(path);
     std::lock_guard const loading(m_loading);
-    return Load(entry);
+    return load(entry);
 }
 
-std::unique_ptr<HostSession> Host::OpenSession(SessionRequest const& request) {
-    CatalogueUser const* const user = m_catalogue->FindUser(request.user);
+std::unique_ptr<HostSession> Host::openSession(SessionRequest const& request) {
+    CatalogueUser const* const user = m_catalogue->findUser(request.user);
     if (user == nullptr) {
         throw HostException(
             unknownText("user", request.user, m_catalogue->users, &CatalogueUser::name));
     }
-    return std::make_unique<HostSession>(GetModel(request.modelPath), request.locale, m_catalogue,
+    return std::make_unique<HostSession>(getModel(request.modelPath), request.locale, m_catalogue,
                                          user);
 }
 
-std::unique_ptr<HostSession> Host::OpenSession(std::shared_ptr<Model const> model,
+std::unique_ptr<HostSession> Host::openSession(std::shared_ptr<Model const> model,
                                                I18NLocale locale) {
     return std::make_unique<HostSession>(std::move(model), locale, nullptr, nullptr);
 }
 
-CatalogueModel const& Host::FindEntry(I18NString const& path) const {
-    CatalogueModel const* const entry = m_catalogue->FindModel(path);
+CatalogueModel const& Host::findEntry(I18NString const& path) const {
+    CatalogueModel const* const entry = m_catalogue->findModel(path);
     if (entry == nullptr) {
         throw HostException(
             unknownText("model path", path, m_catalogue->models, &CatalogueModel::path));
@@ -67,13 +67,13 @@ CatalogueModel const& Host::FindEntry(I18NString const& path) const {
     return *entry;
 }
 
-std::shared_ptr<Model const> Host::FindLoaded(I18NString const& path) {
+std::shared_ptr<Model const> Host::findLoaded(I18NString const& path) {
     std::lock_guard const lock(m_mutex);
     auto const at = m_models.find(path);
     return at == m_models.end() ? nullptr : at->second;
 }
 
-std::shared_ptr<Model const> Host::Load(CatalogueModel const& entry) {
+std::shared_ptr<Model const> Host::load(CatalogueModel const& entry) {
     std::shared_ptr<Model const> const model = loadModel(entry.file, m_options);
     std::shared_ptr<Model const> earlier = model; // let go of after the lock
     std::lock_guard const lock(m_mutex);

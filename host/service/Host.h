@@ -27,24 +27,24 @@ public:
     /// The newest version of a model, loaded when it is first asked for.
     /// Raises `HostException` for a path that the catalogue lacks, and what
     /// `loadModel` raises.
-    std::shared_ptr<Model const> GetModel(I18NString const& path);
+    std::shared_ptr<Model const> getModel(I18NString const& path);
 
     /// Reads a model's file again. Sessions keep the version that they opened
-    /// until `HostSession::TakeModel`; when reading fails everything stays as
+    /// until `HostSession::takeModel`; when reading fails everything stays as
     /// it was.
-    std::shared_ptr<Model const> ReloadModel(I18NString const& path);
+    std::shared_ptr<Model const> reloadModel(I18NString const& path);
 
-    /// Raises `HostException` for an unknown user, and what `GetModel` raises.
-    std::unique_ptr<HostSession> OpenSession(SessionRequest const& request);
+    /// Raises `HostException` for an unknown user, and what `getModel` raises.
+    std::unique_ptr<HostSession> openSession(SessionRequest const& request);
 
     /// A session on a model that stands in no catalogue: nobody is restricted.
-    static std::unique_ptr<HostSession> OpenSession(std::shared_ptr<Model const> model,
+    static std::unique_ptr<HostSession> openSession(std::shared_ptr<Model const> model,
                                                     I18NLocale locale);
 
 private:
-    CatalogueModel const& FindEntry(I18NString const& path) const;
-    std::shared_ptr<Model const> FindLoaded(I18NString const& path);
-    std::shared_ptr<Model const> Load(CatalogueModel const& entry);
+    CatalogueModel const& findEntry(I18NString const& path) const;
+    std::shared_ptr<Model const> findLoaded(I18NString const& path);
+    std::shared_ptr<Model const> load(CatalogueModel const& entry);
 
     std::shared_ptr<Catalogue const> m_catalogue;
     LoadOptions m_options;

@@ -13,19 +13,19 @@ constexpr char const* howToNameObjects =
 }
 
 I18NLocale negotiateLocale(Model const& model, I18NLocale asked) {
-    std::vector<I18NLocale> const& supported = model.Locales();
+    std::vector<I18NLocale> const& supported = model.locales();
     I18NLocale const nameless;
     for (I18NLocale locale = asked; locale != nameless; locale = locale.getParent()) {
         if (std::find(supported.begin(), supported.end(), locale) != supported.end()) {
             return asked;
         }
     }
-    return model.DefaultLocale();
+    return model.defaultLocale();
 }
 
 HostSession::HostSession(std::shared_ptr<Model const> model, I18NLocale asked,
                          std::shared_ptr<Catalogue const> catalogue, CatalogueUser const* user)
-    : m_open(std::move(model)), m_asked(asked), m_locale(negotiateLocale(*GetModel(), asked)),
+    : m_open(std::move(model)), m_asked(asked), m_locale(negotiateLocale(*getModel(), asked)),
       m_security(std::move(catalogue), user) {}
 
 HostSession::~HostSession() = default;
@@ -34,14 +34,14 @@ I18NLocale const* HostSession::GetLocale(I18NString const& name) const {
     return &m_locales.try_emplace(name, I18NLocale(name)).first->second;
 }
 
-void HostSession::TakeModel(std::shared_ptr<Model const> model) {
+void HostSession::takeModel(std::shared_ptr<Model const> model) {
     m_locale = negotiateLocale(*model, m_asked);
-    m_open.SetModel(std::move(model));
+    m_open.setModel(std::move(model));
 }
 
-VEX_HANDLE HostSession::FindObject(I18NString const& idOrReference) const {
-    Model const& model = *GetModel();
-    VEX_HANDLE object = model.FindById(idOrReference);
+VEX_HANDLE HostSession::findObject(I18NString const& idOrReference) const {
+    Model const& model = *getModel();
+    VEX_HANDLE object = model.findById(idOrReference);
     if (!object.IsNotNull()) {
         object = model.GetObjectByReference(idOrReference, 0);
     }

@@ -22,8 +22,8 @@ public:
         return m_model->GetObjectByReference(reference, scope);
     }
 
-    std::shared_ptr<Model const> const& GetModel() const { return m_model; }
-    void SetModel(std::shared_ptr<Model const> model) { m_model = std::move(model); }
+    std::shared_ptr<Model const> const& getModel() const { return m_model; }
+    void setModel(std::shared_ptr<Model const> model) { m_model = std::move(model); }
 
 private:
     std::shared_ptr<Model const> m_model;
@@ -47,15 +47,15 @@ public:
     VexModelService* GetModelService() override { return &m_security; }
     VexCustomDataStore& GetCustomDataStore() override { return m_customData; }
 
-    std::shared_ptr<Model const> const& GetModel() const { return m_open.GetModel(); }
+    std::shared_ptr<Model const> const& getModel() const { return m_open.getModel(); }
 
     /// Goes over to a newer version of the model and finds the locale anew. The
     /// caller sends `VexNotification::ModelReloaded` right after it.
-    void TakeModel(std::shared_ptr<Model const> model);
+    void takeModel(std::shared_ptr<Model const> model);
 
     /// The object with that id, else with that reference. Raises
     /// `HostException` when it names nothing.
-    VEX_HANDLE FindObject(I18NString const& idOrReference) const;
+    VEX_HANDLE findObject(I18NString const& idOrReference) const;
 
     /// Holds a session's only turn; what is called meanwhile gets none.
     class Turn {
@@ -70,7 +70,7 @@ public:
             }
         }
         /// False when another call of the session is under way.
-        bool IsTaken() const { return m_taken; }
+        bool isTaken() const { return m_taken; }
 
     private:
         std::atomic<bool>& m_busy;

@@ -52,7 +52,7 @@ public:
         : m_text(text), m_worst(allowance(static_cast<std::size_t>(text.length()))),
           m_isRight(text.empty()) {}
 
-    void Consider(I18NString const& candidate) {
+    void consider(I18NString const& candidate) {
         std::size_t const distance = editDistance(m_text.view(), candidate.view(), m_worst);
         m_isRight = m_isRight || candidate == m_text;
         bool const isKnown = std::any_of(m_found.begin(), m_found.end(), [&](Found const& found) {
@@ -68,7 +68,7 @@ public:
         m_found.resize(std::min(m_found.size(), shownSuggestions));
     }
 
-    std::vector<I18NString> Take() const {
+    std::vector<I18NString> take() const {
         std::vector<I18NString> texts;
         for (Found const& found : m_found) {
             if (!m_isRight && found.distance <= m_found.front().distance + 1) {
@@ -108,7 +108,7 @@ void considerPaths(VEX_HANDLE element, I18NLocale locale, Nearest& nearest) {
             for (auto name = names.rbegin(); name != names.rend(); ++name) {
                 appendToReference(path, name->view());
             }
-            nearest.Consider(path);
+            nearest.consider(path);
         }
     }
 }
@@ -143,21 +143,21 @@ std::size_t editDistance(std::u16string_view a, std::u16string_view b, std::size
 std::vector<I18NString> suggestObjects(Model const& model, I18NString const& text) {
     std::u16string const last = lastName(text);
     Nearest nearest(text);
-    for (std::size_t index = 0; index < model.ElementCount(); ++index) {
-        VEX_HANDLE const element = model.GetElement(index);
+    for (std::size_t index = 0; index < model.elementCount(); ++index) {
+        VEX_HANDLE const element = model.getElement(index);
         I18NString id;
         if (VexObject(element).GetId(id)) {
-            nearest.Consider(id);
+            nearest.consider(id);
         }
-        I18NString const name = nameOf(element, model.DefaultLocale());
+        I18NString const name = nameOf(element, model.defaultLocale());
         I18NString reference;
         std::size_t const allowed = allowance(last.size());
         if (editDistance(name.view(), last, allowed) <= allowed &&
-            model.GetReference(element, reference)) {
-            nearest.Consider(reference);
+            model.getReference(element, reference)) {
+            nearest.consider(reference);
         }
     }
-    return nearest.Take();
+    return nearest.take();
 }
 
 std::vector<I18NString> suggestPaths(Model const& model, I18NString const& text,
@@ -165,13 +165,13 @@ std::vector<I18NString> suggestPaths(Model const& model, I18NString const& text,
     std::u16string const last = lastName(text);
     std::size_t const allowed = allowance(last.size());
     Nearest nearest(text);
-    for (std::size_t index = 0; index < model.ElementCount(); ++index) {
-        VEX_HANDLE const element = model.GetElement(index);
+    for (std::size_t index = 0; index < model.elementCount(); ++index) {
+        VEX_HANDLE const element = model.getElement(index);
         if (editDistance(nameOf(element, locale).view(), last, allowed) <= allowed) {
             considerPaths(element, locale, nearest);
         }
     }
-    return nearest.Take();
+    return nearest.take();
 }
 
 std::string toQuestion(std::vector<I18NString> const& suggestions) {

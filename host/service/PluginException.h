@@ -26,7 +26,7 @@ public:
     PluginException(PluginFault fault, std::string text)
         : KRLException(std::move(text)), m_fault(fault) {}
 
-    PluginFault GetFault() const { return m_fault; }
+    PluginFault getFault() const { return m_fault; }
 
 private:
     PluginFault m_fault;

@@ -114,7 +114,7 @@ PluginLibrary::PluginLibrary(std::string const& file)
                               std::string("the plug-in cannot be loaded: ") + ::dlerror());
     }
     try {
-        CheckVersion();
+        checkVersion();
     } catch (PluginException const&) {
         VexPluginFactory_getInstance()->ForgetLibrary(m_file);
         throw;
@@ -125,12 +125,12 @@ PluginLibrary::~PluginLibrary() {
     VexPluginFactory_getInstance()->ForgetLibrary(m_file);
 }
 
-void* PluginLibrary::FindExport(char const* name) const {
+void* PluginLibrary::findExport(char const* name) const {
     return ::dlsym(m_handle.get(), name);
 }
 
-void PluginLibrary::CheckVersion() const {
-    void* const symbol = FindExport("VexPlugin_platformVersion");
+void PluginLibrary::checkVersion() const {
+    void* const symbol = findExport("VexPlugin_platformVersion");
     if (symbol == nullptr) {
         throw PluginException(PluginFault::WrongVersion,
                               m_file + " does not say which version of the platform it was built "

@@ -28,7 +28,7 @@ public:
     PluginLibrary& operator=(PluginLibrary const&) = delete;
 
     /// The absolute path.
-    std::string const& GetFile() const { return m_file; }
+    std::string const& getFile() const { return m_file; }
 
     /// The creator that this library registered under `name`. Raises
     /// `PluginException` when it registered none.
@@ -36,13 +36,13 @@ public:
 
     /// The address that this library exports under `name`; null when it does
     /// not.
-    void* FindExport(char const* name) const;
+    void* findExport(char const* name) const;
 
 private:
     using FileIdentity = std::pair<dev_t, ino_t>;
     struct Claim;
 
-    void CheckVersion() const;
+    void checkVersion() const;
 
     std::string m_file;
     std::unique_ptr<Claim> m_claim;

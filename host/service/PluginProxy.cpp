@@ -21,12 +21,12 @@ public:
             return;
         }
         if (m_proxy.m_state.load() != State::Ready) {
-            Refuse(PluginFault::NotReady,
+            refuse(PluginFault::NotReady,
                    " was called by the host outside Initialize and Terminate; initialise it first",
                    operation);
         }
-        if (!m_turn.IsTaken()) {
-            Refuse(PluginFault::SessionBusy,
+        if (!m_turn.isTaken()) {
+            refuse(PluginFault::SessionBusy,
                    " was called by the host while another call of the same session runs; a session "
                    "does one thing at a time: wait for its answer, or open a second session",
                    operation);
@@ -37,9 +37,9 @@ public:
     ~Running() { m_proxy.m_running.fetch_sub(1); }
 
 private:
-    [[noreturn]] void Refuse(PluginFault fault, char const* text, char const* operation) {
+    [[noreturn]] void refuse(PluginFault fault, char const* text, char const* operation) {
         m_proxy.m_running.fetch_sub(1);
-        throw PluginException(fault, m_proxy.Described(operation) + text);
+        throw PluginException(fault, m_proxy.described(operation) + text);
     }
 
     PluginProxy& m_proxy;
@@ -48,25 +48,25 @@ private:
 
 // Every kind of exception is caught here, and only here: what is not the
 // platform's own must not travel on as if the host had raised it.
-template <class Call> auto PluginProxy::Guarded(char const* operation, Call const& call) const {
+template <class Call> auto PluginProxy::guarded(char const* operation, Call const& call) const {
     try {
         return call();
     } catch (KRLException const&) {
         throw;
     } catch (std::bad_alloc const&) {
         throw PluginException(PluginFault::OutOfMemory,
-                              Described(operation) + " ran out of memory");
+                              described(operation) + " ran out of memory");
     } catch (xercesc::OutOfMemoryException const&) { // derives from nothing
         throw PluginException(PluginFault::OutOfMemory,
-                              Described(operation) + " ran out of memory");
+                              described(operation) + " ran out of memory");
     } catch (std::exception const& problem) {
         throw PluginException(
             PluginFault::ForeignException,
-            Described(operation) +
+            described(operation) +
                 " raised an exception that plug-ins may not raise: " + problem.what());
     } catch (...) {
         throw PluginException(PluginFault::ForeignException,
-                              Described(operation) +
+                              described(operation) +
                                   " raised something that is no exception of the platform");
     }
 }
@@ -74,23 +74,23 @@ template <class Call> auto PluginProxy::Guarded(char const* operation, Call cons
 PluginProxy::PluginProxy(std::string const& file, std::string const& name, CallChecks checks)
     : m_library(file), m_creator(m_library.FindCreator(name)),
       m_explainAccess(
-          reinterpret_cast<VexExplainAccess>(m_library.FindExport("VexPlugin_explainAccess"))),
+          reinterpret_cast<VexExplainAccess>(m_library.findExport("VexPlugin_explainAccess"))),
       m_checks(checks) {
-    Guarded("create", [&] {
+    guarded("create", [&] {
         if (m_creator.initialize() != nullptr) {
             m_creator.initialize()();
         }
         m_plugin.reset(m_creator.create());
     });
     if (m_plugin == nullptr) {
-        throw PluginException(PluginFault::OutOfMemory, Described("create") + " ran out of memory");
+        throw PluginException(PluginFault::OutOfMemory, described("create") + " ran out of memory");
     }
 }
 
 PluginProxy::~PluginProxy() {
     if (m_state.load() == State::Ready) {
         try {
-            TerminateObject("");
+            terminateObject("");
         } catch (KRLException const& problem) {
             OutputDebugString(problem.what()); // nobody is left to be told
         }
@@ -104,11 +104,11 @@ PluginProxy::~PluginProxy() {
 void PluginProxy::Initialize(char const* parameters) {
     if (m_state.load() != State::Loaded) {
         throw PluginException(PluginFault::NotReady,
-                              Described("Initialize") + " was called by the host a second time");
+                              described("Initialize") + " was called by the host a second time");
     }
-    if (Guarded("Initialize", [&] { return m_plugin->Initialize(parameters); }) != 1) {
+    if (guarded("Initialize", [&] { return m_plugin->Initialize(parameters); }) != 1) {
         throw PluginException(PluginFault::NotReady,
-                              Described("Initialize") + " says that the plug-in is not ready");
+                              described("Initialize") + " says that the plug-in is not ready");
     }
     m_state.store(State::Ready);
 }
@@ -117,27 +117,27 @@ void PluginProxy::Terminate(char const* parameters) {
     State ready = State::Ready;
     if (!m_state.compare_exchange_strong(ready, State::Terminated)) {
         throw PluginException(PluginFault::NotReady,
-                              Described("Terminate") +
+                              described("Terminate") +
                                   " was called by the host outside Initialize and Terminate");
     }
     if (m_running.load() != 0) {
         m_state.store(State::Ready);
         throw PluginException(PluginFault::CallsUnderWay,
-                              Described("Terminate") +
+                              described("Terminate") +
                                   " was called by the host while a call runs; wait for its end");
     }
-    TerminateObject(parameters);
+    terminateObject(parameters);
 }
 
-void PluginProxy::TerminateObject(char const* parameters) {
+void PluginProxy::terminateObject(char const* parameters) {
     m_state.store(State::Terminated);
-    Guarded("Terminate", [&] { return m_plugin->Terminate(parameters); });
+    guarded("Terminate", [&] { return m_plugin->Terminate(parameters); });
 }
 
 VexErrorCode PluginProxy::DoAction(HostSession& session, VexVariant const& action,
                                    VexParams const& in, VexParams& out) {
     Running const running(*this, session, "DoAction");
-    return Guarded("DoAction", [&] {
+    return guarded("DoAction", [&] {
         VexException unused(0);
         return m_plugin->DoAction(session, action, unused, in, out);
     });
@@ -145,25 +145,25 @@ VexErrorCode PluginProxy::DoAction(HostSession& session, VexVariant const& actio
 
 void PluginProxy::Notify(HostSession& session, int kind) {
     Running const running(*this, session, "Notify");
-    Guarded("Notify", [&] { m_plugin->Notify(HostNotification(kind, session)); });
+    guarded("Notify", [&] { m_plugin->Notify(HostNotification(kind, session)); });
 }
 
-void PluginProxy::ExplainAccess(HostSession& session, I18NString const& modelPath,
+void PluginProxy::explainAccess(HostSession& session, I18NString const& modelPath,
                                 Vex_Handle_Collection const& objects, bool skipViewLists,
                                 VexAccessExplanation& explanation) {
     if (m_explainAccess == nullptr) {
         throw PluginException(PluginFault::NotOffered,
-                              Described("explainAccess") +
+                              described("explainAccess") +
                                   " is not offered by this plug-in; ask for the answers alone, or "
                                   "use a plug-in that exports VexPlugin_explainAccess");
     }
     Running const running(*this, session, "explainAccess");
-    Guarded("explainAccess",
+    guarded("explainAccess",
             [&] { m_explainAccess(session, modelPath, objects, skipViewLists, explanation); });
 }
 
-std::string PluginProxy::Described(char const* operation) const {
-    return "the plug-in " + m_library.GetFile() + ": " + operation;
+std::string PluginProxy::described(char const* operation) const {
+    return "the plug-in " + m_library.getFile() + ": " + operation;
 }
 
 } // namespace vex

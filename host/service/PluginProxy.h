@@ -40,19 +40,19 @@ public:
 
     /// Why the plug-in decides about accessibility as it does: see
     /// `VexExplainAccess`. Not every plug-in says.
-    void ExplainAccess(HostSession& session, I18NString const& modelPath,
+    void explainAccess(HostSession& session, I18NString const& modelPath,
                        Vex_Handle_Collection const& objects, bool skipViewLists,
                        VexAccessExplanation& explanation);
 
-    std::string const& GetFile() const { return m_library.GetFile(); }
+    std::string const& getFile() const { return m_library.getFile(); }
 
 private:
     enum class State { Loaded, Ready, Terminated };
     class Running;
 
-    template <class Call> auto Guarded(char const* operation, Call const& call) const;
-    void TerminateObject(char const* parameters);
-    std::string Described(char const* operation) const;
+    template <class Call> auto guarded(char const* operation, Call const& call) const;
+    void terminateObject(char const* parameters);
+    std::string described(char const* operation) const;
 
     PluginLibrary m_library;
     VexPluginFactory::Creator& m_creator;

@@ -18,7 +18,7 @@ void SessionSecuritySource::GetPackageValue(I18NString const& modelPath, I18NStr
 I18NString SessionSecuritySource::GetPackagePropertyValue(I18NString const& modelPath,
                                                           I18NLocale const& locale,
                                                           I18NString const& name) {
-    CatalogueModel const* const model = m_catalogue.FindModel(modelPath);
+    CatalogueModel const* const model = m_catalogue.findModel(modelPath);
     if (model == nullptr) {
         return {};
     }
@@ -38,7 +38,7 @@ VexSecurityInfoSource* SessionSecurity::GetSecurityInfoSource(I18NString const& 
     if (known != m_sources.end()) {
         return &known->second;
     }
-    CatalogueModel const* const model = m_catalogue->FindModel(modelPath);
+    CatalogueModel const* const model = m_catalogue->findModel(modelPath);
     if (model == nullptr) {
         return nullptr;
     }

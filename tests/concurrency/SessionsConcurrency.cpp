@@ -63,7 +63,7 @@ std::string ask(vex::HostSession& session, char const* request) {
 
 std::string askAccess(vex::HostSession& session) {
     vex::ActionOutcome const outcome =
-        call(session, 32000, VexVariant(session.FindObject("i")), true);
+        call(session, 32000, VexVariant(session.findObject("i")), true);
     return outcome.text + (outcome.appended.size() == 2
                                ? std::to_string(static_cast<long>(outcome.appended[1]))
                                : "");
@@ -110,7 +110,7 @@ protected:
     }
 
     std::unique_ptr<vex::HostSession> Open(int number) const {
-        return m_host->OpenSession({number % 4 == 3 ? "/content/other" : "/content/m", "ann",
+        return m_host->openSession({number % 4 == 3 ? "/content/other" : "/content/m", "ann",
                                     I18NLocale(number % 2 == 0 ? "en" : "de")});
     }
 
@@ -153,9 +153,9 @@ TEST_F(Sessions, AnswerAlikeWhileAModelIsLoadedAnew) {
                 answers += 3;
             }
             if (number % 4 != 3) {
-                auto const newest = m_host->GetModel("/content/m");
-                bool const changed = newest != session->GetModel();
-                session->TakeModel(newest);
+                auto const newest = m_host->getModel("/content/m");
+                bool const changed = newest != session->getModel();
+                session->takeModel(newest);
                 plugin().Notify(*session, VexNotification::ModelReloaded);
                 newVersions += changed && ask(*session, versionQuestion) != version ? 1 : 0;
                 wrong += ask(*session, tree) == expectedTree ? 0 : 1;
@@ -174,7 +174,7 @@ TEST_F(Sessions, AnswerAlikeWhileAModelIsLoadedAnew) {
     auto const end = std::chrono::steady_clock::now() + duration();
     for (int version = 1; std::chrono::steady_clock::now() < end; ++version) {
         WriteModel("m.xml", version);
-        m_host->ReloadModel("/content/m");
+        m_host->reloadModel("/content/m");
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     done = true;

@@ -32,7 +32,7 @@ VexVariant toVariant(Value const& value, vex::ActionValues& values,
         return values.String(toString(value.text));
     case Value::Type::Object:
         return values.Handle(value.text.empty() ? VEX_HANDLE()
-                                                : session.FindObject(toString(value.text)));
+                                                : session.findObject(toString(value.text)));
     case Value::Type::Node:
         return values.Node(KRLIDOM_Reader::parse(value.xml, "request"));
     }
@@ -139,9 +139,9 @@ LoadedWorld::LoadedWorld(naive::GeneratedWorld generated) : m_generated(std::mov
     }
 }
 
-vex::HostSession LoadedWorld::OpenSession() const {
+vex::HostSession LoadedWorld::openSession() const {
     return {m_model, I18NLocale(toString(m_generated.locale)), m_catalogue,
-            m_catalogue == nullptr ? nullptr : m_catalogue->FindUser(toString(m_generated.user))};
+            m_catalogue == nullptr ? nullptr : m_catalogue->findUser(toString(m_generated.user))};
 }
 
 naive::NaiveSession LoadedWorld::OpenPlainSession(std::size_t mostSteps) const {
@@ -157,7 +157,7 @@ naive::NaiveSession LoadedWorld::OpenPlainSession(std::size_t mostSteps) const {
 std::string compareSession(vex::PluginProxy& plugin, LoadedWorld const& world,
                            std::vector<naive::SessionStep> const& steps, CaseTally& tally,
                            std::size_t mostSteps) {
-    vex::HostSession session = world.OpenSession();
+    vex::HostSession session = world.openSession();
     naive::NaiveSession plain = world.OpenPlainSession(mostSteps);
     std::string difference;
     std::size_t number = 0;

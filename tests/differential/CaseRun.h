@@ -29,7 +29,7 @@ public:
     explicit LoadedWorld(naive::GeneratedWorld generated);
 
     naive::GeneratedWorld const& Generated() const { return m_generated; }
-    vex::HostSession OpenSession() const;
+    vex::HostSession openSession() const;
     naive::NaiveSession OpenPlainSession(std::size_t mostSteps) const;
 
 private:

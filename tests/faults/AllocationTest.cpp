@@ -122,13 +122,13 @@ TEST(AllocationFailure, OfANotificationLeavesItToBeSentAgain) {
 
 TEST(AllocationFailure, OfALoadLeavesNothingLoaded) {
     FaultRun run;
-    run.expected = std::to_string(FaultSession::model()->ElementCount());
+    run.expected = std::to_string(FaultSession::model()->elementCount());
     run.prepare = [] {
         return [] {
             vex::LoadOptions options;
             options.keepPositions = true;
             return std::to_string(
-                vex::loadModelText(faultModel, "m.model.xml", options)->ElementCount());
+                vex::loadModelText(faultModel, "m.model.xml", options)->elementCount());
         };
     };
     failEveryAllocation(run);

@@ -23,7 +23,7 @@ std::shared_ptr<vex::Catalogue const> const& catalogue() {
 } // namespace
 
 FaultSession::FaultSession()
-    : m_session(model(), I18NLocale("de_AT"), catalogue(), catalogue()->FindUser("carl")) {}
+    : m_session(model(), I18NLocale("de_AT"), catalogue(), catalogue()->findUser("carl")) {}
 
 FaultSession::~FaultSession() {
     notify(VexNotification::SessionClosed);
@@ -56,7 +56,7 @@ std::string FaultSession::askAccess(char const* id) {
     VexParams in;
     in.AddParam(values.Long(0));
     in.AddParam(values.String("/content/m"));
-    in.AddParam(values.Handle(m_session.FindObject(id)));
+    in.AddParam(values.Handle(m_session.findObject(id)));
     in.AddParam(values.Long(0));
     return call(accessibility, in);
 }

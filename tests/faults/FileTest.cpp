@@ -26,7 +26,7 @@ std::string readLines(std::string const& file) {
     std::string all;
     try {
         vex::LineReader lines(descriptor, 1'000);
-        for (std::string line; lines.Next(line) == vex::LineReader::Result::Line;) {
+        for (std::string line; lines.next(line) == vex::LineReader::Result::Line;) {
             all += line + '\n';
         }
     } catch (...) {
@@ -47,7 +47,7 @@ struct FileKind {
 FileKind const kinds[] = {
     {"Model", faultModel,
      [](std::string const& file) {
-         return std::to_string(vex::loadModel(file)->ElementCount()) + " elements";
+         return std::to_string(vex::loadModel(file)->elementCount()) + " elements";
      }},
     {"Catalogue", faultCatalogue,
      [](std::string const& file) {

@@ -16,7 +16,7 @@ HostileSession::HostileSession(std::string const& model, std::string const& cata
     auto const read =
         catalogue.empty() ? nullptr : vex::readCatalogueText(catalogue, "catalog.xml", ".", found);
     m_session = std::make_unique<vex::HostSession>(
-        loaded, I18NLocale(), read, read == nullptr ? nullptr : read->FindUser("ann"));
+        loaded, I18NLocale(), read, read == nullptr ? nullptr : read->findUser("ann"));
 }
 
 HostileSession::~HostileSession() {
@@ -57,7 +57,7 @@ bool HostileSession::isIncluded(char const* id) {
     VexParams in;
     in.AddParam(values.Long(0));
     in.AddParam(values.String(m_path));
-    in.AddParam(values.Handle(m_session->FindObject(id)));
+    in.AddParam(values.Handle(m_session->findObject(id)));
     in.AddParam(values.Long(0));
     auto const outcome =
         vex::callAction(plugin(), *m_session, VexVariant(accessibility), in, limits);

@@ -53,7 +53,7 @@ Model::Model(std::unique_ptr<StoreData const> data)
 Model::~Model() = default;
 
 VEX_HANDLE Model::GetRootObject() const {
-    return ElementHandle(0);
+    return elementHandle(0);
 }
 
 VEX_HANDLE Model::GetObjectByReference(I18NString const& reference, long scope) const {
@@ -67,19 +67,19 @@ VEX_HANDLE Model::GetObjectByReference(I18NString const& reference, long scope) 
     }
     ElementNumber const found = m_data->references.find(
         hash, [&](ElementNumber element) { return namesElement(*m_data, element, names); });
-    return found == NotFound ? VEX_HANDLE() : ElementHandle(found);
+    return found == NotFound ? VEX_HANDLE() : elementHandle(found);
 }
 
-VEX_HANDLE Model::FindById(I18NString const& id) const {
+VEX_HANDLE Model::findById(I18NString const& id) const {
     ElementNumber const found =
         m_data->ids.find(hashText(id.view(), hashSeed()), [&](ElementNumber element) {
             return isSameText(m_data->texts.view(m_data->ownText(element, Own::Id)), id.view());
         });
-    return found == NotFound ? VEX_HANDLE() : ElementHandle(found);
+    return found == NotFound ? VEX_HANDLE() : elementHandle(found);
 }
 
-bool Model::GetReference(VEX_HANDLE element, I18NString& reference) const {
-    Place const place = Decode(element);
+bool Model::getReference(VEX_HANDLE element, I18NString& reference) const {
+    Place const place = decode(element);
     if (!IsObject(element) || place.kind != Kind::Element) {
         return false;
     }
@@ -90,31 +90,31 @@ bool Model::GetReference(VEX_HANDLE element, I18NString& reference) const {
     return !named.empty();
 }
 
-I18NLocale const& Model::DefaultLocale() const {
+I18NLocale const& Model::defaultLocale() const {
     return m_data->defaultLocale;
 }
 
-std::vector<I18NLocale> const& Model::Locales() const {
+std::vector<I18NLocale> const& Model::locales() const {
     return m_data->locales;
 }
 
-std::size_t Model::ElementCount() const {
+std::size_t Model::elementCount() const {
     return m_elementCount;
 }
 
-VEX_HANDLE Model::GetElement(std::size_t index) const {
-    return index < m_elementCount ? ElementHandle(static_cast<ElementNumber>(index)) : VEX_HANDLE();
+VEX_HANDLE Model::getElement(std::size_t index) const {
+    return index < m_elementCount ? elementHandle(static_cast<ElementNumber>(index)) : VEX_HANDLE();
 }
 
-std::optional<DocumentPosition> Model::FindPosition(VEX_HANDLE element) const {
-    Place const place = Decode(element);
+std::optional<DocumentPosition> Model::findPosition(VEX_HANDLE element) const {
+    Place const place = decode(element);
     if (!IsObject(element) || place.kind != Kind::Element || m_data->positions.empty()) {
         return std::nullopt;
     }
     return m_data->positions[place.number];
 }
 
-std::size_t Model::ByteCount() const {
+std::size_t Model::byteCount() const {
     return sizeof *this + m_data->byteCount();
 }
 

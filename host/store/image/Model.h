@@ -30,28 +30,28 @@ public:
     VEX_HANDLE GetObjectByReference(I18NString const& reference, long scope) const override;
 
     /// The element with that id; the null handle when there is none.
-    VEX_HANDLE FindById(I18NString const& id) const;
+    VEX_HANDLE findById(I18NString const& id) const;
 
     /// Appends the element's reference, a "]" inside a name doubled so that the
     /// text names the element again. False for an element outside every
     /// namespace, and for a property.
-    bool GetReference(VEX_HANDLE element, I18NString& reference) const;
+    bool getReference(VEX_HANDLE element, I18NString& reference) const;
 
-    I18NLocale const& DefaultLocale() const;
+    I18NLocale const& defaultLocale() const;
     /// The entries of the model's `locales`, in document order.
-    std::vector<I18NLocale> const& Locales() const;
+    std::vector<I18NLocale> const& locales() const;
 
-    std::size_t ElementCount() const;
+    std::size_t elementCount() const;
     /// The element at a place in document order; the root stands at 0. The null
     /// handle past the end.
-    VEX_HANDLE GetElement(std::size_t index) const;
+    VEX_HANDLE getElement(std::size_t index) const;
 
     /// Where the element's start tag ends; nothing when the model was loaded
     /// without positions, or for a property.
-    std::optional<DocumentPosition> FindPosition(VEX_HANDLE element) const;
+    std::optional<DocumentPosition> findPosition(VEX_HANDLE element) const;
 
     /// The memory that the objects, their texts and the indexes take.
-    std::size_t ByteCount() const;
+    std::size_t byteCount() const;
 
     bool IsObject(VEX_HANDLE object) const override;
     bool GetId(VEX_HANDLE object, I18NString& id) const override;
@@ -85,7 +85,7 @@ private:
         Kind kind;
         std::uint32_t number;
     };
-    Place Decode(VEX_HANDLE object) const {
+    Place decode(VEX_HANDLE object) const {
         std::uint32_t const offset = object.Number() - m_first;
         if (offset < m_elementCount) {
             return {Kind::Element, offset};
@@ -93,32 +93,32 @@ private:
         return offset < m_collectionOffset ? Place{Kind::Value, offset - m_elementCount}
                                            : Place{Kind::Collection, offset - m_collectionOffset};
     }
-    VEX_HANDLE ElementHandle(std::uint32_t element) const { return VEX_HANDLE(m_first + element); }
-    VEX_HANDLE ValueHandle(std::uint32_t value) const {
+    VEX_HANDLE elementHandle(std::uint32_t element) const { return VEX_HANDLE(m_first + element); }
+    VEX_HANDLE valueHandle(std::uint32_t value) const {
         return VEX_HANDLE(m_first + m_elementCount + value);
     }
-    VEX_HANDLE CollectionHandle(std::uint32_t first) const {
+    VEX_HANDLE collectionHandle(std::uint32_t first) const {
         return VEX_HANDLE(m_first + m_collectionOffset + first);
     }
 
     /// By far the most is asked for names.
-    static bool IsName(I18NString const& property);
+    static bool isName(I18NString const& property);
 
     /// The simple properties of an element or of a property.
     struct SimpleProperties {
         Shape const* shape; // null: it has none
         std::uint32_t firstValue;
     };
-    SimpleProperties FindSimpleProperties(Place place) const;
-    VEX_HANDLE SimpleProperty(SimpleProperties const& of, std::uint32_t offset) const;
-    VEX_HANDLE FindProperty(Place place, I18NString const& name, I18NLocale const* locale) const;
-    VEX_HANDLE FindCollection(std::uint32_t element, std::uint32_t cls) const;
-    void AppendCollections(std::uint32_t element, Vex_Handle_Collection& found,
+    SimpleProperties findSimpleProperties(Place place) const;
+    VEX_HANDLE simpleProperty(SimpleProperties const& of, std::uint32_t offset) const;
+    VEX_HANDLE findProperty(Place place, I18NString const& name, I18NLocale const* locale) const;
+    VEX_HANDLE findCollection(std::uint32_t element, std::uint32_t cls) const;
+    void appendCollections(std::uint32_t element, Vex_Handle_Collection& found,
                            I18NString const* name) const;
-    void AppendChildren(std::uint32_t first, std::uint32_t last, Vex_Handle_Collection& found,
+    void appendChildren(std::uint32_t first, std::uint32_t last, Vex_Handle_Collection& found,
                         std::uint32_t cls, I18NString const* role) const;
     class ValueSearch;
-    bool GiveText(std::uint32_t text, I18NString& target) const;
+    bool giveText(std::uint32_t text, I18NString& target) const;
 
     std::unique_ptr<StoreData const> m_data;
     std::uint32_t m_elementCount = 0;

@@ -19,13 +19,13 @@ public:
     ValueSearch(Model const& model, I18NString const& name, I18NLocale const* locale,
                 std::u16string_view text)
         : m_model(model), m_data(*model.m_data), m_name(name), m_locale(locale), m_text(text),
-          m_isName(IsName(name)) {}
+          m_isName(isName(name)) {}
 
     /// How many of at most `BatchSize` objects have another text, up to the first
     /// that has not.
     std::size_t find(std::span<VEX_HANDLE const> objects, VexTextMatch& match) {
         for (VEX_HANDLE const object : objects) {
-            Place const place = m_model.Decode(object);
+            Place const place = m_model.decode(object);
             if (place.kind == Kind::Element) {
                 __builtin_prefetch(&m_data.elements[place.number]);
             }
@@ -56,7 +56,7 @@ public:
 private:
     // The place of the value; `NotFound` when there is none.
     std::uint32_t findValue(VEX_HANDLE object) {
-        Place const place = m_model.Decode(object);
+        Place const place = m_model.decode(object);
         if (m_isName && place.kind == Kind::Element) {
             ElementRecord const& element = m_data.elements[place.number];
             if (element.shape != m_shape) { // neighbours mostly are of one
@@ -67,7 +67,7 @@ private:
             }
         }
         VEX_HANDLE const property = m_model.GetPropertyByName(object, m_name, m_locale);
-        Place const found = m_model.Decode(property);
+        Place const found = m_model.decode(property);
         // A collection has no value.
         return property.IsNotNull() && found.kind == Kind::Value ? found.number : NotFound;
     }

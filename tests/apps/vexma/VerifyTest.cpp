@@ -71,7 +71,7 @@ protected:
           <user name="u"><role>r</role></user></catalog>)");
     }
 
-    ToolResult Verify(std::vector<std::string> more = {}) const {
+    ToolResult verify(std::vector<std::string> more = {}) const {
         more.insert(more.begin(),
                     {"verify", "--catalog", "m.catalog.xml", "--model", "/content/m"});
         return m_folder.Run(more);
@@ -81,7 +81,7 @@ protected:
 };
 
 TEST_F(RequiredDifferences, AreCountedApartAndTellTheirCause) {
-    json const user = json::parse(Verify({"--json"}).out).at("users").at(0);
+    json const user = json::parse(verify({"--json"}).out).at("users").at(0);
     std::vector<std::pair<std::string, std::string>> causes;
     for (json const& difference : user.at("differences")) {
         causes.emplace_back(difference.at("object").at("id"), difference.at("cause"));
@@ -99,7 +99,7 @@ TEST_F(RequiredDifferences, AreCountedApartAndTellTheirCause) {
 }
 
 TEST_F(RequiredDifferences, DoNotHideThatTheTargetOfAShortcutLeaks) {
-    ToolResult const result = Verify();
+    ToolResult const result = verify();
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.out, HasSubstr("leak: the shortcut \"Short\" (short) names "
                                       "[Start].[Hidden] in its refobj, and the querySubject "

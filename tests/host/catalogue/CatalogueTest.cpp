@@ -60,10 +60,10 @@ I18NString packageText(char const* name, char const* locale) {
 
 TEST(Catalogue, FindsModelsByPathAndUsersByName) {
     auto const catalogue = readWhole();
-    EXPECT_EQ(catalogue->FindModel("/content/other"), &catalogue->models[1]);
-    EXPECT_EQ(catalogue->FindModel("/content"), nullptr);
-    EXPECT_EQ(catalogue->FindUser("bob"), &catalogue->users[1]);
-    EXPECT_EQ(catalogue->FindUser("Bob"), nullptr);
+    EXPECT_EQ(catalogue->findModel("/content/other"), &catalogue->models[1]);
+    EXPECT_EQ(catalogue->findModel("/content"), nullptr);
+    EXPECT_EQ(catalogue->findUser("bob"), &catalogue->users[1]);
+    EXPECT_EQ(catalogue->findUser("Bob"), nullptr);
 }
 
 TEST(Catalogue, TakesModelFilesAsRelativeToItsOwnFolder) {

@@ -32,7 +32,7 @@ std::vector<std::string> match(std::string const& result) {
     question.marker = vex::unusedPropertyOf(*model());
     auto const document =
         KRLIDOM_Reader::parse("<Response><Result>" + result + "</Result></Response>", "answer", {});
-    auto const tree = vex::matchAnswer(*model(), model()->DefaultLocale(), question,
+    auto const tree = vex::matchAnswer(*model(), model()->defaultLocale(), question,
                                        document.document().getDocumentElement());
     std::vector<std::string> lines;
     constexpr char const* fates[] = {"written", "left-out", "without-name", "with-container",
@@ -99,7 +99,7 @@ TEST(TreeStarts, AreTheOuterNamespacesThatTheirNamesLeadTo) {
         <namespace id="b2" name="B"/><namespace id="c" name="C ]"/><namespace id="d"/></model>)",
                                            "s.model.xml");
     std::vector<std::string> starts;
-    for (vex::TreeStart const& start : vex::treeStartsOf(*spaces, spaces->DefaultLocale())) {
+    for (vex::TreeStart const& start : vex::treeStartsOf(*spaces, spaces->defaultLocale())) {
         starts.push_back(vex::idOf(start.space).toUtf8() + ' ' + start.path.toUtf8());
     }
     EXPECT_EQ(starts, (Lines{"a [A]", "b2 ", "c [C ]]]", "d "}));

@@ -26,7 +26,7 @@ std::vector<std::string> leaksOf(std::string const& members) {
         return id == "n" || id == "q" || id == "x";
     };
     std::vector<std::string> found;
-    for (vex::Leak const& leak : vex::findLeaks(*model, {model->FindById("x")}, canSee)) {
+    for (vex::Leak const& leak : vex::findLeaks(*model, {model->findById("x")}, canSee)) {
         found.push_back(vex::idOf(leak.object).toUtf8() + ' ' + leak.property.toUtf8() + ' ' +
                         vex::idOf(leak.named).toUtf8());
     }

@@ -31,7 +31,7 @@ protected:
             </catalog>)",
             "c.xml", "", found);
         m_session = std::make_unique<HostSession>(smallModel(), I18NLocale(), m_catalogue,
-                                                  m_catalogue->FindUser("ann"));
+                                                  m_catalogue->findUser("ann"));
     }
 
     VexSecurityInfoSource* Source(char const* path) {
@@ -69,17 +69,17 @@ TEST(HostSession, HandsOutOneLocaleForOneName) {
 
 TEST(HostSession, FindsObjectsByIdAndByReference) {
     HostSession const session(smallModel(), I18NLocale(), nullptr, nullptr);
-    VEX_HANDLE const orders = session.FindObject("q1");
+    VEX_HANDLE const orders = session.findObject("q1");
     I18NString id;
     EXPECT_TRUE(VexObject(orders).GetId(id));
     EXPECT_EQ(id, "q1");
-    EXPECT_TRUE(session.FindObject("[Sales].[Orders]") == orders);
+    EXPECT_TRUE(session.findObject("[Sales].[Orders]") == orders);
 }
 
 TEST(HostSession, SaysWhichObjectItDoesNotFind) {
     HostSession const session(smallModel(), I18NLocale(), nullptr, nullptr);
     try {
-        session.FindObject("[Sales].[None]");
+        session.findObject("[Sales].[None]");
         FAIL() << "nothing was raised";
     } catch (vex::HostException const& problem) {
         EXPECT_THAT(problem.what(), testing::HasSubstr("\"[Sales].[None]\""));

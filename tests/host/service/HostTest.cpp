@@ -38,7 +38,7 @@ protected:
     static std::string NameIn(vex::HostSession const& session) {
         I18NString name;
         VEX_HANDLE const property =
-            VexObject(session.FindObject("n")).GetPropertyByName("name", nullptr);
+            VexObject(session.findObject("n")).GetPropertyByName("name", nullptr);
         VexObject(property).GetValue(name, true);
         return name.toUtf8();
     }
@@ -49,35 +49,35 @@ protected:
 
 TEST_F(HostTest, SharesOneLoadedModelAmongSessions) {
     vex::Host host(Catalogue());
-    auto const first = host.OpenSession(m_request);
-    auto const second = host.OpenSession(m_request);
-    EXPECT_EQ(first->GetModel(), second->GetModel());
+    auto const first = host.openSession(m_request);
+    auto const second = host.openSession(m_request);
+    EXPECT_EQ(first->getModel(), second->getModel());
 }
 
 TEST_F(HostTest, LeavesSessionsTheVersionThatTheyOpenedWhenAModelIsReloaded) {
     vex::Host host(Catalogue());
-    auto const before = host.OpenSession(m_request);
+    auto const before = host.openSession(m_request);
     WriteModel("Second");
-    host.ReloadModel("/content/m");
-    auto const after = host.OpenSession(m_request);
+    host.reloadModel("/content/m");
+    auto const after = host.openSession(m_request);
     EXPECT_EQ(NameIn(*before), "First");
     EXPECT_EQ(NameIn(*after), "Second");
-    before->TakeModel(host.GetModel("/content/m"));
+    before->takeModel(host.getModel("/content/m"));
     EXPECT_EQ(NameIn(*before), "Second");
 }
 
 TEST_F(HostTest, KeepsTheOldVersionWhenTheNewOneCannotBeRead) {
     vex::Host host(Catalogue());
-    auto const before = host.GetModel("/content/m");
+    auto const before = host.getModel("/content/m");
     std::ofstream(m_folder / "m.xml") << "<model";
-    EXPECT_THROW(host.ReloadModel("/content/m"), KRLDocumentException);
-    EXPECT_EQ(host.GetModel("/content/m"), before);
+    EXPECT_THROW(host.reloadModel("/content/m"), KRLDocumentException);
+    EXPECT_EQ(host.getModel("/content/m"), before);
 }
 
 TEST_F(HostTest, NamesTheKnownUsersWhenOneIsUnknown) {
     vex::Host host(Catalogue());
     try {
-        host.OpenSession({"/content/m", "bob", I18NLocale()});
+        host.openSession({"/content/m", "bob", I18NLocale()});
         FAIL() << "nothing was raised";
     } catch (vex::HostException const& problem) {
         EXPECT_STREQ(problem.what(), "unknown user \"bob\"; the catalogue has \"ann\"");
@@ -87,7 +87,7 @@ TEST_F(HostTest, NamesTheKnownUsersWhenOneIsUnknown) {
 TEST_F(HostTest, NamesTheKnownModelPathsWhenOneIsUnknown) {
     vex::Host host(Catalogue());
     try {
-        host.OpenSession({"/content/x", "ann", I18NLocale()});
+        host.openSession({"/content/x", "ann", I18NLocale()});
         FAIL() << "nothing was raised";
     } catch (vex::HostException const& problem) {
         EXPECT_STREQ(problem.what(),

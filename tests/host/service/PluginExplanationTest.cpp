@@ -24,16 +24,16 @@ class PluginExplanation : public testing::Test {
 protected:
     PluginExplanation() { m_plugin.Initialize(); }
 
-    void Explain(char const* modelPath, bool skipViewLists = false) {
+    void explain(char const* modelPath, bool skipViewLists = false) {
         Vex_Handle_Collection objects;
-        objects.push_back(m_session.FindObject("q1"));
-        m_plugin.ExplainAccess(m_session, modelPath, objects, skipViewLists, m_explanation);
+        objects.push_back(m_session.findObject("q1"));
+        m_plugin.explainAccess(m_session, modelPath, objects, skipViewLists, m_explanation);
     }
     PluginFault FaultOf(char const* modelPath) {
         try {
-            Explain(modelPath);
+            explain(modelPath);
         } catch (PluginException const& problem) {
-            return problem.GetFault();
+            return problem.getFault();
         }
         ADD_FAILURE() << "nothing was raised";
         return PluginFault::NotLoaded;
@@ -45,15 +45,15 @@ protected:
 };
 
 TEST_F(PluginExplanation, IsThePlugins) {
-    Explain("/content/m", true);
+    explain("/content/m", true);
     ASSERT_EQ(m_explanation.objects.size(), 1U);
     EXPECT_TRUE(m_explanation.objects[0].included);
-    Explain("/content/m", false);
+    explain("/content/m", false);
     EXPECT_FALSE(m_explanation.objects.at(0).included);
 }
 
 TEST_F(PluginExplanation, LetsThePlatformsExceptionsThrough) {
-    EXPECT_THROW(Explain(explainBreaker::throwPlatform), KRLException);
+    EXPECT_THROW(explain(explainBreaker::throwPlatform), KRLException);
 }
 
 TEST_F(PluginExplanation, StopsOtherExceptions) {
@@ -78,10 +78,10 @@ TEST(PluginWithoutExplanation, SaysSo) {
     vex::HostSession session{smallModel(), I18NLocale(), nullptr, nullptr};
     VexAccessExplanation explanation;
     try {
-        plugin.ExplainAccess(session, "/content/m", {}, false, explanation);
+        plugin.explainAccess(session, "/content/m", {}, false, explanation);
         ADD_FAILURE() << "nothing was raised";
     } catch (PluginException const& problem) {
-        EXPECT_EQ(problem.GetFault(), PluginFault::NotOffered);
+        EXPECT_EQ(problem.getFault(), PluginFault::NotOffered);
         EXPECT_THAT(problem.what(), HasSubstr("VexPlugin_explainAccess"));
     }
 }
@@ -90,7 +90,7 @@ TEST(PluginThatExplains, IsNotAskedBeforeItIsInitialised) {
     PluginProxy plugin(pluginFile("RuleBreakerThatExplains"), "RuleBreaker");
     vex::HostSession session{smallModel(), I18NLocale(), nullptr, nullptr};
     VexAccessExplanation explanation;
-    EXPECT_THROW(plugin.ExplainAccess(session, "/content/m", {}, false, explanation),
+    EXPECT_THROW(plugin.explainAccess(session, "/content/m", {}, false, explanation),
                  PluginException);
 }
 

@@ -32,7 +32,7 @@ Fault faultOf(std::function<void()> const& call) {
     try {
         call();
     } catch (PluginException const& problem) {
-        return {problem.GetFault(), problem.what()};
+        return {problem.getFault(), problem.what()};
     }
     ADD_FAILURE() << "nothing was raised";
     return {PluginFault::NotLoaded, ""};

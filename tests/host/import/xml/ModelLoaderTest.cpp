@@ -56,7 +56,7 @@ std::vector<Found> errorsOf(std::string const& text, vex::LoadOptions const& opt
 
 TEST(ModelLoader, ReadsAFile) {
     TemporaryFile const file("<model><a id='1'/></model>");
-    EXPECT_TRUE(vex::loadModel(file.path())->FindById("1").IsNotNull());
+    EXPECT_TRUE(vex::loadModel(file.path())->findById("1").IsNotNull());
 }
 
 TEST(ModelLoader, RefusesTextThatIsNotWellFormed) {
@@ -193,7 +193,7 @@ TEST(ModelLoader, ReadsAPipeThatDeliversLittleByLittle) {
     ASSERT_EQ(std::system(script.c_str()), 0);
     auto const model = vex::loadModel(path);
     std::filesystem::remove(path);
-    EXPECT_TRUE(model->FindById("1").IsNotNull());
+    EXPECT_TRUE(model->findById("1").IsNotNull());
 }
 
 TEST(ModelLoader, HoldsElementsToADepth) {
@@ -260,13 +260,13 @@ TEST(ModelLoader, RemembersWhereElementsStandWhenAsked) {
     vex::LoadOptions options;
     options.keepPositions = true;
     auto const with = vex::loadModelText(text, "m.xml", options);
-    ASSERT_TRUE(with->FindPosition(with->FindById("1")).has_value());
-    EXPECT_EQ(with->FindPosition(with->FindById("1"))->line, 2U);
-    EXPECT_EQ(with->FindPosition(with->FindById("1"))->column, 14U);
-    EXPECT_FALSE(with->FindPosition(ModelProbe::property(with->FindById("1"), "ID")).has_value());
-    EXPECT_FALSE(with->FindPosition(VEX_HANDLE()).has_value());
+    ASSERT_TRUE(with->findPosition(with->findById("1")).has_value());
+    EXPECT_EQ(with->findPosition(with->findById("1"))->line, 2U);
+    EXPECT_EQ(with->findPosition(with->findById("1"))->column, 14U);
+    EXPECT_FALSE(with->findPosition(ModelProbe::property(with->findById("1"), "ID")).has_value());
+    EXPECT_FALSE(with->findPosition(VEX_HANDLE()).has_value());
     auto const without = vex::loadModelText(text, "m.xml");
-    EXPECT_FALSE(without->FindPosition(without->FindById("1")).has_value());
+    EXPECT_FALSE(without->findPosition(without->findById("1")).has_value());
 }
 
 TEST(ModelLoader, PassesOnWhatTheProgressCallRaises) {

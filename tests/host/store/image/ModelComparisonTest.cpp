@@ -108,9 +108,9 @@ public:
     void run() {
         collect(m_plain.root());
         for (Handle const element : m_elements) {
-            meet(m_model.GetElement(m_met.size()), element);
+            meet(m_model.getElement(m_met.size()), element);
         }
-        ASSERT_EQ(m_model.ElementCount(), m_elements.size());
+        ASSERT_EQ(m_model.elementCount(), m_elements.size());
         for (Handle const element : m_elements) {
             compareElement(element);
         }
@@ -229,10 +229,10 @@ private:
         compareLists(object, plain);
         compareLookups(object, plain);
         if (plain->id) {
-            EXPECT_EQ(m_model.FindById(toString(*plain->id)), object);
+            EXPECT_EQ(m_model.findById(toString(*plain->id)), object);
         }
         I18NString reference;
-        bool const hasReference = m_model.GetReference(object, reference);
+        bool const hasReference = m_model.getReference(object, reference);
         EXPECT_EQ(hasReference, m_plain.referenceOf(plain).has_value());
         if (hasReference) {
             ++m_referencesMet;

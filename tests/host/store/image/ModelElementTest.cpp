@@ -142,15 +142,15 @@ TEST(ModelElement, IsFoundByItsIdAsWrittenAndNoOther) {
 
 TEST(ModelElement, StandsAtItsPlaceInDocumentOrder) {
     Probe const probe(sales);
-    EXPECT_EQ(probe.model().ElementCount(), 11U);
-    EXPECT_EQ(probe.model().GetElement(0), probe.root());
-    EXPECT_EQ(probe.model().GetElement(2), probe.id("f"));
-    EXPECT_FALSE(probe.model().GetElement(11).IsNotNull());
+    EXPECT_EQ(probe.model().elementCount(), 11U);
+    EXPECT_EQ(probe.model().getElement(0), probe.root());
+    EXPECT_EQ(probe.model().getElement(2), probe.id("f"));
+    EXPECT_FALSE(probe.model().getElement(11).IsNotNull());
 }
 
 TEST(ModelElement, IsValidWhileItsModelIsLoaded) {
     auto model = vex::loadModelText(sales, "test.model.xml");
-    VEX_HANDLE const object = model->FindById("q");
+    VEX_HANDLE const object = model->findById("q");
     EXPECT_TRUE(VexObject(object).IsValid());
     model.reset();
     EXPECT_FALSE(VexObject(object).IsValid());

@@ -14,7 +14,7 @@ public:
 
     vex::Model const& model() const { return *m_model; }
     VEX_HANDLE root() const { return m_model->GetRootObject(); }
-    VEX_HANDLE id(char const* id) const { return m_model->FindById(id); }
+    VEX_HANDLE id(char const* id) const { return m_model->findById(id); }
     VEX_HANDLE reference(char const* reference) const {
         return m_model->GetObjectByReference(reference, 0);
     }

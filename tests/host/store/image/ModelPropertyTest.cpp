@@ -235,13 +235,13 @@ TEST(ModelProperty, StandsForTheLocalesOfTheModelWithOneEntryForEach) {
     EXPECT_THAT(Probe::names(Probe::properties(locales)), ElementsAre("locale", "locale"));
     EXPECT_THAT(Probe::values(Probe::properties(locales)), ElementsAre("en", "de_AT"));
     EXPECT_EQ(Probe::value(probe.root(), "defaultLocale"), "de_AT");
-    EXPECT_EQ(probe.model().DefaultLocale().getName(), "de_AT");
-    EXPECT_EQ(probe.model().Locales().size(), 2U);
+    EXPECT_EQ(probe.model().defaultLocale().getName(), "de_AT");
+    EXPECT_EQ(probe.model().locales().size(), 2U);
 }
 
 TEST(ModelProperty, DefaultLocaleIsAmericanEnglishUnlessTheModelSaysSo) {
     Probe const probe("<model><a id='1' defaultLocale='anything'/></model>");
-    EXPECT_EQ(probe.model().DefaultLocale().getName(), "en_US");
+    EXPECT_EQ(probe.model().defaultLocale().getName(), "en_US");
     EXPECT_FALSE(Probe::property(probe.root(), "defaultLocale").IsNotNull());
     EXPECT_EQ(Probe::value(probe.id("1"), "defaultLocale"), "anything");
 }

@@ -81,21 +81,21 @@ TEST(ModelReference, ThatAnElementTellsLeadsBackToIt) {
     Probe const probe(nested);
     for (char const* const id : {"n", "f", "q", "d", "i", "bracket", "inner", "local", "g"}) {
         I18NString reference;
-        EXPECT_TRUE(probe.model().GetReference(probe.id(id), reference)) << id;
+        EXPECT_TRUE(probe.model().getReference(probe.id(id), reference)) << id;
         EXPECT_EQ(probe.model().GetObjectByReference(reference, 0), probe.id(id)) << id;
     }
     I18NString reference;
-    probe.model().GetReference(probe.id("bracket"), reference);
+    probe.model().getReference(probe.id("bracket"), reference);
     EXPECT_EQ(reference, "[N].[Q].[a]]b]");
 }
 
 TEST(ModelReference, IsNotToldByWhatHasNone) {
     Probe const probe(nested);
     I18NString reference;
-    EXPECT_FALSE(probe.model().GetReference(probe.id("outside"), reference));
-    EXPECT_FALSE(probe.model().GetReference(probe.root(), reference));
-    EXPECT_FALSE(probe.model().GetReference(Probe::property(probe.id("n"), "name"), reference));
-    EXPECT_FALSE(probe.model().GetReference(VEX_HANDLE(), reference));
+    EXPECT_FALSE(probe.model().getReference(probe.id("outside"), reference));
+    EXPECT_FALSE(probe.model().getReference(probe.root(), reference));
+    EXPECT_FALSE(probe.model().getReference(Probe::property(probe.id("n"), "name"), reference));
+    EXPECT_FALSE(probe.model().getReference(VEX_HANDLE(), reference));
     EXPECT_TRUE(reference.empty());
 }
 
