@@ -1,25 +1,20 @@
-#include "apps/vexma/SessionLines.h"
-
-#include "KRLException.h"
 #include "fuzz/FuzzSession.h"
 #include "fuzz/FuzzTargets.h"
+#include "host/protocol/SessionLineCall.h"
 
 #include <algorithm>
 
+#include <nlohmann/json.hpp>
+
 namespace {
 
-vex::Json answer(vex::HostSession& session, std::string_view text) {
-    try {
-        vex::SessionLine const line = vex::readSessionLine(text, session, {});
-        if (line.notify) {
-            fuzz::plugin().Notify(session, *line.notify);
-            return vex::answerToNotify(*line.notify);
-        }
-        return vex::answerTo(
-            vex::callAction(fuzz::plugin(), session, line.action, line.in, fuzz::smallLimits()));
-    } catch (KRLException const& problem) {
-        return vex::answerToFailure(problem.what());
-    }
+std::string answer(vex::HostSession& session, std::string_view line) {
+    return vex::answerSessionLine(line, session, {},
+                                  {[&](VexVariant const& action, VexParams const& in) {
+                                       return vex::callAction(fuzz::plugin(), session, action, in,
+                                                              fuzz::smallLimits());
+                                   },
+                                   [&](int kind) { fuzz::plugin().Notify(session, kind); }});
 }
 
 } // namespace
@@ -30,10 +25,10 @@ void fuzz::sessionLines(std::string_view input) {
     std::size_t lines = 0;
     for (std::size_t at = 0; at < input.size() && lines < most; ++lines) {
         std::size_t const end = std::min(input.find('\n', at), input.size());
-        vex::Json const json = answer(*session, input.substr(at, end - at));
-        std::string const written = json.dump(-1, ' ', false, vex::Json::error_handler_t::replace);
+        std::string const written = answer(*session, input.substr(at, end - at));
         require(written.find('\n') == std::string::npos, "an answer is one line");
-        require(vex::Json::parse(written, nullptr, false).is_object(), "an answer is an object");
+        auto const json = nlohmann::json::parse(written, nullptr, false);
+        require(json.is_object(), "an answer is an object");
         require(json.contains("code") || json.contains("error") || json.contains("notified"),
                 "an answer says what came of the line");
         at = end + 1;

@@ -3,11 +3,10 @@ find_package(nlohmann_json REQUIRED)
 set(VEX_FUZZ_DIR ${CMAKE_CURRENT_LIST_DIR})
 
 function(vex_add_fuzz_sources target)
-  set(vexma ${VEX_FUZZ_DIR}/../apps/vexma)
   file(GLOB properties CONFIGURE_DEPENDS ${VEX_FUZZ_DIR}/*.cpp)
   list(REMOVE_ITEM properties ${VEX_FUZZ_DIR}/Entry.cpp
     ${VEX_FUZZ_DIR}/SessionCaseMutator.cpp)
-  target_sources(${target} PRIVATE ${properties} ${vexma}/SessionLines.cpp)
+  target_sources(${target} PRIVATE ${properties})
   target_link_libraries(${target} PRIVATE vex_compile vex_differential_cases vex_host
     vex_provider nlohmann_json::nlohmann_json)
   target_compile_definitions(${target} PRIVATE

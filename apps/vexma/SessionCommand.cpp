@@ -1,11 +1,9 @@
-#include "KRLException.h"
 #include "apps/vexma/Commands.h"
-#include "apps/vexma/LineReader.h"
-#include "apps/vexma/SessionLines.h"
 #include "apps/vexma/Workplace.h"
+#include "host/protocol/LineReader.h"
+#include "host/protocol/SessionLineCall.h"
 
 #include <memory>
-#include <new>
 
 #include <CLI/CLI.hpp>
 #include <unistd.h>
@@ -24,50 +22,31 @@ struct SessionCommand {
             throw UsageException("a session's lines come from standard input; name a model file");
         }
         Workplace workplace(source, console);
-        LineReader lines(STDIN_FILENO, longestLine());
+        KRLIDOM_ReadLimits limits;
+        limits.bytes = requestSize.bytes;
+        SessionCalls const calls{[&](VexVariant const& action, VexParams const& in) {
+                                     return workplace.Call(action, in);
+                                 },
+                                 [&](int kind) { workplace.Notify(kind); }};
+        std::size_t const longest = longestSessionLine(requestSize.bytes);
+        LineReader lines(STDIN_FILENO, longest);
         std::string line;
         while (console.canWrite()) {
             LineReader::Result const result = lines.next(line);
             if (result == LineReader::Result::End) {
                 break;
             }
-            Json const answer =
-                result == LineReader::Result::TooLong
-                    ? answerToFailure("the line is longer than " + std::to_string(longestLine()) +
-                                      " bytes; ask for less, or raise "
-                                      "--max-request")
-                    : Answer(workplace, line);
-            console.out() << answer.dump(-1, ' ', false, Json::error_handler_t::replace)
+            console.out() << (result == LineReader::Result::TooLong
+                                  ? replyToTooLong(longest)
+                                  : answerSessionLine(line, workplace.Session(), limits, calls))
                           << std::endl;
         }
         return Done;
     }
 
-    /// A request of the greatest size, each byte escaped, and some room around
-    /// it.
-    std::size_t longestLine() const {
-        constexpr std::size_t longestEscape = 6; // \u0022
-        constexpr std::size_t around = 65'536;
-        return requestSize.bytes > std::numeric_limits<std::size_t>::max() / (2 * longestEscape)
-                   ? std::numeric_limits<std::size_t>::max()
-                   : requestSize.bytes * longestEscape + around;
-    }
-
-    Json Answer(Workplace& workplace, std::string const& text) const {
-        try {
-            KRLIDOM_ReadLimits limits;
-            limits.bytes = requestSize.bytes;
-            SessionLine const line = readSessionLine(text, workplace.Session(), limits);
-            if (line.notify) {
-                workplace.Notify(*line.notify);
-                return answerToNotify(*line.notify);
-            }
-            return answerTo(workplace.Call(line.action, line.in));
-        } catch (KRLException const& problem) {
-            return answerToFailure(problem.what());
-        } catch (std::bad_alloc const&) {
-            return answerToFailure("there is not enough memory for this line; ask for less");
-        }
+    static std::string replyToTooLong(std::size_t longest) {
+        return toJson(UnusedReply{"the line is longer than " + std::to_string(longest) +
+                                  " bytes; ask for less, or raise --max-request"});
     }
 };
 

@@ -1,10 +1,10 @@
 // Files that cannot be read, give their bytes in pieces, or end too early.
 
 #include "KRLException.h"
-#include "apps/vexma/LineReader.h"
 #include "host/catalogue/Catalogue.h"
 #include "host/import/xml/FileText.h"
 #include "host/import/xml/ModelLoader.h"
+#include "host/protocol/LineReader.h"
 #include "tests/faults/FailingFile.h"
 #include "tests/faults/FaultModel.h"
 

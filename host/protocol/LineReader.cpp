@@ -1,4 +1,4 @@
-#include "apps/vexma/LineReader.h"
+#include "host/protocol/LineReader.h"
 
 #include "KRLException.h"
 

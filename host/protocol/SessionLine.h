@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace vex {
+
+/// A value of an action, on its way in or out.
+struct SessionValue {
+    enum class Kind {
+        Empty,
+        Long,     // `number`
+        String,   // `text`
+        Handle,   // `text`: an id, on its way in also a reference
+        Node,     // `text`: an XML document; what comes out is not told
+        Unusable, // only in: `text` says what is wrong with what stands in its place
+    };
+
+    Kind kind = Kind::Empty;
+    long number = 0;
+    std::string text; // UTF-8
+
+    bool operator==(SessionValue const& other) const = default;
+};
+
+/// {"action": A, "in": [V, ...]}
+struct SessionAction {
+    SessionValue action;
+    std::vector<SessionValue> in;
+};
+
+/// {"notify": kind}
+struct SessionNotification {
+    int kind = 0;
+};
+
+/// Anything else, with what is wrong about it and what to send.
+struct UnusableLine {
+    std::string problem;
+};
+
+/// What a client says to a session in one line.
+using SessionLine = std::variant<SessionAction, SessionNotification, UnusableLine>;
+
+/// Reads a line; needs no session and raises nothing of its own.
+SessionLine readSessionLine(std::string_view text);
+
+/// The bytes that a line with a request of that many bytes may have: each byte
+/// may be escaped, and something stands around them.
+std::size_t longestSessionLine(std::size_t requestBytes);
+
+} // namespace vex

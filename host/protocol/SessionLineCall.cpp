@@ -1,0 +1,139 @@
+#include "host/protocol/SessionLineCall.h"
+
+#include "KRLIDOM_Writer.h"
+#include "VexObject.h"
+#include "host/store/image/HostException.h"
+
+#include <new>
+
+namespace vex {
+
+namespace {
+
+using Kind = SessionValue::Kind;
+
+/// Makes variants of a line's values, which it holds.
+class ValueMaker {
+public:
+    ValueMaker(HostSession const& session, KRLIDOM_ReadLimits const& limits)
+        : m_session(session), m_limits(limits) {}
+
+    VexVariant make(SessionValue const& value) {
+        switch (value.kind) {
+        case Kind::Empty:
+            return {};
+        case Kind::Long:
+            return m_values.Long(value.number);
+        case Kind::String:
+            return m_values.String(I18NString::fromUtf8(value.text));
+        case Kind::Handle:
+            return m_values.Handle(m_session.findObject(I18NString::fromUtf8(value.text)));
+        case Kind::Node:
+            return m_values.Node(KRLIDOM_Reader::parse(value.text, "node", m_limits));
+        case Kind::Unusable:
+            break;
+        }
+        throw HostException(value.text);
+    }
+
+private:
+    HostSession const& m_session;
+    KRLIDOM_ReadLimits const& m_limits;
+    ActionValues m_values;
+};
+
+RaisedFailure failureOf(VexException const& raised) {
+    RaisedFailure failure;
+    failure.id = raised.GetId();
+    failure.source = raised.GetLocation().source;
+    failure.line = raised.GetLocation().line;
+    failure.function = raised.GetFunction();
+    for (VexMessage const& message : raised.GetMessages()) {
+        for (KRLMessageParm const& parameter : message.GetComponents().GetParameters()) {
+            failure.parameters.push_back(parameter.GetText().toUtf8());
+        }
+    }
+    failure.text = raised.what();
+    return failure;
+}
+
+SessionValue appendedValue(VexVariant const& value) {
+    switch (value.GetType()) {
+    case VexVariant::Long:
+        return {Kind::Long, static_cast<long>(value), {}};
+    case VexVariant::Handle: {
+        I18NString id;
+        VexObject(static_cast<VEX_HANDLE>(value)).GetId(id);
+        return {Kind::Handle, 0, id.toUtf8()};
+    }
+    case VexVariant::String: {
+        auto const* const text = static_cast<I18NString*>(value);
+        return {Kind::String, 0, text == nullptr ? "" : text->toUtf8()};
+    }
+    case VexVariant::Empty:
+        return {};
+    default: // a node, or a pointer to one
+        return {Kind::Node, 0, {}};
+    }
+}
+
+SessionReply replyTo(ActionOutcome const& outcome) {
+    std::string response = KRLIDOM_Writer::toUtf8(outcome.response.document());
+    if (outcome.end == ActionOutcome::End::Returned) {
+        ReturnedReply reply{outcome.code, {}, std::move(response)};
+        for (VexVariant const& value : outcome.appended) {
+            reply.appended.push_back(appendedValue(value));
+        }
+        return reply;
+    }
+    if (outcome.raised) {
+        return RaisedReply{failureOf(*outcome.raised), std::move(response)};
+    }
+    return StoppedReply{outcome.text, std::move(response)};
+}
+
+/// Carries out each kind of line.
+struct Performer {
+    HostSession const& session;
+    KRLIDOM_ReadLimits const& limits;
+    SessionCalls const& calls;
+
+    SessionReply operator()(SessionAction const& line) const {
+        ValueMaker values(session, limits);
+        VexVariant const action = values.make(line.action);
+        VexParams in;
+        for (SessionValue const& value : line.in) {
+            in.AddParam(values.make(value));
+        }
+        return replyTo(calls.action(action, in));
+    }
+
+    SessionReply operator()(SessionNotification const& line) const {
+        calls.notify(line.kind);
+        return NotifiedReply{line.kind};
+    }
+
+    SessionReply operator()(UnusableLine const& line) const { return UnusedReply{line.problem}; }
+};
+
+} // namespace
+
+SessionReply carryOut(SessionLine const& line, HostSession const& session,
+                      KRLIDOM_ReadLimits const& limits, SessionCalls const& calls) {
+    try {
+        return std::visit(Performer{session, limits, calls}, line);
+    } catch (KRLException const& problem) {
+        return UnusedReply{problem.what()};
+    }
+}
+
+std::string answerSessionLine(std::string_view line, HostSession const& session,
+                              KRLIDOM_ReadLimits const& limits, SessionCalls const& calls) {
+    try {
+        return toJson(carryOut(readSessionLine(line), session, limits, calls));
+    } catch (std::bad_alloc const&) {
+        return toJson(UnusedReply{"there is not enough memory for this line; ask for less"});
+    }
+}
+
+} // namespace vex

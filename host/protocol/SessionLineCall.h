@@ -1,0 +1,33 @@
+#pragma once
+
+#include "KRLIDOM_Reader.h"
+#include "host/protocol/SessionLine.h"
+#include "host/protocol/SessionReply.h"
+#include "host/service/ActionCall.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace vex {
+
+/// How the lines of a session reach its plug-in. Both may raise what calling a
+/// plug-in raises.
+struct SessionCalls {
+    std::function<ActionOutcome(VexVariant const& action, VexParams const& in)> action;
+    std::function<void(int kind)> notify;
+};
+
+/// Does what a line says. The values are made in the order of the line; the
+/// first that cannot be (it is unusable, its handle names nothing, its document
+/// cannot be read within `limits`) is the reply, and nothing is called. Of the
+/// platform's exceptions none comes out.
+SessionReply carryOut(SessionLine const& line, HostSession const& session,
+                      KRLIDOM_ReadLimits const& limits, SessionCalls const& calls);
+
+/// Reads a line, carries it out and writes the reply, all as text. When memory
+/// runs out, the reply says so.
+std::string answerSessionLine(std::string_view line, HostSession const& session,
+                              KRLIDOM_ReadLimits const& limits, SessionCalls const& calls);
+
+} // namespace vex

@@ -1,0 +1,188 @@
+#include "host/protocol/SessionLineCall.h"
+
+#include "KRLIDOM_Writer.h"
+#include "VexObject.h"
+#include "host/store/image/HostException.h"
+#include "tests/host/service/SmallModel.h"
+
+#include <new>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using vex::SessionValue;
+using Kind = SessionValue::Kind;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+/// A session whose calls are answered by the test.
+class SessionLineCall : public testing::Test {
+protected:
+    SessionLineCall() {
+        m_calls.action = [this](VexVariant const& action, VexParams const& in) {
+            ++m_called;
+            m_seen(action, in);
+            return std::move(m_outcome);
+        };
+        m_calls.notify = [this](int kind) { m_notified.push_back(kind); };
+        m_outcome.end = vex::ActionOutcome::End::Returned;
+        m_outcome.response = KRLIDOM_OwnedDocument("Response", {});
+    }
+
+    vex::SessionReply carryOut(vex::SessionLine const& line) {
+        return vex::carryOut(line, m_session, m_limits, m_calls);
+    }
+
+    /// The reply to an action with these parameters.
+    vex::SessionReply act(std::vector<SessionValue> in) {
+        return carryOut(vex::SessionAction{{Kind::Long, 31000, ""}, std::move(in)});
+    }
+
+    std::string problemOf(std::vector<SessionValue> in) {
+        return std::get<vex::UnusedReply>(act(std::move(in))).text;
+    }
+
+    vex::HostSession m_session{smallModel(), I18NLocale(), nullptr, nullptr};
+    KRLIDOM_ReadLimits m_limits;
+    vex::SessionCalls m_calls;
+    vex::ActionOutcome m_outcome; // of the next call
+    std::function<void(VexVariant const&, VexParams const&)> m_seen = [](VexVariant const&,
+                                                                         VexParams const&) {};
+    int m_called = 0;
+    std::vector<int> m_notified;
+};
+
+TEST_F(SessionLineCall, MakesEachKindOfValueInOrder) {
+    m_seen = [this](VexVariant const& action, VexParams const& in) {
+        EXPECT_EQ(static_cast<long>(action), 31000);
+        ASSERT_EQ(in.size(), 5U);
+        EXPECT_EQ(static_cast<long>(in[0]), -4);
+        EXPECT_EQ(*static_cast<I18NString*>(in[1]), I18NString::fromUtf8("\xC3\xBC"));
+        EXPECT_EQ(static_cast<VEX_HANDLE>(in[2]), m_session.getModel()->findById("q1"));
+        EXPECT_EQ(KRLIDOM_Writer::toUtf8(*static_cast<KRLIDOM_Node*>(in[3])), "<a b=\"c\"/>");
+        EXPECT_EQ(in[4].GetType(), VexVariant::Empty);
+    };
+    act({{Kind::Long, -4, ""},
+         {Kind::String, 0, "\xC3\xBC"},
+         {Kind::Handle, 0, "q1"},
+         {Kind::Node, 0, "<a b='c'/>"},
+         {Kind::Empty, 0, ""}});
+    EXPECT_EQ(m_called, 1);
+}
+
+TEST_F(SessionLineCall, FindsAHandleByItsReferenceToo) {
+    m_seen = [this](VexVariant const&, VexParams const& in) {
+        EXPECT_EQ(static_cast<VEX_HANDLE>(in[0]), m_session.getModel()->findById("q1"));
+    };
+    act({{Kind::Handle, 0, "[Sales].[Orders]"}});
+    EXPECT_EQ(m_called, 1);
+}
+
+TEST_F(SessionLineCall, TellsTheCodeTheResponseAndWhatWasAppended) {
+    I18NString text("said");
+    KRLIDOM_Node node = m_outcome.response.document().getDocumentElement();
+    VexVariant pointer;
+    pointer = static_cast<void*>(&node);
+    m_outcome.code = 6;
+    m_outcome.appended = {VexVariant(7L),
+                          VexVariant(&text),
+                          VexVariant(static_cast<I18NString*>(nullptr)),
+                          VexVariant(m_session.getModel()->findById("q1")),
+                          VexVariant(VEX_HANDLE()),
+                          VexVariant(&node),
+                          pointer,
+                          VexVariant()};
+    auto const reply = std::get<vex::ReturnedReply>(act({}));
+    EXPECT_EQ(reply.code, 6);
+    EXPECT_EQ(reply.response, "<Response/>");
+    EXPECT_EQ(reply.appended, (std::vector<SessionValue>{{Kind::Long, 7, ""},
+                                                         {Kind::String, 0, "said"},
+                                                         {Kind::String, 0, ""},
+                                                         {Kind::Handle, 0, "q1"},
+                                                         {Kind::Handle, 0, ""},
+                                                         {Kind::Node, 0, ""},
+                                                         {Kind::Node, 0, ""},
+                                                         {Kind::Empty, 0, ""}}));
+}
+
+TEST_F(SessionLineCall, TellsEveryDetailOfAFailureAndTheResponse) {
+    VexException raised(1171025905);
+    raised << (VexMessage(1171025905) << KRLMessageParm("Nowhere") << KRLMessageParm("2"));
+    try {
+        raised.raise({"Source", 12}, "function", "kind");
+    } catch (VexException const& thrown) {
+        m_outcome.raised = thrown;
+    }
+    m_outcome.end = vex::ActionOutcome::End::Raised;
+    auto const reply = std::get<vex::RaisedReply>(act({}));
+    EXPECT_EQ(reply.failure.id, 1171025905U);
+    EXPECT_EQ(reply.failure.source, "Source");
+    EXPECT_EQ(reply.failure.line, 12);
+    EXPECT_EQ(reply.failure.function, "function");
+    EXPECT_EQ(reply.failure.parameters, (std::vector<std::string>{"Nowhere", "2"}));
+    EXPECT_THAT(reply.failure.text, StartsWith("No object named \"Nowhere\""));
+    EXPECT_EQ(reply.response, "<Response/>");
+}
+
+TEST_F(SessionLineCall, TellsWhatEndedACallAndTheResponseSoFar) {
+    m_outcome.end = vex::ActionOutcome::End::Stopped;
+    m_outcome.text = "too much";
+    auto const reply = std::get<vex::StoppedReply>(act({}));
+    EXPECT_EQ(reply.text, "too much");
+    EXPECT_EQ(reply.response, "<Response/>");
+}
+
+TEST_F(SessionLineCall, CallsNothingWhenAValueCannotBeMade) {
+    EXPECT_THAT(problemOf({{Kind::Handle, 0, "x9"}}), HasSubstr("\"x9\""));
+    EXPECT_THAT(problemOf({{Kind::Node, 0, "<a>"}}), HasSubstr("node:1:"));
+    EXPECT_EQ(problemOf({{Kind::Unusable, 0, "is wrong"}}), "is wrong");
+    EXPECT_EQ(m_called, 0);
+}
+
+TEST_F(SessionLineCall, RefusesADocumentPastItsLimits) {
+    m_limits.bytes = 10;
+    EXPECT_THAT(problemOf({{Kind::Node, 0, "<a>1234567</a>"}}), HasSubstr("10"));
+}
+
+TEST_F(SessionLineCall, TellsOfTheFirstValueThatCannotBeMade) {
+    EXPECT_THAT(problemOf({{Kind::Handle, 0, "x9"}, {Kind::Unusable, 0, "is wrong"}}),
+                HasSubstr("\"x9\""));
+    EXPECT_EQ(problemOf({{Kind::Unusable, 0, "is wrong"}, {Kind::Handle, 0, "x9"}}), "is wrong");
+    auto const reply = carryOut(
+        vex::SessionAction{{Kind::Unusable, 0, "is no action"}, {{Kind::Unusable, 0, "is wrong"}}});
+    EXPECT_EQ(std::get<vex::UnusedReply>(reply).text, "is no action");
+}
+
+TEST_F(SessionLineCall, SendsNotifications) {
+    auto const reply = carryOut(vex::SessionNotification{2});
+    EXPECT_EQ(std::get<vex::NotifiedReply>(reply).kind, 2);
+    EXPECT_EQ(m_notified, std::vector<int>{2});
+    EXPECT_EQ(m_called, 0);
+}
+
+TEST_F(SessionLineCall, TellsWhatANotificationRaises) {
+    m_calls.notify = [](int) { throw vex::HostException("nobody listens"); };
+    EXPECT_EQ(std::get<vex::UnusedReply>(carryOut(vex::SessionNotification{1})).text,
+              "nobody listens");
+}
+
+TEST_F(SessionLineCall, RepeatsWhatIsWrongWithAnUnusableLine) {
+    EXPECT_EQ(std::get<vex::UnusedReply>(carryOut(vex::UnusableLine{"no JSON"})).text, "no JSON");
+    EXPECT_EQ(m_called, 0);
+}
+
+TEST_F(SessionLineCall, AnswersATextWithAText) {
+    EXPECT_EQ(vex::answerSessionLine(R"({"notify": 1})", m_session, m_limits, m_calls),
+              R"({"notified":1})");
+    EXPECT_EQ(vex::answerSessionLine(R"({"action": 1, "in": []})", m_session, m_limits, m_calls),
+              R"({"code":0,"appended":[],"response":"<Response/>"})");
+}
+
+TEST_F(SessionLineCall, SaysWhenMemoryIsNotEnoughForALine) {
+    m_calls.notify = [](int) { throw std::bad_alloc(); };
+    EXPECT_EQ(vex::answerSessionLine(R"({"notify": 1})", m_session, m_limits, m_calls),
+              R"({"error":{"text":"there is not enough memory for this line; ask for less"}})");
+}
+
+} // namespace
