@@ -3,20 +3,46 @@
 
 #include "VexAccessExplanation.h"
 #include "VexPlatformVersion.h"
+#include "VexPluginExtension.h"
 #include "plugin/VexAccessAction.h"
 
+#include <string_view>
+
 #define VEX_PLUGIN_EXPORT extern "C" __attribute__((visibility("default")))
+
+namespace {
+
+void explainAccess(VexSession& session, I18NString const& modelPath,
+                   Vex_Handle_Collection const& objects, bool skipViewLists,
+                   VexAccessExplanation& explanation) {
+    // An action object of its own: the session's cached ones stay as they are.
+    VexAccessAction(session).explain(modelPath, objects, skipViewLists, explanation);
+}
+
+constexpr VexExplainAccess accessExplanation{explainAccess};
+
+struct ExtensionRow {
+    std::string_view id;
+    void const* table;
+};
+
+constexpr ExtensionRow extensions[] = {
+    {VexExplainAccess::Id, &accessExplanation},
+};
+
+} // namespace
 
 /// The platform headers' version that the plug-in was built with.
 VEX_PLUGIN_EXPORT int VexPlugin_platformVersion() {
     return VEX_PLATFORM_VERSION;
 }
 
-/// See `VexExplainAccess`.
-VEX_PLUGIN_EXPORT void VexPlugin_explainAccess(VexSession& session, I18NString const& modelPath,
-                                               Vex_Handle_Collection const& objects,
-                                               bool skipViewLists,
-                                               VexAccessExplanation& explanation) {
-    // An action object of its own: the session's cached ones stay as they are.
-    VexAccessAction(session).explain(modelPath, objects, skipViewLists, explanation);
+/// See `VexGetExtension`.
+VEX_PLUGIN_EXPORT void const* VexPlugin_getExtension(char const* id) {
+    for (ExtensionRow const& row : extensions) {
+        if (row.id == id) {
+            return row.table;
+        }
+    }
+    return nullptr;
 }

@@ -2,6 +2,7 @@
 
 #include "KRLPluginCreator.h"
 #include "VexPlatformVersion.h"
+#include "VexPluginExtension.h"
 #include "VexPluginFactory.h"
 
 #include <filesystem>
@@ -44,6 +45,13 @@ public:
     LoadedPlugin& operator=(LoadedPlugin const&) = delete;
 
     VexPluginInterface* operator->() const { return m_plugin.get(); }
+
+    /// Null when the plug-in does not offer it.
+    template <class Extension> Extension const* findExtension() const {
+        auto const entry =
+            reinterpret_cast<VexGetExtension>(dlsym(m_library.get(), VexGetExtensionName));
+        return entry == nullptr ? nullptr : static_cast<Extension const*>(entry(Extension::Id));
+    }
 
 private:
     struct Close {

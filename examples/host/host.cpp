@@ -1,8 +1,9 @@
 // A small host: shows a table as a model and asks a plug-in about it.
 //
 //     small_host libVexMAActionPlugin.vpl REQUEST.xml
-//     small_host libCountPlugin.vpl --count CLASS...
+//     small_host libCountPlugin.vpl --count [CLASS...]
 
+#include "../plugin/CountClasses.h"
 #include "KRLIDOM_Document.h"
 #include "KRLIDOM_OwnedDocument.h"
 #include "KRLIDOM_Reader.h"
@@ -88,9 +89,14 @@ int ask(LoadedPlugin const& plugin, VexSession& session, char const* requestFile
     return 0;
 }
 
-/// Asks how many objects of each class there are and prints the numbers.
+/// Asks how many objects of each class there are and prints the numbers; of all
+/// classes, when none is named and the plug-in can tell them.
 int count(LoadedPlugin const& plugin, VexSession& session, std::vector<I18NString> classes) {
     constexpr long countRequest = 41000;
+    CountClasses const* const all = plugin.findExtension<CountClasses>();
+    if (classes.empty() && all != nullptr) {
+        classes = all->list(session);
+    }
     VexParams in;
     for (I18NString& name : classes) {
         in.AddParam(VexVariant(&name));
@@ -107,10 +113,10 @@ int count(LoadedPlugin const& plugin, VexSession& session, std::vector<I18NStrin
 } // namespace
 
 int main(int argc, char** argv) try {
-    bool const counts = argc > 3 && std::string_view(argv[2]) == "--count";
+    bool const counts = argc > 2 && std::string_view(argv[2]) == "--count";
     if (!counts && argc != 3) {
         std::cerr << "usage: small_host libVexMAActionPlugin.vpl REQUEST.xml\n"
-                     "       small_host libCountPlugin.vpl --count CLASS...\n";
+                     "       small_host libCountPlugin.vpl --count [CLASS...]\n";
         return 2;
     }
     RowModel model;

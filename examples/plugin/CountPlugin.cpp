@@ -1,12 +1,18 @@
-// A small plug-in: counts the objects of a class.
+// A small plug-in: counts the objects of a class. As an extension it tells which
+// classes there are.
 
+#include "CountClasses.h"
 #include "KRLException.h"
 #include "KRLPluginCreator.h"
 #include "VexErrorCode.h"
 #include "VexObject.h"
 #include "VexPlatformVersion.h"
+#include "VexPluginExtension.h"
 #include "VexPluginInterface.h"
 #include "VexSession.h"
+
+#include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -45,9 +51,37 @@ public:
 KRLPluginCreator<std::string, VexPluginInterface, CountPlugin> creator("CountPlugin", nullptr,
                                                                        nullptr);
 
+void addClassesBelow(VexObject const& object, std::vector<I18NString>& classes) {
+    Vex_Handle_Collection members;
+    object.childObjects(members, nullptr, nullptr);
+    for (VEX_HANDLE const handle : members) {
+        VexObject const member(handle);
+        I18NString name;
+        member.GetName(name);
+        if (std::find(classes.begin(), classes.end(), name) == classes.end()) {
+            classes.push_back(name);
+        }
+        addClassesBelow(member, classes);
+    }
+}
+
+std::vector<I18NString> listClasses(VexSession& session) {
+    std::vector<I18NString> classes;
+    addClassesBelow(VexObject(session.GetObjectStore().GetRootObject()), classes);
+    return classes;
+}
+
+constexpr CountClasses countClasses{listClasses};
+
 } // namespace
 
 /// A host compares it with its own version before the first call.
 extern "C" __attribute__((visibility("default"))) int VexPlugin_platformVersion() {
     return VEX_PLATFORM_VERSION;
+}
+
+/// A host asks it for what the plug-in can do beside its actions.
+extern "C" __attribute__((visibility("default"))) void const*
+VexPlugin_getExtension(char const* id) {
+    return std::strcmp(id, CountClasses::Id) == 0 ? &countClasses : nullptr;
 }

@@ -1,6 +1,7 @@
 #include "host/service/PluginProxy.h"
 
 #include "KRLPluginCreator.h"
+#include "VexPluginExtension.h"
 #include "VexTrace.h"
 #include "host/service/HostNotification.h"
 #include "host/service/PluginException.h"
@@ -71,11 +72,29 @@ template <class Call> auto PluginProxy::guarded(char const* operation, Call cons
     }
 }
 
+// The table of that id; null when the plug-in has none.
+template <class Extension> Extension const* PluginProxy::findExtension() const {
+    auto const entry = reinterpret_cast<VexGetExtension>(m_library.findExport(VexGetExtensionName));
+    return guarded("getExtension", [&] {
+        return static_cast<Extension const*>(entry != nullptr ? entry(Extension::Id) : nullptr);
+    });
+}
+
+template <class Extension>
+Extension const& PluginProxy::offered(Extension const* extension, char const* operation) const {
+    if (extension == nullptr) {
+        throw PluginException(PluginFault::NotOffered,
+                              described(operation) +
+                                  " is not offered by this plug-in; ask for the answers alone, or "
+                                  "use a plug-in that has the extension " +
+                                  Extension::Id);
+    }
+    return *extension;
+}
+
 PluginProxy::PluginProxy(std::string const& file, std::string const& name, CallChecks checks)
     : m_library(file), m_creator(m_library.FindCreator(name)),
-      m_explainAccess(
-          reinterpret_cast<VexExplainAccess>(m_library.findExport("VexPlugin_explainAccess"))),
-      m_checks(checks) {
+      m_explainAccess(findExtension<VexExplainAccess>()), m_checks(checks) {
     guarded("create", [&] {
         if (m_creator.initialize() != nullptr) {
             m_creator.initialize()();
@@ -151,15 +170,10 @@ void PluginProxy::Notify(HostSession& session, int kind) {
 void PluginProxy::explainAccess(HostSession& session, I18NString const& modelPath,
                                 Vex_Handle_Collection const& objects, bool skipViewLists,
                                 VexAccessExplanation& explanation) {
-    if (m_explainAccess == nullptr) {
-        throw PluginException(PluginFault::NotOffered,
-                              described("explainAccess") +
-                                  " is not offered by this plug-in; ask for the answers alone, or "
-                                  "use a plug-in that exports VexPlugin_explainAccess");
-    }
+    VexExplainAccess const& extension = offered(m_explainAccess, "explainAccess");
     Running const running(*this, session, "explainAccess");
     guarded("explainAccess",
-            [&] { m_explainAccess(session, modelPath, objects, skipViewLists, explanation); });
+            [&] { extension.explain(session, modelPath, objects, skipViewLists, explanation); });
 }
 
 std::string PluginProxy::described(char const* operation) const {

@@ -39,7 +39,7 @@ public:
     void Notify(HostSession& session, int kind);
 
     /// Why the plug-in decides about accessibility as it does: see
-    /// `VexExplainAccess`. Not every plug-in says.
+    /// `VexExplainAccess`. Not every plug-in offers it.
     void explainAccess(HostSession& session, I18NString const& modelPath,
                        Vex_Handle_Collection const& objects, bool skipViewLists,
                        VexAccessExplanation& explanation);
@@ -51,12 +51,15 @@ private:
     class Running;
 
     template <class Call> auto guarded(char const* operation, Call const& call) const;
+    template <class Extension> Extension const* findExtension() const;
+    template <class Extension>
+    Extension const& offered(Extension const* extension, char const* operation) const;
     void terminateObject(char const* parameters);
     std::string described(char const* operation) const;
 
     PluginLibrary m_library;
     VexPluginFactory::Creator& m_creator;
-    VexExplainAccess m_explainAccess; // null when the plug-in does not export it
+    VexExplainAccess const* m_explainAccess; // null when the plug-in does not offer it
     CallChecks m_checks;
     std::unique_ptr<VexPluginInterface> m_plugin;
     std::atomic<State> m_state{State::Loaded};

@@ -57,17 +57,22 @@ struct VexExplainedObject {
     std::vector<VexViewMention> mentions; ///< of views that name it, in the model's order
 };
 
-/// The answer of a `VexExplainAccess`.
+/// What `VexExplainAccess` gives.
 struct VexAccessExplanation {
     /// All of the model's, in its order; none when unrestricted.
     std::vector<VexExplainedView> views;
     std::vector<VexExplainedObject> objects; ///< one for each asked for, in order
 };
 
-/// A plug-in that can explain its accessibility answers exports a function of
-/// this type under the name "VexPlugin_explainAccess". It decides exactly as an
-/// accessibility request of the session would, raises the same failures, and
-/// leaves the session as it was. `explanation` is replaced.
-using VexExplainAccess = void (*)(VexSession& session, I18NString const& modelPath,
-                                  Vex_Handle_Collection const& objects, bool skipViewLists,
-                                  VexAccessExplanation& explanation);
+/// The extension that explains accessibility answers; see `VexPluginExtension.h`.
+struct VexExplainAccess {
+    static constexpr char const* Id = "vex.explain-access/1";
+
+    /// Decides about each of the objects exactly as an accessibility request of the
+    /// session would, raises the same failures, and leaves the session as it was.
+    /// `explanation` is replaced. A call of the session: one at a time, between the
+    /// plug-in's `Initialize` and `Terminate`.
+    void (*explain)(VexSession& session, I18NString const& modelPath,
+                    Vex_Handle_Collection const& objects, bool skipViewLists,
+                    VexAccessExplanation& explanation);
+};

@@ -72,17 +72,30 @@ TEST_F(PluginExplanation, TakesTheSessionsTurn) {
     EXPECT_EQ(fault, PluginFault::SessionBusy);
 }
 
+// Without the entry to extensions, and with one that knows none.
 TEST(PluginWithoutExplanation, SaysSo) {
-    PluginProxy plugin(pluginFile("RuleBreaker"), "RuleBreaker");
-    plugin.Initialize();
-    vex::HostSession session{smallModel(), I18NLocale(), nullptr, nullptr};
-    VexAccessExplanation explanation;
+    for (char const* const name : {"RuleBreaker", "RuleBreakerWithoutExtensions"}) {
+        PluginProxy plugin(pluginFile(name), "RuleBreaker");
+        plugin.Initialize();
+        vex::HostSession session{smallModel(), I18NLocale(), nullptr, nullptr};
+        VexAccessExplanation explanation;
+        try {
+            plugin.explainAccess(session, "/content/m", {}, false, explanation);
+            ADD_FAILURE() << "nothing was raised";
+        } catch (PluginException const& problem) {
+            EXPECT_EQ(problem.getFault(), PluginFault::NotOffered);
+            EXPECT_THAT(problem.what(), HasSubstr("vex.explain-access/1"));
+        }
+    }
+}
+
+TEST(PluginWhoseEntryToExtensionsThrows, IsRefused) {
     try {
-        plugin.explainAccess(session, "/content/m", {}, false, explanation);
+        PluginProxy const plugin(pluginFile("RuleBreakerWhoseEntryThrows"), "RuleBreaker");
         ADD_FAILURE() << "nothing was raised";
     } catch (PluginException const& problem) {
-        EXPECT_EQ(problem.getFault(), PluginFault::NotOffered);
-        EXPECT_THAT(problem.what(), HasSubstr("VexPlugin_explainAccess"));
+        EXPECT_EQ(problem.getFault(), PluginFault::ForeignException);
+        EXPECT_THAT(problem.what(), HasSubstr("getExtension"));
     }
 }
 
