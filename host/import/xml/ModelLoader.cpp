@@ -19,11 +19,11 @@ std::shared_ptr<Model const> readModel(ByteSource& source, std::size_t size,
     }
     try {
         readSax(source, reader, bytesRead);
-    } catch (ModelReader::Stop const&) {
+    } catch (SourceReport::Stop const&) {
         // What ended the reading stands among the errors.
     }
     found.insert(found.end(), errors.begin(), errors.end());
-    return errors.empty() ? std::make_shared<Model const>(std::move(reader).finish()) : nullptr;
+    return std::move(reader).finish();
 }
 
 std::shared_ptr<Model const> orRaise(std::shared_ptr<Model const> model,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/store/build/Diagnostic.h"
+#include "host/store/build/ModelWriter.h"
 #include "host/store/image/Model.h"
 
 #include <cstddef>
@@ -11,16 +11,14 @@
 
 namespace vex {
 
-/// What a model document may hold.
-struct ModelLimits {
-    std::size_t depth = 512; // elements inside each other; the root counts
+/// What a model document may hold. What a model limits holds for its elements,
+/// those that are skipped too; the names are those of elements and attributes.
+struct DocumentLimits : ModelLimits {
     std::size_t attributesPerElement = 200;
-    std::size_t nameLength = 1'000;     // of an element or attribute, UTF-16 code units
-    std::size_t distinctNames = 10'000; // of elements and attributes
 };
 
 struct LoadOptions {
-    ModelLimits limits;
+    DocumentLimits limits;
     /// Called now and then while the document is read.
     std::function<void(std::size_t bytesDone, std::size_t bytesTotal)> progress;
     /// Remembers where each element stands, for messages about the model.

@@ -18,6 +18,9 @@ std::string toString(Diagnostic const& diagnostic) {
     if (!shown.empty()) {
         shown += ": ";
     }
+    if (!diagnostic.part.empty()) {
+        shown += diagnostic.part + ": ";
+    }
     return shown + toString(diagnostic.severity) + ": " + diagnostic.text;
 }
 

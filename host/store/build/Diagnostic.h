@@ -21,12 +21,14 @@ struct Diagnostic {
     std::string file;
     unsigned long line = 0; // from 1; 0 is unknown
     unsigned long column = 0;
-    std::string text; // what is wrong and what to do about it
+    std::string text;   // what is wrong and what to do about it
+    std::string part{}; // of the file, in words, where it has no lines: "table Orders"
 };
 
 using Diagnostics = std::vector<Diagnostic>;
 
-/// "file:line:column: error: text"; what is unknown is left out.
+/// "file:line:column: error: text", "file: part: error: text"; what is unknown
+/// is left out.
 std::string toString(Diagnostic const& diagnostic);
 
 } // namespace vex

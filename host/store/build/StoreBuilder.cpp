@@ -19,9 +19,9 @@ std::uint64_t valueKey(Atom name, std::uint32_t locale) {
 
 } // namespace
 
-StoreBuilder::StoreBuilder(bool keepPositions, std::size_t documentSize)
+StoreBuilder::StoreBuilder(bool keepPositions, std::size_t sourceSize)
     : m_data(std::make_unique<StoreData>()), m_queue(m_texts), m_keepPositions(keepPositions) {
-    m_texts.reserve(documentSize / bytesPerText, documentSize / bytesPerUnit);
+    m_texts.reserve(sourceSize / bytesPerText, sourceSize / bytesPerUnit);
     m_data->idName = addName(u"ID");
     m_data->nameName = addName(u"name");
     m_data->namespaceName = addName(u"namespace");

@@ -11,13 +11,13 @@
 namespace vex {
 
 /// Builds the store of a model from its elements and properties in the order in
-/// which they begin and end. It trusts its caller: what a document may not hold
-/// was refused before.
+/// which they begin and end. It trusts its only user, `ModelWriter`: what a model
+/// may not hold was refused before.
 class StoreBuilder {
 public:
-    /// `documentSize` is the size of the document in bytes, 0 when unknown; it is
+    /// `sourceSize` is the size of the source in bytes, 0 when unknown; it is
     /// only a hint.
-    StoreBuilder(bool keepPositions, std::size_t documentSize);
+    StoreBuilder(bool keepPositions, std::size_t sourceSize);
 
     Atom addName(std::u16string_view name) { return m_data->names.add(name, m_texts); }
     TextRef addText(std::u16string_view text) { return m_texts.add(text); }
@@ -31,6 +31,7 @@ public:
     /// False when another element has this id. `hash` is what `prepareText`
     /// gives for it, best asked for some time before.
     bool setId(std::u16string_view id, std::uint32_t hash);
+    bool hasId() { return m_frames.back().own[static_cast<unsigned>(Own::Id)] != 0; }
     void closeElement();
 
     /// What is added between the two are properties of a property.
