@@ -4,17 +4,16 @@
 
 #include <memory>
 
-#include <CLI/CLI.hpp>
-
 namespace vex {
 
 namespace {
 
 struct AccessCommand {
     SourceOptions source;
+    std::vector<std::string> given;
     long mode = 0;
 
-    int Run(Console& console, std::vector<std::string> const& given) {
+    int Run(Console& console) {
         ObjectArguments const arguments(given, source);
         Workplace workplace(source, console);
         // All must be known before the first answer.
@@ -32,25 +31,24 @@ struct AccessCommand {
 
 } // namespace
 
-CommandRun addAccessCommand(CLI::App& command) {
+CommandRun addAccessCommand(CommandSyntax& command) {
     auto const access = std::make_shared<AccessCommand>();
-    command.allow_extras(); // see ObjectArguments
+    command.rest = &access->given; // see ObjectArguments
     access->source.addTo(command);
-    command
-        .add_option("--mode", access->mode,
-                    "1 leaves the views' lists of included objects out of account")
-        ->type_name("N")
-        ->capture_default_str();
-    command.footer(
+    command.add({.name = "--mode",
+                 .into = &access->mode,
+                 .help = "1 leaves the views' lists of included objects out of account",
+                 .word = "N",
+                 .showsDefault = true});
+    command.epilog =
         R"(The arguments are ids, or references such as [Sales].[Orders]; without --catalog the
 first one is the MODEL.xml. Prints one line for each object: 1 or 0, a tab, the object.
 
 Examples:
   vexma access --catalog retail.catalog.xml --model /content/retail --user ann \
       '[Sales].[Orders]' qi.calendar.date
-  vexma access retail.model.xml qi.calendar.date)");
-    return
-        [access, &command](Console& console) { return access->Run(console, command.remaining()); };
+  vexma access retail.model.xml qi.calendar.date)";
+    return [access](Console& console) { return access->Run(console); };
 }
 
 } // namespace vex

@@ -1,28 +1,19 @@
 #pragma once
 
-#include "apps/vexma/Console.h"
-
-#include <functional>
-
-namespace CLI {
-class App;
-}
+#include "apps/vexma/CommandSyntax.h"
 
 namespace vex {
 
-/// What a command does once the command line is read; gives the exit status.
-using CommandRun = std::function<int(Console&)>;
-
 /// Each adds its command's options and gives what it does.
-CommandRun addMetadataCommand(CLI::App& command);
-CommandRun addTreeCommand(CLI::App& command);
-CommandRun addAccessCommand(CLI::App& command);
-CommandRun addSessionCommand(CLI::App& command);
-CommandRun addValidateCommand(CLI::App& command);
-CommandRun addExplainCommand(CLI::App& command);
-CommandRun addVerifyCommand(CLI::App& command);
-CommandRun addDiffCommand(CLI::App& command);
-CommandRun addCompletionCommand(CLI::App& command);
-CommandRun addManCommand(CLI::App& command);
+CommandRun addMetadataCommand(CommandSyntax& command);
+CommandRun addTreeCommand(CommandSyntax& command);
+CommandRun addAccessCommand(CommandSyntax& command);
+CommandRun addSessionCommand(CommandSyntax& command);
+CommandRun addValidateCommand(CommandSyntax& command);
+CommandRun addExplainCommand(CommandSyntax& command);
+CommandRun addVerifyCommand(CommandSyntax& command);
+CommandRun addDiffCommand(CommandSyntax& command);
+CommandRun addCompletionCommand(CommandSyntax& command);
+CommandRun addManCommand(CommandSyntax& command);
 
 } // namespace vex

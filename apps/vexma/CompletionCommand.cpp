@@ -1,17 +1,10 @@
-#include "apps/vexma/CommandTree.h"
 #include "apps/vexma/Commands.h"
 
 #include <memory>
 
-#include <CLI/CLI.hpp>
-
 namespace vex {
 
 namespace {
-
-std::string join(std::vector<std::string> const& texts, char const* separator) {
-    return CLI::detail::join(texts, separator);
-}
 
 /// The text with a backslash before each of the characters.
 std::string escaped(std::string const& text, std::string_view characters) {
@@ -35,55 +28,52 @@ std::string quoted(std::string const& text) {
 }
 
 /// "--help --version metadata tree": what may follow the program's name.
-std::vector<std::string> firstWords(CLI::App const& program) {
+std::vector<std::string> firstWords(CommandSyntax const& program) {
     std::vector<std::string> words;
-    for (CLI::App const* const command : commandsOf(program)) {
-        words.push_back(command->get_name());
+    for (CommandSyntax const& command : program.commands) {
+        words.push_back(command.name);
     }
-    for (CLI::Option const* const option : optionsOf(program)) {
-        for (std::string const& name : namesOf(*option)) {
+    for (OptionSyntax const* const option : program.namedOptions()) {
+        for (std::string const& name : option->names()) {
             words.push_back(name);
         }
     }
     return words;
 }
 
-std::vector<std::string> argumentChoices(CLI::App const& command) {
+std::vector<std::string> argumentChoices(CommandSyntax const& command) {
     std::vector<std::string> choices;
-    for (CLI::Option const* const argument :
-         command.get_options([](CLI::Option const* each) { return each->get_positional(); })) {
-        std::vector<std::string> const more = valueOf(*argument).choices;
-        choices.insert(choices.end(), more.begin(), more.end());
+    for (OptionSyntax const* const argument : command.arguments()) {
+        choices.insert(choices.end(), argument->choices.begin(), argument->choices.end());
     }
     return choices;
 }
 
-void writeBash(CLI::App const& program, std::ostream& out) {
+void writeBash(CommandSyntax const& program, std::ostream& out) {
     out << "_vexma() {\n"
            "  local current=${COMP_WORDS[COMP_CWORD]} command=${COMP_WORDS[1]} words=\n"
            "  COMPREPLY=()\n"
            "  if ((COMP_CWORD == 1)); then\n"
            "    COMPREPLY=($(compgen -W '"
-        << join(firstWords(program), " ")
+        << joined(firstWords(program), " ")
         << "' -- \"$current\"))\n"
            "    return\n"
            "  fi\n"
            "  case $command:${COMP_WORDS[COMP_CWORD-1]} in\n";
-    for (CLI::App const* const command : commandsOf(program)) {
-        for (CLI::Option const* const option : optionsOf(*command)) {
-            OptionValue const value = valueOf(*option);
-            if (!value.isTaken) {
+    for (CommandSyntax const& command : program.commands) {
+        for (OptionSyntax const* const option : command.namedOptions()) {
+            if (!option->takesValue()) {
                 continue;
             }
             std::vector<std::string> patterns;
-            for (std::string const& name : namesOf(*option)) {
-                patterns.push_back(command->get_name() + ':' + name);
+            for (std::string const& name : option->names()) {
+                patterns.push_back(command.name + ':' + name);
             }
-            out << "    " << join(patterns, "|") << ")\n";
-            if (value.isFile) {
+            out << "    " << joined(patterns, "|") << ")\n";
+            if (option->isFile()) {
                 out << "      COMPREPLY=($(compgen -f -- \"$current\"))\n";
-            } else if (!value.choices.empty()) {
-                out << "      COMPREPLY=($(compgen -W '" << join(value.choices, " ")
+            } else if (!option->choices.empty()) {
+                out << "      COMPREPLY=($(compgen -W '" << joined(option->choices, " ")
                     << "' -- \"$current\"))\n";
             }
             out << "      return ;;\n";
@@ -91,14 +81,14 @@ void writeBash(CLI::App const& program, std::ostream& out) {
     }
     out << "  esac\n"
            "  case $command in\n";
-    for (CLI::App const* const command : commandsOf(program)) {
-        std::vector<std::string> words = argumentChoices(*command);
-        for (CLI::Option const* const option : optionsOf(*command)) {
-            for (std::string const& name : namesOf(*option)) {
+    for (CommandSyntax const& command : program.commands) {
+        std::vector<std::string> words = argumentChoices(command);
+        for (OptionSyntax const* const option : command.namedOptions()) {
+            for (std::string const& name : option->names()) {
                 words.push_back(name);
             }
         }
-        out << "    " << command->get_name() << ") words='" << join(words, " ") << "' ;;\n";
+        out << "    " << command.name << ") words='" << joined(words, " ") << "' ;;\n";
     }
     out << "  esac\n"
            "  COMPREPLY=($(compgen -W \"$words\" -- \"$current\"))\n"
@@ -110,23 +100,23 @@ void writeBash(CLI::App const& program, std::ostream& out) {
 }
 
 /// ":FILE:_files" and the like: how zsh completes a value.
-std::string zshValue(OptionValue const& value) {
-    if (!value.isTaken) {
+std::string zshValue(OptionSyntax const& option) {
+    if (!option.takesValue()) {
         return "";
     }
-    std::string const action = value.isFile            ? "_files"
-                               : value.choices.empty() ? " "
-                                                       : '(' + join(value.choices, " ") + ')';
-    return ':' + escaped(value.word, ":") + ':' + action;
+    std::string const action = option.isFile()          ? "_files"
+                               : option.choices.empty() ? " "
+                                                        : '(' + joined(option.choices, " ") + ')';
+    return ':' + escaped(option.word, ":") + ':' + action;
 }
 
-void writeZsh(CLI::App const& program, std::ostream& out) {
+void writeZsh(CommandSyntax const& program, std::ostream& out) {
     out << "#compdef vexma\n"
            "_vexma() {\n"
            "  local -a commands\n"
            "  commands=(\n";
-    for (CLI::App const* const command : commandsOf(program)) {
-        out << "    " << quoted(command->get_name() + ':' + command->get_description()) << '\n';
+    for (CommandSyntax const& command : program.commands) {
+        out << "    " << quoted(command.name + ':' + command.help) << '\n';
     }
     out << "  )\n"
            "  if ((CURRENT == 2)); then\n"
@@ -137,18 +127,19 @@ void writeZsh(CLI::App const& program, std::ostream& out) {
            "  shift words\n"
            "  ((CURRENT--))\n"
            "  case $command in\n";
-    for (CLI::App const* const command : commandsOf(program)) {
-        out << "    " << command->get_name() << ")\n      _arguments";
-        for (CLI::Option const* const option : optionsOf(*command)) {
-            for (std::string const& name : namesOf(*option)) {
+    for (CommandSyntax const& command : program.commands) {
+        out << "    " << command.name << ")\n      _arguments";
+        for (OptionSyntax const* const option : command.namedOptions()) {
+            for (std::string const& name : option->names()) {
                 out << " \\\n        "
-                    << quoted('*' + name + '[' + escaped(option->get_description(), "[]:\\") + ']' +
-                              zshValue(valueOf(*option)));
+                    << quoted('*' + name + '[' + escaped(option->help, "[]:\\") + ']' +
+                              zshValue(*option));
             }
         }
-        std::vector<std::string> const choices = argumentChoices(*command);
+        std::vector<std::string> const choices = argumentChoices(command);
         out << " \\\n        "
-            << quoted(choices.empty() ? "*:file:_files" : "1:argument:(" + join(choices, " ") + ')')
+            << quoted(choices.empty() ? "*:file:_files"
+                                      : "1:argument:(" + joined(choices, " ") + ')')
             << " ;;\n";
     }
     out << "  esac\n"
@@ -156,59 +147,60 @@ void writeZsh(CLI::App const& program, std::ostream& out) {
            "_vexma \"$@\"\n";
 }
 
-void writeFish(CLI::App const& program, std::ostream& out) {
-    for (CLI::App const* const command : commandsOf(program)) {
-        out << "complete -c vexma -n __fish_use_subcommand -f -a " << command->get_name() << " -d "
-            << quoted(command->get_description()) << '\n';
+void writeFish(CommandSyntax const& program, std::ostream& out) {
+    for (CommandSyntax const& command : program.commands) {
+        out << "complete -c vexma -n __fish_use_subcommand -f -a " << command.name << " -d "
+            << quoted(command.help) << '\n';
     }
-    for (CLI::App const* const command : commandsOf(program)) {
+    for (CommandSyntax const& command : program.commands) {
         std::string const start =
-            "complete -c vexma -n '__fish_seen_subcommand_from " + command->get_name() + "'";
-        for (CLI::Option const* const option : optionsOf(*command)) {
-            OptionValue const value = valueOf(*option);
+            "complete -c vexma -n '__fish_seen_subcommand_from " + command.name + "'";
+        for (OptionSyntax const* const option : command.namedOptions()) {
             out << start;
-            for (std::string const& name : option->get_snames()) {
-                out << " -s " << name;
+            for (std::string const& name : option->names()) {
+                bool const isLong = name.starts_with("--");
+                out << (isLong ? " -l " : " -s ") << name.substr(isLong ? 2 : 1);
             }
-            for (std::string const& name : option->get_lnames()) {
-                out << " -l " << name;
+            if (option->takesValue()) {
+                out << (option->isFile() ? " -r -F" : " -x");
             }
-            if (value.isTaken) {
-                out << (value.isFile ? " -r -F" : " -x");
+            if (!option->choices.empty()) {
+                out << " -a " << quoted(joined(option->choices, " "));
             }
-            if (!value.choices.empty()) {
-                out << " -a " << quoted(join(value.choices, " "));
-            }
-            out << " -d " << quoted(option->get_description()) << '\n';
+            out << " -d " << quoted(option->help) << '\n';
         }
-        std::vector<std::string> const choices = argumentChoices(*command);
+        std::vector<std::string> const choices = argumentChoices(command);
         if (!choices.empty()) {
-            out << start << " -f -a " << quoted(join(choices, " ")) << '\n';
+            out << start << " -f -a " << quoted(joined(choices, " ")) << '\n';
         }
     }
 }
 
 struct Shell {
     char const* name;
-    void (*write)(CLI::App const& program, std::ostream& out);
+    void (*write)(CommandSyntax const& program, std::ostream& out);
 };
 constexpr Shell shells[] = {{"bash", &writeBash}, {"zsh", &writeZsh}, {"fish", &writeFish}};
 
 } // namespace
 
-CommandRun addCompletionCommand(CLI::App& command) {
+CommandRun addCompletionCommand(CommandSyntax& command) {
     auto const asked = std::make_shared<std::string>();
     std::vector<std::string> names;
     for (Shell const& shell : shells) {
         names.emplace_back(shell.name);
     }
-    command.add_option("SHELL", *asked, "The shell")->required()->check(CLI::IsMember(names));
-    command.footer(R"(An installation puts the scripts where the shells look for them.
+    command.add({.name = "SHELL",
+                 .into = asked.get(),
+                 .help = "The shell",
+                 .isRequired = true,
+                 .choices = names});
+    command.epilog = R"(An installation puts the scripts where the shells look for them.
 
 Examples:
   source <(vexma completion bash)
-  vexma completion fish > ~/.config/fish/completions/vexma.fish)");
-    return [asked, &program = *command.get_parent()](Console& console) {
+  vexma completion fish > ~/.config/fish/completions/vexma.fish)";
+    return [asked, &program = *command.program](Console& console) {
         for (Shell const& shell : shells) {
             if (*asked == shell.name) {
                 shell.write(program, console.out());

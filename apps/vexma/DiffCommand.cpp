@@ -4,8 +4,6 @@
 
 #include <memory>
 
-#include <CLI/CLI.hpp>
-
 namespace vex {
 
 namespace {
@@ -20,7 +18,7 @@ struct OtherSide {
     std::string modelPath;
     std::string replacingFile;
 
-    void addTo(CLI::App& command) {
+    void addTo(CommandSyntax& command) {
         struct Row {
             char const* option;
             std::string OtherSide::*value;
@@ -38,9 +36,11 @@ struct OtherSide {
             {"--other-catalog", &OtherSide::catalogFile, "FILE", "Compare with this catalogue"},
         };
         for (Row const& row : rows) {
-            command.add_option(row.option, this->*row.value, row.help)
-                ->type_name(row.type)
-                ->group("Other side");
+            command.add({.name = row.option,
+                         .into = &(this->*row.value),
+                         .help = row.help,
+                         .word = row.type,
+                         .group = "Other side"});
         }
     }
 };
@@ -109,16 +109,22 @@ struct DiffCommand {
 
 } // namespace
 
-CommandRun addDiffCommand(CLI::App& command) {
+CommandRun addDiffCommand(CommandSyntax& command) {
     auto const diff = std::make_shared<DiffCommand>();
     diff->source.addModelFileTo(command);
-    command.add_option("OTHER.xml", diff->other.modelFile, "A model file to compare with");
+    command.add({.name = "OTHER.xml",
+                 .into = &diff->other.modelFile,
+                 .help = "A model file to compare with"});
     diff->source.addTo(command);
-    command.add_option("--view", diff->view, "Answer with this one of the user's views")
-        ->type_name("ID");
-    command.add_flag("--json", diff->json, "Write one JSON object in place of a tree");
+    command.add({.name = "--view",
+                 .into = &diff->view,
+                 .help = "Answer with this one of the user's views",
+                 .word = "ID"});
+    command.add({.name = "--json",
+                 .into = &diff->json,
+                 .help = "Write one JSON object in place of a tree"});
     diff->other.addTo(command);
-    command.footer(
+    command.epilog =
         R"(Compares what two sides show: two users, two views, two languages, two models, or any
 mix of them. Signs: + appears, - disappears, ~ changes. Objects of two models are the same
 when their ids are, else when their references are.
@@ -131,7 +137,7 @@ Examples:
       --other-user ann
   vexma diff --catalog retail.catalog.xml --model /content/retail --user admin \
       --view view.analyst --other-view view.clerk
-  vexma diff retail.model.xml --other-locale de)");
+  vexma diff retail.model.xml --other-locale de)";
     return [diff](Console& console) { return diff->Run(console); };
 }
 

@@ -8,7 +8,6 @@
 
 #include <memory>
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 namespace vex {
@@ -100,10 +99,11 @@ void writeText(std::ostream& out, Explanation const& told, Vex_Handle_Collection
 
 struct ExplainCommand {
     SourceOptions source;
+    std::vector<std::string> given;
     long mode = 0;
     bool json = false;
 
-    int Run(Console& console, std::vector<std::string> const& given) {
+    int Run(Console& console) {
         ObjectArguments const arguments(given, source);
         Workplace workplace(source, console);
         HostSession& session = workplace.Session();
@@ -124,17 +124,19 @@ struct ExplainCommand {
 
 } // namespace
 
-CommandRun addExplainCommand(CLI::App& command) {
+CommandRun addExplainCommand(CommandSyntax& command) {
     auto const explain = std::make_shared<ExplainCommand>();
-    command.allow_extras(); // see ObjectArguments
+    command.rest = &explain->given; // see ObjectArguments
     explain->source.addTo(command);
-    command
-        .add_option("--mode", explain->mode,
-                    "1 leaves the views' lists of included objects out of account")
-        ->type_name("N")
-        ->capture_default_str();
-    command.add_flag("--json", explain->json, "Write one JSON object in place of sentences");
-    command.footer(
+    command.add({.name = "--mode",
+                 .into = &explain->mode,
+                 .help = "1 leaves the views' lists of included objects out of account",
+                 .word = "N",
+                 .showsDefault = true});
+    command.add({.name = "--json",
+                 .into = &explain->json,
+                 .help = "Write one JSON object in place of sentences"});
+    command.epilog =
         R"(The arguments are ids, or references such as [Sales].[Orders]; without --catalog the
 first one is the MODEL.xml. Tells for each object whether it is accessible, the rule
 that decided, how the tree treats it and which views name it; then what each view of the
@@ -143,10 +145,8 @@ model is to the user.
 Examples:
   vexma explain --catalog retail.catalog.xml --model /content/retail --user ann \
       '[Sales].[Margin]'
-  vexma explain retail.model.xml ca.margin --json)");
-    return [explain, &command](Console& console) {
-        return explain->Run(console, command.remaining());
-    };
+  vexma explain retail.model.xml ca.margin --json)";
+    return [explain](Console& console) { return explain->Run(console); };
 }
 
 } // namespace vex

@@ -1,4 +1,3 @@
-#include "apps/vexma/CommandTree.h"
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/SourceOptions.h"
 
@@ -7,8 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
-
-#include <CLI/CLI.hpp>
 
 namespace vex {
 
@@ -34,9 +31,8 @@ std::string roff(std::string const& text) {
     return result;
 }
 
-std::string pageName(CLI::App const& command) {
-    CLI::App const* const program = command.get_parent();
-    return (program == nullptr ? "" : program->get_name() + '-') + command.get_name();
+std::string pageName(CommandSyntax const& command) {
+    return (command.program == nullptr ? "" : command.program->name + '-') + command.name;
 }
 
 std::string inCapitals(std::string text) {
@@ -45,73 +41,73 @@ std::string inCapitals(std::string text) {
     return text;
 }
 
-void writeOption(CLI::Option const& option, std::ostream& out) {
+void writeOption(OptionSyntax const& option, std::ostream& out) {
     out << ".TP\n";
-    char const* separator = "";
-    for (std::string const& name : namesOf(option)) {
-        out << separator << "\\fB" << roff(name) << "\\fR";
-        separator = ", ";
+    if (option.isArgument()) {
+        out << "\\fI" << roff(option.name) << "\\fR";
+    } else {
+        char const* separator = "";
+        for (std::string const& name : option.names()) {
+            out << separator << "\\fB" << roff(name) << "\\fR";
+            separator = ", ";
+        }
+        if (option.takesValue()) {
+            out << " \\fI" << roff(option.word) << "\\fR";
+        }
     }
-    OptionValue const value = valueOf(option);
-    if (option.get_positional()) {
-        out << "\\fI" << roff(option.get_name(true)) << "\\fR";
-    } else if (value.isTaken) {
-        out << " \\fI" << roff(value.word) << "\\fR";
+    out << '\n' << roff(option.help);
+    if (!option.choices.empty()) {
+        out << " (" << roff(joined(option.choices, ", ")) << ')';
     }
-    out << '\n' << roff(option.get_description());
-    if (!value.choices.empty()) {
-        out << " (" << roff(CLI::detail::join(value.choices, ", ")) << ')';
-    }
-    if (!option.get_default_str().empty()) {
-        out << " (default: " << roff(option.get_default_str()) << ')';
+    if (!option.defaultText.empty()) {
+        out << " (default: " << roff(option.defaultText) << ')';
     }
     out << '\n';
 }
 
-void writeOptions(CLI::App const& command, std::ostream& out) {
-    for (std::string const& group : command.get_groups()) {
-        std::vector<CLI::Option const*> const options =
-            command.get_options([&](CLI::Option const* option) {
-                return option->get_group() == group && !option->get_positional();
-            });
-        if (!options.empty()) {
-            out << ".SH " << roff(inCapitals(group)) << '\n';
-        }
-        for (CLI::Option const* const option : options) {
+void writeOptions(CommandSyntax const& command, std::ostream& out) {
+    for (std::string const& group : command.groups()) {
+        char const* heading = ".SH ";
+        for (OptionSyntax const* const option : command.namedOptions()) {
+            if (option->group != group) {
+                continue;
+            }
+            if (*heading != 0) {
+                out << heading << roff(inCapitals(group)) << '\n';
+                heading = "";
+            }
             writeOption(*option, out);
         }
     }
 }
 
-void writePage(CLI::App const& command, std::ostream& out) {
-    CLI::App const* const program = command.get_parent();
-    std::vector<CLI::Option const*> const arguments =
-        command.get_options([](CLI::Option const* option) { return option->get_positional(); });
-    std::vector<CLI::App const*> const commands = commandsOf(command);
+void writePage(CommandSyntax const& command, std::ostream& out) {
+    CommandSyntax const* const program = command.program;
+    std::vector<OptionSyntax const*> const arguments = command.arguments();
+    std::list<CommandSyntax> const& commands = command.commands;
     out << ".TH " << pageName(command) << " 1 \"\" \"vexma " VEX_VERSION "\"\n.SH NAME\n"
-        << roff(pageName(command)) << " \\- " << roff(command.get_description())
-        << "\n.SH SYNOPSIS\n\\fB" << (program == nullptr ? "" : program->get_name() + ' ')
-        << command.get_name() << "\\fR [OPTIONS]" << (commands.empty() ? "" : " COMMAND ...");
-    for (CLI::Option const* const argument : arguments) {
-        out << " [\\fI" << roff(argument->get_name(true)) << "\\fR]";
+        << roff(pageName(command)) << " \\- " << roff(command.help) << "\n.SH SYNOPSIS\n\\fB"
+        << (program == nullptr ? "" : program->name + ' ') << command.name << "\\fR [OPTIONS]"
+        << (commands.empty() ? "" : " COMMAND ...");
+    for (OptionSyntax const* const argument : arguments) {
+        out << " [\\fI" << roff(argument->name) << "\\fR]";
     }
     out << '\n' << (arguments.empty() ? "" : ".SH ARGUMENTS\n");
-    for (CLI::Option const* const argument : arguments) {
+    for (OptionSyntax const* const argument : arguments) {
         writeOption(*argument, out);
     }
     writeOptions(command, out);
     out << (commands.empty() ? "" : ".SH COMMANDS\n");
-    for (CLI::App const* const each : commands) {
-        out << ".TP\n\\fB" << roff(each->get_name()) << "\\fR\n"
-            << roff(each->get_description()) << '\n';
+    for (CommandSyntax const& each : commands) {
+        out << ".TP\n\\fB" << roff(each.name) << "\\fR\n" << roff(each.help) << '\n';
     }
-    out << ".SH NOTES\n.nf\n" << roff(command.get_footer()) << "\n.fi\n.SH SEE ALSO\n";
+    out << ".SH NOTES\n.nf\n" << roff(command.epilog) << "\n.fi\n.SH SEE ALSO\n";
     if (program != nullptr) {
-        out << "\\fB" << program->get_name() << "\\fR(1)\n";
+        out << "\\fB" << program->name << "\\fR(1)\n";
     }
     char const* separator = "";
-    for (CLI::App const* const each : commands) {
-        out << separator << "\\fB" << roff(pageName(*each)) << "\\fR(1)";
+    for (CommandSyntax const& each : commands) {
+        out << separator << "\\fB" << roff(pageName(each)) << "\\fR(1)";
         separator = ",\n";
     }
     out << (commands.empty() ? "" : "\n");
@@ -121,14 +117,16 @@ struct ManCommand {
     std::string about;
     std::string folder;
 
-    int Run(CLI::App const& program, Console& console) const {
-        std::vector<CLI::App const*> pages = commandsOf(program);
-        pages.insert(pages.begin(), &program);
+    int Run(CommandSyntax const& program, Console& console) const {
+        std::vector<CommandSyntax const*> pages{&program};
+        for (CommandSyntax const& command : program.commands) {
+            pages.push_back(&command);
+        }
         if (!folder.empty()) {
             return writeAll(pages, console);
         }
-        for (CLI::App const* const page : pages) {
-            if (page->get_name() == (about.empty() ? program.get_name() : about)) {
+        for (CommandSyntax const* const page : pages) {
+            if (page->name == (about.empty() ? program.name : about)) {
                 writePage(*page, console.out());
                 return Done;
             }
@@ -136,8 +134,8 @@ struct ManCommand {
         throw UsageException("there is no command \"" + about + "\"; \"vexma --help\" lists them");
     }
 
-    int writeAll(std::vector<CLI::App const*> const& pages, Console& console) const {
-        for (CLI::App const* const page : pages) {
+    int writeAll(std::vector<CommandSyntax const*> const& pages, Console& console) const {
+        for (CommandSyntax const* const page : pages) {
             std::filesystem::path const file =
                 std::filesystem::path(folder) / (pageName(*page) + ".1");
             std::ofstream out(file, std::ios::binary);
@@ -154,17 +152,20 @@ struct ManCommand {
 
 } // namespace
 
-CommandRun addManCommand(CLI::App& command) {
+CommandRun addManCommand(CommandSyntax& command) {
     auto const man = std::make_shared<ManCommand>();
-    command.add_option("COMMAND", man->about, "The command to tell about; without it all in short");
-    command.add_option("--into", man->folder, "Write every page into this folder instead")
-        ->type_name("FOLDER");
-    command.footer(R"(Examples:
+    command.add({.name = "COMMAND",
+                 .into = &man->about,
+                 .help = "The command to tell about; without it all in short"});
+    command.add({.name = "--into",
+                 .into = &man->folder,
+                 .help = "Write every page into this folder instead",
+                 .word = "FOLDER"});
+    command.epilog = R"(Examples:
   vexma man metadata | man -l -
-  vexma man --into man/man1)");
-    return [man, &program = *command.get_parent()](Console& console) {
-        return man->Run(program, console);
-    };
+  vexma man --into man/man1)";
+    return
+        [man, &program = *command.program](Console& console) { return man->Run(program, console); };
 }
 
 } // namespace vex

@@ -5,8 +5,6 @@
 
 #include <memory>
 
-#include <CLI/CLI.hpp>
-
 namespace vex {
 
 namespace {
@@ -53,21 +51,24 @@ struct MetadataCommand {
 
 } // namespace
 
-CommandRun addMetadataCommand(CLI::App& command) {
+CommandRun addMetadataCommand(CommandSyntax& command) {
     auto const metadata = std::make_shared<MetadataCommand>();
     metadata->source.addModelFileTo(command);
     metadata->source.addTo(command);
     metadata->request.addTo(command);
-    command.add_flag("--pretty", metadata->pretty,
-                     "Break lines and indent (always done on a terminal)");
-    command.add_flag("--estimate", metadata->estimate,
+    command.add({.name = "--pretty",
+                 .into = &metadata->pretty,
+                 .help = "Break lines and indent (always done on a terminal)"});
+    command.add({.name = "--estimate",
+                 .into = &metadata->estimate,
+                 .help =
                      "Say how large the answer may be, and do not make it: an upper estimate of "
-                     "its elements and memory that leaves views out of account");
-    command.footer(R"(Examples:
+                     "its elements and memory that leaves views out of account"});
+    command.epilog = R"(Examples:
   vexma metadata retail.model.xml --depth 2 --property name --property screenTip
   vexma metadata --catalog retail.catalog.xml --model /content/retail --user ann \
       --locale de --start '[Retail].[Sales]' --collection querySubject
-  vexma metadata retail.model.xml --request - < request.xml)");
+  vexma metadata retail.model.xml --request - < request.xml)";
     return [metadata](Console& console) { return metadata->Run(console); };
 }
 

@@ -1,15 +1,13 @@
 #include "KRLException.h"
+#include "apps/vexma/CommandLine.h"
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/SourceOptions.h"
 #include "host/service/PluginException.h"
 #include "host/store/image/HostException.h"
 
 #include <algorithm>
-#include <iostream>
 #include <new>
 #include <string_view>
-
-#include <CLI/CLI.hpp>
 
 namespace vex {
 
@@ -18,7 +16,7 @@ namespace {
 struct CommandRow {
     char const* name;
     char const* help;
-    CommandRun (*add)(CLI::App&);
+    CommandRun (*add)(CommandSyntax&);
 };
 constexpr CommandRow commands[] = {
     {"metadata", "Ask for what a user may see of a model", &addMetadataCommand},
@@ -65,26 +63,17 @@ int runProgram(int argc, char** argv, Console& console) {
                          "\"; \"vexma --help\" lists them");
         return WrongUsage;
     }
-    CLI::App app("Says what a user may see of a semantic model.", "vexma");
-    app.require_subcommand(1);
-    app.set_version_flag("--version", "vexma " VEX_VERSION);
-    app.footer("\"vexma COMMAND --help\" tells more. Exit status: 0 done, 1 the plug-in refused, 2 "
-               "wrong\nusage, 3 a model, catalogue or request could not be read.");
-    app.failure_message([](CLI::App const* /*command*/, CLI::Error const& error) {
-        return std::string("vexma: ") + error.what() + "; see --help\n";
-    });
-    CommandRun chosen;
+    CommandSyntax program("vexma", "Says what a user may see of a semantic model.");
+    program.addVersion("vexma " VEX_VERSION);
+    program.epilog =
+        "\"vexma COMMAND --help\" tells more. Exit status: 0 done, 1 the plug-in refused, 2 "
+        "wrong\nusage, 3 a model, catalogue or request could not be read.";
     for (CommandRow const& row : commands) {
-        CLI::App& command = *app.add_subcommand(row.name, row.help);
-        command.callback([&chosen, run = row.add(command)] { chosen = run; });
+        CommandSyntax& command = program.addCommand(row.name, row.help);
+        command.run = row.add(command);
     }
-    try {
-        app.parse(argc, argv);
-    } catch (CLI::ParseError const& end) { // a request for help ends the parse too
-        std::ostream& out = end.get_exit_code() == 0 ? console.out() : std::cerr;
-        return app.exit(end, out, out) == 0 ? Done : WrongUsage;
-    }
-    return runGuarded(chosen, console);
+    CommandLine const line = readCommandLine(program, argc, argv, console);
+    return line.command == nullptr ? line.status : runGuarded(line.command->run, console);
 }
 
 } // namespace

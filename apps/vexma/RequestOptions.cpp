@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <climits>
 
-#include <CLI/CLI.hpp>
-
 namespace vex {
 
 namespace {
@@ -15,13 +13,6 @@ namespace {
 constexpr char const* everyClass = "*/";
 constexpr char const* defaultProperty = "name";
 constexpr char const* allCollections = "*/*";
-
-/// The option for a list: one entry each time it is given.
-CLI::Option* addList(CLI::App& command, std::string const& name, std::vector<std::string>& list,
-                     std::string const& help) {
-    // Without extra arguments, a text in brackets stays the one text it is.
-    return command.add_option(name, list, help)->allow_extra_args(false);
-}
 
 bool has(std::string const& text, char character) {
     return text.find(character) != std::string::npos;
@@ -66,43 +57,66 @@ void setOption(KRLIDOM_Element const& metadata, char const* name, std::string co
 
 } // namespace
 
-void RequestOptions::addTo(CLI::App& command) {
-    command.add_option("--request", m_file, "A request document, \"-\" for standard input")
-        ->type_name("FILE")
-        ->group("Request");
-    m_building = {
-        command.add_option("--start", m_start, "Path to start at, such as [Sales].[Orders]")
-            ->type_name("PATH"),
-        command.add_option("--ref", m_reference, "Reference to start at, such as [Sales].[Orders]")
-            ->type_name("REFERENCE"),
-        command
-            .add_option("--depth", m_depth,
-                        "Levels to show; 1 is the start alone, 0 everything (default)")
-            ->type_name("N"),
-        addList(command, "--property", m_properties,
-                "A property to show: NAME for every class, or CLASS/@NAME (repeatable; default: "
-                "name)")
-            ->type_name("P"),
-        addList(command, "--collection", m_collections,
-                "A collection to go into: NAME, or CLASS/NAME (repeatable; default: every one); "
-                "with --start, those on the way to it too")
-            ->type_name("C"),
-        addList(command, "--constraint", m_constraints,
-                "Show the start's property K only when its value is V; or CLASS/@K=V "
-                "(repeatable)")
-            ->type_name("K=V")
-            ->check(CLI::Validator(checkConstraint, "")),
-        addList(command, "--global", m_globals,
-                "A setting of the model or locale (repeatable): decimalSeparator, "
-                "listSeparator, defaultLocale, supportedLocales, effectiveLocale")
-            ->type_name("NAME"),
-        command.add_option("--view", m_view, "Answer with this one of the user's views")
-            ->type_name("ID"),
-        command.add_flag("--functions", m_functions,
-                         "Ask for the package that the model is published in, not for the model"),
+void RequestOptions::addTo(CommandSyntax& command) {
+    std::string const group = "Request";
+    command.add({.name = "--request",
+                 .into = &m_file,
+                 .help = "A request document, \"-\" for standard input",
+                 .word = "FILE",
+                 .group = group});
+    OptionSyntax const building[] = {
+        {.name = "--start",
+         .into = &m_start,
+         .help = "Path to start at, such as [Sales].[Orders]",
+         .word = "PATH",
+         .group = group},
+        {.name = "--ref",
+         .into = &m_reference,
+         .help = "Reference to start at, such as [Sales].[Orders]",
+         .word = "REFERENCE",
+         .group = group},
+        {.name = "--depth",
+         .into = &m_depth,
+         .help = "Levels to show; 1 is the start alone, 0 everything (default)",
+         .word = "N",
+         .group = group},
+        {.name = "--property",
+         .into = &m_properties,
+         .help = "A property to show: NAME for every class, or CLASS/@NAME (repeatable; default: "
+                 "name)",
+         .word = "P",
+         .group = group},
+        {.name = "--collection",
+         .into = &m_collections,
+         .help = "A collection to go into: NAME, or CLASS/NAME (repeatable; default: every one); "
+                 "with --start, those on the way to it too",
+         .word = "C",
+         .group = group},
+        {.name = "--constraint",
+         .into = &m_constraints,
+         .help = "Show the start's property K only when its value is V; or CLASS/@K=V "
+                 "(repeatable)",
+         .word = "K=V",
+         .group = group,
+         .complaint = &checkConstraint},
+        {.name = "--global",
+         .into = &m_globals,
+         .help = "A setting of the model or locale (repeatable): decimalSeparator, "
+                 "listSeparator, defaultLocale, supportedLocales, effectiveLocale",
+         .word = "NAME",
+         .group = group},
+        {.name = "--view",
+         .into = &m_view,
+         .help = "Answer with this one of the user's views",
+         .word = "ID",
+         .group = group},
+        {.name = "--functions",
+         .into = &m_functions,
+         .help = "Ask for the package that the model is published in, not for the model",
+         .group = group},
     };
-    for (CLI::Option* const option : m_building) {
-        option->group("Request");
+    for (OptionSyntax const& option : building) {
+        m_building.push_back(&command.add(option));
     }
     m_size.addTo(command);
 }
@@ -115,9 +129,9 @@ void RequestOptions::check(SourceOptions const& source) const {
     if (!m_start.empty() && !m_reference.empty()) {
         throw UsageException("--start and --ref both say where to start; leave one out");
     }
-    for (CLI::Option const* const option : m_building) {
-        if (!m_file.empty() && !option->empty()) {
-            throw UsageException("--request gives a whole request, so " + option->get_name() +
+    for (OptionSyntax const* const option : m_building) {
+        if (!m_file.empty() && option->isGiven) {
+            throw UsageException("--request gives a whole request, so " + option->name +
                                  " has nothing to add to; leave one out");
         }
     }
@@ -134,9 +148,9 @@ KRLIDOM_OwnedDocument RequestOptions::makeRequest() const {
 }
 
 TreeQuestion RequestOptions::makeQuestion(Model const& model) const {
-    for (CLI::Option const* const option : m_building) {
-        std::string const name = option->get_name();
-        if (!option->empty() && name != "--start" && name != "--depth") {
+    for (OptionSyntax const* const option : m_building) {
+        std::string const& name = option->name;
+        if (option->isGiven && name != "--start" && name != "--depth") {
             throw UsageException("--why tells about the names of all that the user may see, so " +
                                  name + " does not go with it; leave one out");
         }

@@ -13,7 +13,7 @@ namespace vex {
 /// one that is built from options.
 class RequestOptions {
 public:
-    void addTo(CLI::App& command);
+    void addTo(CommandSyntax& command);
 
     /// Raises `UsageException` when options contradict each other.
     void check(SourceOptions const& source) const;
@@ -39,7 +39,7 @@ private:
     std::string m_view;
     bool m_functions = false;
     RequestSize m_size;
-    std::vector<CLI::Option*> m_building; // the options that build a request
+    std::vector<OptionSyntax const*> m_building; // the options that build a request
 };
 
 } // namespace vex

@@ -5,7 +5,6 @@
 
 #include <memory>
 
-#include <CLI/CLI.hpp>
 #include <unistd.h>
 
 namespace vex {
@@ -52,12 +51,12 @@ struct SessionCommand {
 
 } // namespace
 
-CommandRun addSessionCommand(CLI::App& command) {
+CommandRun addSessionCommand(CommandSyntax& command) {
     auto const session = std::make_shared<SessionCommand>();
     session->source.addModelFileTo(command);
     session->source.addTo(command);
     session->requestSize.addTo(command);
-    command.footer(R"(Reads one JSON object per line and answers each with one:
+    command.epilog = R"(Reads one JSON object per line and answers each with one:
   {"action": A, "in": [V, ...]}  calls an action; A is a number or a V
   {"notify": kind}               sends a notification of the session
 V is {"long": n}, {"string": s}, {"handle": "id or reference"}, {"node": "XML text"}
@@ -66,7 +65,7 @@ or {"empty": true}.
 Example:
   echo '{"action": 31000, "in": [{"long": 0}, {"string": "/content/retail"},
          {"node": "<Metadata Depth=\"1\"><Property name=\"*/@name\"/></Metadata>"}]}' | tr -d '\n' |
-    vexma session --catalog retail.catalog.xml --model /content/retail --user ann)");
+    vexma session --catalog retail.catalog.xml --model /content/retail --user ann)";
     return [session](Console& console) { return session->Run(console); };
 }
 

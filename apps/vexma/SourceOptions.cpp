@@ -1,53 +1,62 @@
 #include "apps/vexma/SourceOptions.h"
 
-#include <CLI/CLI.hpp>
-
 namespace vex {
 
-void SourceOptions::addTo(CLI::App& command) {
+void SourceOptions::addTo(CommandSyntax& command) {
     std::string const source = "Source";
-    command.add_option("--catalog", catalogFile, "Catalogue of models and users")
-        ->type_name("FILE")
-        ->group(source);
-    command.add_option("--model", modelPath, "Path of the model in the catalogue")
-        ->type_name("PATH")
-        ->group(source);
-    command.add_option("--user", user, "User of the catalogue")->type_name("NAME")->group(source);
-    command
-        .add_option("--locale", locale,
-                    "Language to answer in, such as de or de_AT (default: the model's)")
-        ->type_name("L")
-        ->group(source);
-    command
-        .add_option("--plugin", pluginFile,
-                    "Plug-in library (default: the one beside this program or installed with it)")
-        ->type_name("FILE")
-        ->group(source);
+    command.add({.name = "--catalog",
+                 .into = &catalogFile,
+                 .help = "Catalogue of models and users",
+                 .word = "FILE",
+                 .group = source});
+    command.add({.name = "--model",
+                 .into = &modelPath,
+                 .help = "Path of the model in the catalogue",
+                 .word = "PATH",
+                 .group = source});
+    command.add({.name = "--user",
+                 .into = &user,
+                 .help = "User of the catalogue",
+                 .word = "NAME",
+                 .group = source});
+    command.add({.name = "--locale",
+                 .into = &locale,
+                 .help = "Language to answer in, such as de or de_AT (default: the model's)",
+                 .word = "L",
+                 .group = source});
+    command.add(
+        {.name = "--plugin",
+         .into = &pluginFile,
+         .help = "Plug-in library (default: the one beside this program or installed with it)",
+         .word = "FILE",
+         .group = source});
 
     std::string const limits = "Limits";
-    command
-        .add_option("--max-elements", response.elements,
-                    "Elements that an answer may have, its two outer ones counted")
-        ->type_name("N")
-        ->capture_default_str()
-        ->check(CLI::Range(std::size_t{2}, std::numeric_limits<std::size_t>::max(), "N"))
-        ->group(limits);
-    command
-        .add_option("--max-bytes", response.bytes,
-                    "Memory that an answer may take, in bytes; 0 for any")
-        ->type_name("N")
-        ->capture_default_str()
-        ->group(limits);
-    command
-        .add_option("--deadline", deadlineSeconds, "Seconds that one call may take (default: any)")
-        ->type_name("SECONDS")
-        ->check(CLI::PositiveNumber)
-        ->group(limits);
+    command.add({.name = "--max-elements",
+                 .into = &response.elements,
+                 .help = "Elements that an answer may have, its two outer ones counted",
+                 .word = "N",
+                 .group = limits,
+                 .showsDefault = true,
+                 .least = 2});
+    command.add({.name = "--max-bytes",
+                 .into = &response.bytes,
+                 .help = "Memory that an answer may take, in bytes; 0 for any",
+                 .word = "N",
+                 .group = limits,
+                 .showsDefault = true});
+    command.add({.name = "--deadline",
+                 .into = &deadlineSeconds,
+                 .help = "Seconds that one call may take (default: any)",
+                 .word = "SECONDS",
+                 .group = limits,
+                 .isPositive = true});
 }
 
-void SourceOptions::addModelFileTo(CLI::App& command) {
-    command.add_option("MODEL.xml", modelFile,
-                       "A model file alone, \"-\" for standard input: nobody is restricted");
+void SourceOptions::addModelFileTo(CommandSyntax& command) {
+    command.add({.name = "MODEL.xml",
+                 .into = &modelFile,
+                 .help = "A model file alone, \"-\" for standard input: nobody is restricted"});
 }
 
 void SourceOptions::check() const {
@@ -69,12 +78,14 @@ void SourceOptions::check() const {
     }
 }
 
-void RequestSize::addTo(CLI::App& command) {
-    command.add_option("--max-request", bytes, "Bytes that a request document may have")
-        ->type_name("N")
-        ->capture_default_str()
-        ->check(CLI::PositiveNumber)
-        ->group("Limits");
+void RequestSize::addTo(CommandSyntax& command) {
+    command.add({.name = "--max-request",
+                 .into = &bytes,
+                 .help = "Bytes that a request document may have",
+                 .word = "N",
+                 .group = "Limits",
+                 .showsDefault = true,
+                 .isPositive = true});
 }
 
 } // namespace vex

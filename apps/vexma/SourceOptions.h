@@ -1,16 +1,12 @@
 #pragma once
 
+#include "apps/vexma/CommandSyntax.h"
 #include "host/service/ActionCall.h"
 
 #include <cstddef>
 #include <optional>
 #include <stdexcept>
 #include <string>
-
-namespace CLI {
-class App;
-class Option;
-} // namespace CLI
 
 namespace vex {
 
@@ -35,9 +31,9 @@ struct SourceOptions {
     KRLIDOM_Limits response;
     std::optional<double> deadlineSeconds;
 
-    void addTo(CLI::App& command);
+    void addTo(CommandSyntax& command);
     /// The place of the model file among the positional arguments.
-    void addModelFileTo(CLI::App& command);
+    void addModelFileTo(CommandSyntax& command);
 
     /// Raises `UsageException` unless they name one source.
     void check() const;
@@ -47,7 +43,7 @@ struct SourceOptions {
 struct RequestSize {
     std::size_t bytes = 1U << 20U;
 
-    void addTo(CLI::App& command);
+    void addTo(CommandSyntax& command);
 };
 
 } // namespace vex

@@ -6,8 +6,6 @@
 
 #include <memory>
 
-#include <CLI/CLI.hpp>
-
 namespace vex {
 
 namespace {
@@ -53,20 +51,21 @@ struct TreeCommand {
 
 } // namespace
 
-CommandRun addTreeCommand(CLI::App& command) {
+CommandRun addTreeCommand(CommandSyntax& command) {
     auto const tree = std::make_shared<TreeCommand>();
     tree->source.addModelFileTo(command);
     tree->source.addTo(command);
     tree->request.addTo(command);
-    command.add_flag("--why", tree->why,
-                     "Draw what is left out too, with the reason; in brackets without colour");
-    command.footer(R"(Draws what "vexma metadata" answers to the same options.
+    command.add({.name = "--why",
+                 .into = &tree->why,
+                 .help = "Draw what is left out too, with the reason; in brackets without colour"});
+    command.epilog = R"(Draws what "vexma metadata" answers to the same options.
 
 Examples:
   vexma tree retail.model.xml --depth 3
   vexma tree --catalog retail.catalog.xml --model /content/retail --user ann --why
   vexma tree --catalog retail.catalog.xml --model /content/retail --user carl --locale de
-  vexma tree retail.model.xml --start '[Retail].[Sales]' --property name --property usage)");
+  vexma tree retail.model.xml --start '[Retail].[Sales]' --property name --property usage)";
     return [tree](Console& console) { return tree->Run(console); };
 }
 

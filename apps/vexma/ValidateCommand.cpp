@@ -14,8 +14,6 @@
 #include <memory>
 #include <tuple>
 
-#include <CLI/CLI.hpp>
-
 namespace vex {
 
 namespace {
@@ -166,20 +164,30 @@ struct ValidateCommand {
 
 } // namespace
 
-CommandRun addValidateCommand(CLI::App& command) {
+CommandRun addValidateCommand(CommandSyntax& command) {
     auto const validate = std::make_shared<ValidateCommand>();
-    command.add_option("FILE", validate->file, "A model or catalogue, \"-\" for standard input");
-    command.add_option("--catalog", validate->catalogFile, "A catalogue, with all its models")
-        ->type_name("FILE");
-    command.add_option("--format", validate->format, "How to write the findings")
-        ->type_name("FORMAT")
-        ->capture_default_str()
-        ->check(CLI::IsMember({"text", "json", "sarif"}));
-    command.add_flag("--all", validate->all,
-                     "Every finding: notes too, and more than ten of a rule in a file");
-    command.add_flag("--strict", validate->isStrict, "Warnings count as errors");
-    command.add_flag("--rules", validate->listsRules, "List the rules and read nothing");
-    command.footer(
+    command.add({.name = "FILE",
+                 .into = &validate->file,
+                 .help = "A model or catalogue, \"-\" for standard input"});
+    command.add({.name = "--catalog",
+                 .into = &validate->catalogFile,
+                 .help = "A catalogue, with all its models",
+                 .word = "FILE"});
+    command.add({.name = "--format",
+                 .into = &validate->format,
+                 .help = "How to write the findings",
+                 .word = "FORMAT",
+                 .showsDefault = true,
+                 .choices = {"text", "json", "sarif"}});
+    command.add({.name = "--all",
+                 .into = &validate->all,
+                 .help = "Every finding: notes too, and more than ten of a rule in a file"});
+    command.add(
+        {.name = "--strict", .into = &validate->isStrict, .help = "Warnings count as errors"});
+    command.add({.name = "--rules",
+                 .into = &validate->listsRules,
+                 .help = "List the rules and read nothing"});
+    command.epilog =
         R"(Writes one line for each finding: file:line:column, severity, text, [rule]. json and
 sarif hold every finding. Exit status: 3 when one of them is an error, with --strict
 also when one is a warning, else 0; notes never count.
@@ -187,7 +195,7 @@ also when one is a warning, else 0; notes never count.
 Examples:
   vexma validate retail.model.xml
   vexma validate retail.catalog.xml --strict
-  vexma validate retail.catalog.xml --format sarif > retail.sarif)");
+  vexma validate retail.catalog.xml --format sarif > retail.sarif)";
     return [validate](Console& console) { return validate->Run(console); };
 }
 

@@ -10,8 +10,6 @@
 #include <memory>
 #include <optional>
 
-#include <CLI/CLI.hpp>
-
 namespace vex {
 
 namespace {
@@ -102,12 +100,14 @@ struct VerifyCommand {
 
 } // namespace
 
-CommandRun addVerifyCommand(CLI::App& command) {
+CommandRun addVerifyCommand(CommandSyntax& command) {
     auto const verify = std::make_shared<VerifyCommand>();
     verify->source.addModelFileTo(command);
     verify->source.addTo(command);
-    command.add_flag("--json", verify->json, "Write one JSON object in place of text");
-    command.footer(
+    command.add({.name = "--json",
+                 .into = &verify->json,
+                 .help = "Write one JSON object in place of text"});
+    command.epilog =
         R"(Asks for the trees and for the accessibility of every object, as each user of the
 catalogue or as --user, and tells where the two differ. Differences that the required
 behaviour brings are counted apart. A leak is a text of a visible object (an expression, an
@@ -116,7 +116,7 @@ the user cannot see. Exit status: 1 when something leaks or a difference has no 
 
 Examples:
   vexma verify --catalog retail.catalog.xml --model /content/retail
-  vexma verify --catalog retail.catalog.xml --model /content/retail --user ann --json)");
+  vexma verify --catalog retail.catalog.xml --model /content/retail --user ann --json)";
     return [verify](Console& console) { return verify->Run(console); };
 }
 
