@@ -66,7 +66,7 @@ struct VexAccessExplanation {
 
 /// The extension that explains accessibility answers; see `VexPluginExtension.h`.
 struct VexExplainAccess {
-    static constexpr char const* Id = "vex.explain-access/1";
+    static constexpr char const* Id = "vex.explain-access/1"; ///< what it is asked for by
 
     /// Decides about each of the objects exactly as an accessibility request of the
     /// session would, raises the same failures, and leaves the session as it was.

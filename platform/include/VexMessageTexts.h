@@ -9,6 +9,7 @@
 /// the function and line that they name.
 namespace VexFailureId {
 
+/// The numbers.
 enum Number : unsigned {
     ViewUnavailable = 1170551942,
     ShortcutDangling = 1170588191,
