@@ -46,8 +46,7 @@ bool namesElement(StoreData const& data, ElementNumber element,
 Model::Model(std::unique_ptr<StoreData const> data)
     : m_data(std::move(data)), m_elementCount(m_data->elementCount()),
       m_collectionOffset(m_elementCount + static_cast<std::uint32_t>(m_data->values.size())) {
-    // What asks for a handle meanwhile asks for one that was never given out.
-    m_first = TakeHandles(handleCount(*m_data));
+    TakeHandles(handleCount(*m_data));
 }
 
 Model::~Model() = default;
@@ -79,11 +78,11 @@ VEX_HANDLE Model::findById(I18NString const& id) const {
 }
 
 bool Model::getReference(VEX_HANDLE element, I18NString& reference) const {
-    Place const place = decode(element);
-    if (!IsObject(element) || place.kind != Kind::Element) {
+    DecodedHandle const decoded = decode(element);
+    if (!IsObject(element) || decoded.kind != Kind::Element) {
         return false;
     }
-    std::vector<ElementNumber> const named = m_data->referenceOf(place.number);
+    std::vector<ElementNumber> const named = m_data->referenceOf(decoded.number);
     for (auto at = named.rbegin(); at != named.rend(); ++at) {
         appendToReference(reference, m_data->texts.view(m_data->nameOf(*at)));
     }
@@ -107,11 +106,11 @@ VEX_HANDLE Model::getElement(std::size_t index) const {
 }
 
 std::optional<DocumentPosition> Model::findPosition(VEX_HANDLE element) const {
-    Place const place = decode(element);
-    if (!IsObject(element) || place.kind != Kind::Element || m_data->positions.empty()) {
+    DecodedHandle const decoded = decode(element);
+    if (!IsObject(element) || decoded.kind != Kind::Element || m_data->positions.empty()) {
         return std::nullopt;
     }
-    return m_data->positions[place.number];
+    return m_data->positions[decoded.number];
 }
 
 std::size_t Model::byteCount() const {

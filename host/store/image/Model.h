@@ -15,11 +15,11 @@ namespace vex {
 struct Shape;
 struct StoreData;
 
-/// A loaded model document: immutable, shared by the sessions that opened it.
-/// Its objects are valid until the last owner lets go of it.
-class Model final : public VexObjectModel,
-                    public VexObjectStore,
-                    public std::enable_shared_from_this<Model> {
+/// A loaded model: immutable, shared by the sessions that opened it. Its objects
+/// are valid until the last owner lets go of it. It answers from the arrays of
+/// `StoreData`, which says what an image of a model consists of; the model adds
+/// nothing to them but its range of handles.
+class Model final : public VexObjectModel, public VexObjectStore {
 public:
     /// Takes a range of handles: the objects can be reached from then on.
     /// Raises `KRLLimitException` when the process has none left.
@@ -42,7 +42,7 @@ public:
     std::vector<I18NLocale> const& locales() const;
 
     std::size_t elementCount() const;
-    /// The element at a place in document order; the root stands at 0. The null
+    /// The element with that index in document order; the root has 0. The null
     /// handle past the end.
     VEX_HANDLE getElement(std::size_t index) const;
 
@@ -81,24 +81,27 @@ private:
     // The range of handles: the elements, then the values of properties, then
     // the collection properties, each named by the first element that it holds.
     enum class Kind { Element, Value, Collection };
-    struct Place {
+    struct DecodedHandle {
         Kind kind;
-        std::uint32_t number;
+        std::uint32_t number; // of the element, or the index of the value
     };
-    Place decode(VEX_HANDLE object) const {
-        std::uint32_t const offset = object.Number() - m_first;
+    DecodedHandle decode(VEX_HANDLE object) const {
+        std::uint32_t const offset = object.Number() - FirstHandle();
         if (offset < m_elementCount) {
             return {Kind::Element, offset};
         }
-        return offset < m_collectionOffset ? Place{Kind::Value, offset - m_elementCount}
-                                           : Place{Kind::Collection, offset - m_collectionOffset};
+        return offset < m_collectionOffset
+                   ? DecodedHandle{Kind::Value, offset - m_elementCount}
+                   : DecodedHandle{Kind::Collection, offset - m_collectionOffset};
     }
-    VEX_HANDLE elementHandle(std::uint32_t element) const { return VEX_HANDLE(m_first + element); }
+    VEX_HANDLE elementHandle(std::uint32_t element) const {
+        return VEX_HANDLE(FirstHandle() + element);
+    }
     VEX_HANDLE valueHandle(std::uint32_t value) const {
-        return VEX_HANDLE(m_first + m_elementCount + value);
+        return VEX_HANDLE(FirstHandle() + m_elementCount + value);
     }
     VEX_HANDLE collectionHandle(std::uint32_t first) const {
-        return VEX_HANDLE(m_first + m_collectionOffset + first);
+        return VEX_HANDLE(FirstHandle() + m_collectionOffset + first);
     }
 
     /// By far the most is asked for names.
@@ -109,9 +112,10 @@ private:
         Shape const* shape; // null: it has none
         std::uint32_t firstValue;
     };
-    SimpleProperties findSimpleProperties(Place place) const;
+    SimpleProperties findSimpleProperties(DecodedHandle decoded) const;
     VEX_HANDLE simpleProperty(SimpleProperties const& of, std::uint32_t offset) const;
-    VEX_HANDLE findProperty(Place place, I18NString const& name, I18NLocale const* locale) const;
+    VEX_HANDLE findProperty(DecodedHandle decoded, I18NString const& name,
+                            I18NLocale const* locale) const;
     VEX_HANDLE findCollection(std::uint32_t element, std::uint32_t cls) const;
     void appendCollections(std::uint32_t element, Vex_Handle_Collection& found,
                            I18NString const* name) const;
@@ -123,7 +127,6 @@ private:
     std::unique_ptr<StoreData const> m_data;
     std::uint32_t m_elementCount = 0;
     std::uint32_t m_collectionOffset = 0;
-    std::uint32_t m_first = 0;
 };
 
 } // namespace vex

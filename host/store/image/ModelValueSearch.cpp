@@ -25,21 +25,21 @@ public:
     /// that has not.
     std::size_t find(std::span<VEX_HANDLE const> objects, VexTextMatch& match) {
         for (VEX_HANDLE const object : objects) {
-            Place const place = m_model.decode(object);
-            if (place.kind == Kind::Element) {
-                __builtin_prefetch(&m_data.elements[place.number]);
+            DecodedHandle const decoded = m_model.decode(object);
+            if (decoded.kind == Kind::Element) {
+                __builtin_prefetch(&m_data.elements[decoded.number]);
             }
         }
-        std::array<std::uint32_t, BatchSize> places;
+        std::array<std::uint32_t, BatchSize> indexes;
         for (std::size_t i = 0; i < objects.size(); ++i) {
-            places[i] = findValue(objects[i]);
-            if (places[i] != NotFound) {
-                __builtin_prefetch(&m_data.values[places[i]]);
+            indexes[i] = findValue(objects[i]);
+            if (indexes[i] != NotFound) {
+                __builtin_prefetch(&m_data.values[indexes[i]]);
             }
         }
         std::array<TextRef, BatchSize> values;
         for (std::size_t i = 0; i < objects.size(); ++i) {
-            values[i] = places[i] == NotFound ? 0 : m_data.values[places[i]];
+            values[i] = indexes[i] == NotFound ? 0 : m_data.values[indexes[i]];
             __builtin_prefetch(m_data.texts.begin(values[i]));
         }
         for (std::size_t i = 0; i < objects.size(); ++i) {
@@ -54,11 +54,11 @@ public:
     }
 
 private:
-    // The place of the value; `NotFound` when there is none.
+    // The index of the value; `NotFound` when there is none.
     std::uint32_t findValue(VEX_HANDLE object) {
-        Place const place = m_model.decode(object);
-        if (m_isName && place.kind == Kind::Element) {
-            ElementRecord const& element = m_data.elements[place.number];
+        DecodedHandle const decoded = m_model.decode(object);
+        if (m_isName && decoded.kind == Kind::Element) {
+            ElementRecord const& element = m_data.elements[decoded.number];
             if (element.shape != m_shape) { // neighbours mostly are of one
                 chooseOffset(element.shape);
             }
@@ -67,7 +67,7 @@ private:
             }
         }
         VEX_HANDLE const property = m_model.GetPropertyByName(object, m_name, m_locale);
-        Place const found = m_model.decode(property);
+        DecodedHandle const found = m_model.decode(property);
         // A collection has no value.
         return property.IsNotNull() && found.kind == Kind::Value ? found.number : NotFound;
     }
