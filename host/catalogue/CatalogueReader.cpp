@@ -2,7 +2,7 @@
 
 #include "I18NStringIterator.h"
 #include "KRLException.h"
-#include "host/store/image/DocumentPosition.h"
+#include "host/import/xml/SaxDocument.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,6 +1,7 @@
 #include "host/import/xml/ModelReader.h"
 
 #include "I18NStringIterator.h"
+#include "host/import/xml/SaxDocument.h"
 #include "host/store/image/SameText.h"
 
 #include <xercesc/sax/Locator.hpp>

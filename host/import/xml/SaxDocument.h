@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/store/image/DocumentPosition.h"
+
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -49,6 +51,13 @@ private:
     int m_descriptor;
     std::size_t m_size = 0;
 };
+
+/// Where a locator or a parse error of the XML library points to. The library's
+/// numbers are wider than ours on some machines.
+template <typename Located> DocumentPosition positionOf(Located const& at) {
+    return {static_cast<unsigned long>(at.getLineNumber()),
+            static_cast<unsigned long>(at.getColumnNumber())};
+}
 
 /// Reads XML with a handler for content, errors and document types (`startDTD`,
 /// for every kind of them). Nothing that the document names is opened. `bytesRead` is called with

@@ -28,8 +28,6 @@ bool same(ShapeEntry const& a, ShapeEntry const& b) {
 
 } // namespace
 
-ShapeTableBuilder::ShapeTableBuilder() : m_seed(hashSeed()) {}
-
 std::uint32_t ShapeTableBuilder::add(Atom cls, std::uint8_t own, std::span<ShapeEntry const> simple,
                                      Atom const (&ownNames)[OwnCount]) {
     std::uint32_t const hash = hashOf(cls, own, simple, m_seed);
@@ -99,7 +97,7 @@ void ShapeTableBuilder::sortByName(Shape const& shape) {
 // first.
 void ShapeTableBuilder::list(Shape& shape, std::uint32_t defaultLocale) {
     struct Listed {
-        std::uint32_t place;
+        std::uint32_t offset; // where it stands in the list
         std::uint32_t shown;
     };
     std::vector<Listed> listed;
@@ -123,7 +121,7 @@ void ShapeTableBuilder::list(Shape& shape, std::uint32_t defaultLocale) {
         first = last;
     }
     std::sort(listed.begin(), listed.end(),
-              [](Listed const& a, Listed const& b) { return a.place < b.place; });
+              [](Listed const& a, Listed const& b) { return a.offset < b.offset; });
     shape.firstListed = static_cast<std::uint32_t>(m_table.m_listed.size());
     shape.listedCount = static_cast<std::uint32_t>(listed.size());
     for (Listed const& each : listed) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/store/image/HashSlots.h"
+#include "host/store/build/GrowingHash.h"
 #include "host/store/image/ShapeTable.h"
 
 #include <cstdint>
@@ -11,7 +11,7 @@ namespace vex {
 /// Collects the shapes of a model; one that was added before is not added again.
 class ShapeTableBuilder {
 public:
-    ShapeTableBuilder();
+    explicit ShapeTableBuilder(std::uint64_t seed) : m_seed(seed) {}
 
     /// The shape of an owner with these simple properties. `ownNames` names the
     /// own values.
@@ -32,7 +32,7 @@ private:
     void list(Shape& shape, std::uint32_t defaultLocale);
 
     ShapeTable m_table;
-    HashSlots m_found;
+    GrowingHash m_found;
     std::uint64_t m_seed;
 };
 

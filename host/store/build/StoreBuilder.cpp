@@ -20,7 +20,9 @@ std::uint64_t valueKey(Atom name, std::uint32_t locale) {
 } // namespace
 
 StoreBuilder::StoreBuilder(bool keepPositions, std::size_t sourceSize)
-    : m_data(std::make_unique<StoreData>()), m_queue(m_texts), m_keepPositions(keepPositions) {
+    : m_data(std::make_unique<StoreData>()), m_texts(hashSeed()), m_queue(m_texts),
+      m_names(hashSeed()), m_shapes(hashSeed()), m_keepPositions(keepPositions) {
+    m_data->hashSeed = hashSeed();
     m_texts.reserve(sourceSize / bytesPerText, sourceSize / bytesPerUnit);
     m_data->idName = addName(u"ID");
     m_data->nameName = addName(u"name");
@@ -157,6 +159,7 @@ std::unique_ptr<StoreData const> StoreBuilder::finish(I18NLocale defaultLocale,
     m_data->usedLocales = std::move(usedLocales);
     m_queue.finish();
     m_data->texts = std::move(m_texts).finish();
+    m_data->names = std::move(m_names).finish();
     m_data->shapes = std::move(m_shapes).finish(defaultLocale.getNumber(), m_data->nameName);
     m_data->elements.shrink();
     m_data->positions.shrink();
@@ -172,7 +175,7 @@ std::unique_ptr<StoreData const> StoreBuilder::finish(I18NLocale defaultLocale,
 void StoreBuilder::placeValues(std::uint32_t firstFlushed, std::uint32_t count,
                                std::uint32_t first) {
     for (std::uint32_t i = 0; i < count; ++i) {
-        m_data->values[first + i] = m_queue.place(m_flushed[firstFlushed + i]);
+        m_data->values[first + i] = m_queue[m_flushed[firstFlushed + i]];
     }
 }
 
@@ -202,14 +205,14 @@ void StoreBuilder::placePropertyValues() {
         PendingOwner const& owner = m_owners[number];
         (owner.inElement ? order : inner[owner.container]).push_back(number);
     }
-    auto const placeInElement = [&](std::uint32_t number) {
+    auto const indexInElement = [&](std::uint32_t number) {
         return data.elements[m_owners[number].container].firstValue + m_owners[number].offset;
     };
     std::sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) {
-        return placeInElement(a) < placeInElement(b);
+        return indexInElement(a) < indexInElement(b);
     });
     for (std::uint32_t const number : order) {
-        data.propertyOwners.push_back({placeInElement(number), m_owners[number].shape, 0});
+        data.propertyOwners.push_back({indexInElement(number), m_owners[number].shape, 0});
     }
     std::uint32_t next = data.elementValueCount;
     for (std::size_t at = 0; at < order.size(); ++at) {

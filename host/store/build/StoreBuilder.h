@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/store/build/NameTableBuilder.h"
 #include "host/store/build/ShapeTableBuilder.h"
 #include "host/store/build/TextTableBuilder.h"
 #include "host/store/image/StoreData.h"
@@ -19,7 +20,7 @@ public:
     /// only a hint.
     StoreBuilder(bool keepPositions, std::size_t sourceSize);
 
-    Atom addName(std::u16string_view name) { return m_data->names.add(name, m_texts); }
+    Atom addName(std::u16string_view name) { return m_names.add(name, m_texts); }
     TextRef addText(std::u16string_view text) { return m_texts.add(text); }
     std::uint32_t prepareText(std::u16string_view text) const { return m_texts.prepare(text); }
 
@@ -83,6 +84,7 @@ private:
     std::unique_ptr<StoreData> m_data;
     TextTableBuilder m_texts;
     TextQueue m_queue;
+    NameTableBuilder m_names;
     ShapeTableBuilder m_shapes;
     bool m_keepPositions;
     Atom m_ownNames[OwnCount];
@@ -97,7 +99,7 @@ private:
     std::vector<PendingOwner> m_owners;
     std::map<std::size_t, std::unordered_set<std::uint64_t>> m_manyValues; // by frame
 
-    BitArray m_idTexts; // by place of the text
+    BitArray m_idTexts; // by `TextRef`
     std::size_t m_idCount = 0;
 };
 

@@ -1,3 +1,4 @@
+#include "host/store/build/FixedHashBuilder.h"
 #include "host/store/build/StoreBuilder.h"
 #include "host/store/image/TextHash.h"
 
@@ -34,15 +35,41 @@ void markFirstsOfClass(StoreData& store) {
     }
 }
 
+void indexClasses(StoreData& store) {
+    std::size_t const classCount = store.names.size();
+    CompactArray<std::uint32_t> first; // by class
+    first.assign(classCount + 1, 0);
+    for (ElementNumber element = 0; element < store.elementCount(); ++element) {
+        ++first[store.classOf(element) + 1];
+    }
+    for (std::size_t cls = 0; cls < classCount; ++cls) {
+        first[cls + 1] += first[cls];
+    }
+    CompactArray<ElementNumber> elements;
+    elements.extend(store.elementCount());
+    // Each class's start runs to its end while its elements are put in ...
+    for (ElementNumber element = 0; element < store.elementCount(); ++element) {
+        elements[first[store.classOf(element)]++] = element;
+    }
+    // ... which is the start of the next one.
+    for (std::size_t cls = classCount; cls > 0; --cls) {
+        first[cls] = first[cls - 1];
+    }
+    first[0] = 0;
+    first.shrink();
+    elements.shrink();
+    store.classes = ClassIndex(std::move(first), std::move(elements));
+}
+
 void indexIds(StoreData& store, std::size_t count) {
-    std::uint64_t const seed = hashSeed();
-    store.ids.reserve(count);
+    FixedHashBuilder ids(count);
     for (ElementNumber element = 0; element < store.elementCount(); ++element) {
         TextRef const id = store.ownText(element, Own::Id);
         if (id != 0) {
-            store.ids.add(hashText(store.texts.view(id), seed), element);
+            ids.add(hashText(store.texts.view(id), store.hashSeed), element);
         }
     }
+    store.ids = std::move(ids).finish();
 }
 
 // Texts are kept once, so that equal names lie in one place.
@@ -70,24 +97,27 @@ void indexReferences(StoreData& store) {
         ElementNumber const parent = store.elements[element].parent;
         std::uint64_t const before = parent == NotFound ? 0 : below[parent];
         if (cls == store.namespaceName) {
-            own[element] = firstReferenceHash(store.texts.view(store.nameOf(element)));
+            own[element] =
+                firstReferenceHash(store.texts.view(store.nameOf(element)), store.hashSeed);
         } else if (before != 0) {
-            own[element] = nextReferenceHash(before, store.texts.view(store.nameOf(element)));
+            own[element] =
+                nextReferenceHash(before, store.texts.view(store.nameOf(element)), store.hashSeed);
         }
         below[element] = store.isLeftOutOfReferences(cls) ? before : own[element];
         referenced += own[element] != 0 ? 1 : 0;
     }
-    store.references.reserve(referenced);
+    FixedHashBuilder references(referenced);
     for (ElementNumber element = 0; element < count; ++element) {
         std::uint64_t const hash = own[element];
         auto const names = [&](ElementNumber other) {
             return own[other] == hash && haveOneReference(store, other, element);
         };
         // Of several elements with one reference the first one answers to it.
-        if (hash != 0 && store.references.find(hash, names) == NotFound) {
-            store.references.add(hash, element);
+        if (hash != 0 && references.table().find(hash, names) == NotFound) {
+            references.add(hash, element);
         }
     }
+    store.references = std::move(references).finish();
 }
 
 } // namespace
@@ -95,8 +125,7 @@ void indexReferences(StoreData& store) {
 void indexStore(StoreData& store, std::size_t idCount) {
     markOwners(store);
     markFirstsOfClass(store);
-    store.classes.build(store.names.size(), store.elementCount(),
-                        [&store](ElementNumber element) { return store.classOf(element); });
+    indexClasses(store);
     indexIds(store, idCount);
     indexReferences(store);
 }

@@ -5,7 +5,7 @@
 
 namespace vex {
 
-TextTableBuilder::TextTableBuilder() : m_seed(hashSeed()) {
+TextTableBuilder::TextTableBuilder(std::uint64_t seed) : m_seed(seed) {
     m_units.push_back(0); // the empty text
 }
 
@@ -13,10 +13,10 @@ TextRef TextTableBuilder::add(std::u16string_view text, std::uint32_t hash) {
     if (text.empty()) {
         return 0;
     }
-    TextRef const found = m_found.find(hash, [this, text](TextRef place) {
+    TextRef const found = m_found.find(hash, [this, text](TextRef other) {
         // What stands behind the last text is not read.
-        return text.size() < m_units.size() - place && m_units[place + text.size()] == 0 &&
-               isSameText({m_units.data() + place, text.size()}, text);
+        return text.size() < m_units.size() - other && m_units[other + text.size()] == 0 &&
+               isSameText({m_units.data() + other, text.size()}, text);
     });
     if (found != NotFound) {
         return found;
@@ -25,11 +25,11 @@ TextRef TextTableBuilder::add(std::u16string_view text, std::uint32_t hash) {
         throw KRLLimitException("the texts of one model hold at most 4294967295 UTF-16 code "
                                 "units; split the model");
     }
-    TextRef const place = static_cast<TextRef>(m_units.size());
+    TextRef const added = static_cast<TextRef>(m_units.size());
     m_units.append(text.data(), text.size());
     m_units.push_back(0);
-    m_found.add(hash, place);
-    return place;
+    m_found.add(hash, added);
+    return added;
 }
 
 TextTable TextTableBuilder::finish() && {
@@ -54,9 +54,9 @@ TextQueue::Ticket TextQueue::add(std::u16string_view text) {
     return ticket;
 }
 
-TextQueue::Ticket TextQueue::add(TextRef place) {
-    Ticket const ticket = place == 0 ? 0 : next();
-    m_places[ticket] = place;
+TextQueue::Ticket TextQueue::add(TextRef text) {
+    Ticket const ticket = text == 0 ? 0 : next();
+    m_added[ticket] = text;
     return ticket;
 }
 
@@ -65,7 +65,7 @@ void TextQueue::finish() {
         m_texts.prepareComparison(waiting.hash);
     }
     for (Waiting const& waiting : m_batch) {
-        m_places[waiting.ticket] =
+        m_added[waiting.ticket] =
             m_texts.add({m_units.data() + waiting.firstUnit, waiting.length}, waiting.hash);
     }
     m_batch.truncate(0);
@@ -73,11 +73,11 @@ void TextQueue::finish() {
 }
 
 TextQueue::Ticket TextQueue::next() {
-    if (m_places.size() >= NotFound) {
+    if (m_added.size() >= NotFound) {
         throw KRLLimitException("one model holds at most 4294967294 texts; split the model");
     }
-    m_places.push_back(0);
-    return static_cast<Ticket>(m_places.size() - 1);
+    m_added.push_back(0);
+    return static_cast<Ticket>(m_added.size() - 1);
 }
 
 } // namespace vex

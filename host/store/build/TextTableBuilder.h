@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/store/image/HashSlots.h"
+#include "host/store/build/GrowingHash.h"
 #include "host/store/image/TextHash.h"
 #include "host/store/image/TextTable.h"
 
@@ -12,7 +12,7 @@ namespace vex {
 /// Collects texts; what was added before is not added again.
 class TextTableBuilder {
 public:
-    TextTableBuilder();
+    explicit TextTableBuilder(std::uint64_t seed);
 
     /// The hash that `add` takes. Fetches what `add` will look at, so that it
     /// need not wait if something else is done in between.
@@ -51,25 +51,25 @@ public:
 
 private:
     CompactArray<char16_t> m_units;
-    HashSlots m_found;
+    GrowingHash m_found;
     std::uint64_t m_seed;
 };
 
 /// Adds texts to a table in batches. Where the table keeps a text is far from
-/// where it keeps the one before; a batch waits for all of its places at once.
+/// where it keeps the one before; a batch waits for all of them at once.
 class TextQueue {
 public:
-    /// Stands for a text before its place is known: 0 for the empty one.
+    /// Stands for a text before the table has it: 0 for the empty one.
     using Ticket = std::uint32_t;
 
-    explicit TextQueue(TextTableBuilder& texts) : m_texts(texts) { m_places.push_back(0); }
+    explicit TextQueue(TextTableBuilder& texts) : m_texts(texts) { m_added.push_back(0); }
 
     Ticket add(std::u16string_view text);
-    /// A ticket for a text whose place is known.
-    Ticket add(TextRef place);
+    /// A ticket for a text that the table has.
+    Ticket add(TextRef text);
 
-    /// Where the text is; every batch was ended by `finish` before.
-    TextRef place(Ticket ticket) const { return m_places[ticket]; }
+    /// The text; every batch was ended by `finish` before.
+    TextRef operator[](Ticket ticket) const { return m_added[ticket]; }
     void finish();
 
 private:
@@ -85,7 +85,7 @@ private:
     Ticket next();
 
     TextTableBuilder& m_texts;
-    CompactArray<TextRef> m_places; // by ticket
+    CompactArray<TextRef> m_added; // by ticket
     CompactArray<Waiting> m_batch;
     CompactArray<char16_t> m_units; // of the batch
 };

@@ -8,11 +8,4 @@ struct DocumentPosition {
     unsigned long column = 0;
 };
 
-/// Where a locator or a parse error of the XML library points to. The library's
-/// numbers are wider than ours on some machines.
-template <typename Located> DocumentPosition positionOf(Located const& at) {
-    return {static_cast<unsigned long>(at.getLineNumber()),
-            static_cast<unsigned long>(at.getColumnNumber())};
-}
-
 } // namespace vex

@@ -60,9 +60,9 @@ VEX_HANDLE Model::GetObjectByReference(I18NString const& reference, long scope) 
     if (scope != 0 || !splitReference(reference, names) || names.empty()) {
         return {};
     }
-    std::uint64_t hash = firstReferenceHash(names.front());
+    std::uint64_t hash = firstReferenceHash(names.front(), m_data->hashSeed);
     for (auto name = names.begin() + 1; name != names.end(); ++name) {
-        hash = nextReferenceHash(hash, *name);
+        hash = nextReferenceHash(hash, *name, m_data->hashSeed);
     }
     ElementNumber const found = m_data->references.find(
         hash, [&](ElementNumber element) { return namesElement(*m_data, element, names); });
@@ -71,7 +71,7 @@ VEX_HANDLE Model::GetObjectByReference(I18NString const& reference, long scope) 
 
 VEX_HANDLE Model::findById(I18NString const& id) const {
     ElementNumber const found =
-        m_data->ids.find(hashText(id.view(), hashSeed()), [&](ElementNumber element) {
+        m_data->ids.find(hashText(id.view(), m_data->hashSeed), [&](ElementNumber element) {
             return isSameText(m_data->texts.view(m_data->ownText(element, Own::Id)), id.view());
         });
     return found == NotFound ? VEX_HANDLE() : elementHandle(found);

@@ -33,7 +33,7 @@ struct Shape {
     std::uint8_t ownCount; // of bits in `own`
 
     bool has(Own which) const { return (own >> static_cast<unsigned>(which) & 1U) != 0; }
-    /// The place of an own value among the owner's values.
+    /// The index of an own value among the owner's values.
     unsigned ownOffset(Own which) const {
         // Counts the four bits without the library's call for them.
         constexpr std::uint64_t countOfBits = 0x4332'3221'3221'2110;
@@ -80,7 +80,7 @@ private:
     CompactArray<Shape> m_shapes;
     CompactArray<ShapeEntry> m_entries;
     CompactArray<std::uint32_t> m_listed;
-    CompactArray<std::uint32_t> m_byName; // as long as m_entries, own values' places unused
+    CompactArray<std::uint32_t> m_byName; // as long as m_entries, those of own values unused
 };
 
 } // namespace vex

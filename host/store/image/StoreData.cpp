@@ -102,12 +102,13 @@ std::size_t StoreData::byteCount() const {
 }
 
 // Never 0, which stands for an element without a reference.
-std::uint64_t firstReferenceHash(std::u16string_view name) {
-    return hashText(name, hashSeed()) | 1U;
+std::uint64_t firstReferenceHash(std::u16string_view name, std::uint64_t seed) {
+    return hashText(name, seed) | 1U;
 }
 
-std::uint64_t nextReferenceHash(std::uint64_t before, std::u16string_view name) {
-    return mixHash(before, hashText(name, hashSeed())) | 1U;
+std::uint64_t nextReferenceHash(std::uint64_t before, std::u16string_view name,
+                                std::uint64_t seed) {
+    return mixHash(before, hashText(name, seed)) | 1U;
 }
 
 } // namespace vex

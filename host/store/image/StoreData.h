@@ -8,7 +8,7 @@
 
 namespace vex {
 
-/// The number of an element: its place in document order, the root at 0.
+/// The number of an element: its index in document order, the root at 0.
 using ElementNumber = std::uint32_t;
 
 /// What is asked about an element is asked together: it lies together.
@@ -21,7 +21,7 @@ struct ElementRecord {
 
 /// A property that has properties of its own, which is rare.
 struct PropertyOwner {
-    std::uint32_t value; // the place of the property among all values
+    std::uint32_t value; // the index of the property among all values
     std::uint32_t shape;
     std::uint32_t firstValue;
 };
@@ -30,17 +30,38 @@ struct PropertyOwner {
 struct ValueOwner {
     std::uint32_t shape;
     std::uint32_t firstValue;
-    std::uint32_t number; // of the element, or the place of the property among all values
+    std::uint32_t number; // of the element, or the index of the property among all values
     bool isElement;
 };
 
-/// A loaded model as arrays. Elements stand in document order, so that the
-/// first child of an element is the next one and everything below it is a range.
-/// The values of elements stand in the same order, behind them those of
+/// A loaded model as arrays, read only. Elements stand in document order, so that
+/// the first child of an element is the next one and everything below it is a
+/// range. The values of elements stand in the same order, behind them those of
 /// properties with properties of their own. Numbers stand for "none" as
 /// `NotFound`.
+///
+/// An image of a model consists of these arrays as they lie here, a section
+/// each: none holds an address, and nothing that only building needs is among
+/// them.
+///
+/// | sections | hold |
+/// |---|---|
+/// | texts | UTF-16, each text once with a zero behind it, padded at the end |
+/// | names, their hash slots | a text and its length for each `Atom` |
+/// | shapes, their entries, what they list, their entries by name | see `Shape` |
+/// | elements, their values | a record each; a `TextRef` each |
+/// | firsts of class, marks of owners, owners among properties | to find one's way |
+/// | classes, ids, references | what is looked up, as element numbers |
+/// | positions | a line and a column for each element, or nothing |
+/// | locales | by name: the default one, the supported ones, those of values |
+/// | header | `hashSeed`, `elementValueCount`, the names that the store knows |
+///
+/// Only locales are not the same from one process to the next: an entry of a
+/// shape names its locale by the process's number (`I18NLocale::getNumber`).
 struct StoreData {
     static constexpr std::uint32_t ValuesPerOwnerMark = 16;
+
+    std::uint64_t hashSeed = 0; // of all its hashes
 
     TextTable texts;
     NameTable names;
@@ -128,7 +149,7 @@ struct StoreData {
 
 /// What the reference index is keyed by: the names of a reference one by one,
 /// the outermost first.
-std::uint64_t firstReferenceHash(std::u16string_view name);
-std::uint64_t nextReferenceHash(std::uint64_t before, std::u16string_view name);
+std::uint64_t firstReferenceHash(std::u16string_view name, std::uint64_t seed);
+std::uint64_t nextReferenceHash(std::uint64_t before, std::u16string_view name, std::uint64_t seed);
 
 } // namespace vex
