@@ -32,6 +32,8 @@ inline constexpr DiagnosticRule diagnosticRules[] = {
     {"unknown-locale", Severity::Error, "A locale is none."},
     {"duplicate-id", Severity::Error, "Two elements have one id."},
     {"duplicate-value", Severity::Error, "A property has two values for one locale."},
+    {"unwritable-text", Severity::Error,
+     "A text or a class is none that a document can hold; a model document has no such."},
 
     {"catalogue-unreadable", Severity::Error, "The catalogue cannot be read, or is no XML."},
     {"catalogue-element", Severity::Error, "An element stands where the catalogue has none."},

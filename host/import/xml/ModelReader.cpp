@@ -45,7 +45,10 @@ bool belongsToXml(std::u16string_view attribute) {
 ModelReader::ModelReader(std::string const& file, std::size_t size, LoadOptions const& options,
                          Diagnostics& found)
     : m_limits(options.limits), m_report(file, *this, found),
-      m_writer(m_report, {options.limits, options.keepPositions, size}),
+      m_writer(m_report, {.limits = options.limits,
+                          .keepPositions = options.keepPositions,
+                          .sourceSize = size,
+                          .isDocument = true}),
       m_reserved{m_writer.name(u"model"),   m_writer.name(u"property"),
                  m_writer.name(u"locales"), m_writer.name(u"locale"),
                  m_writer.name(u"id"),      m_writer.name(u"role"),

@@ -2,7 +2,6 @@
 
 #include "host/store/build/StoreBuilder.h"
 #include "host/store/image/Model.h"
-#include "host/store/image/SameText.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -18,12 +17,6 @@ void require(bool holds, char const* misuse) {
     }
 }
 
-std::string quoted(std::u16string_view text) {
-    constexpr std::size_t longest = 100;
-    std::string const shown = I18NString(text.substr(0, longest)).toUtf8();
-    return '"' + shown + (text.size() > longest ? "...\"" : "\"");
-}
-
 } // namespace
 
 /// What was opened and is not closed yet.
@@ -37,6 +30,7 @@ struct ModelWriter::Open {
 
 ModelWriter::ModelWriter(SourceReport& report, ModelWriterOptions const& options)
     : m_report(report), m_limits(options.limits), m_keepPositions(options.keepPositions),
+      m_isDocument(options.isDocument),
       m_store(std::make_unique<StoreBuilder>(options.keepPositions, options.sourceSize)),
       m_defaultLocale(I18NString("en_US")), m_model(m_store->addName(u"model")),
       m_property(m_store->addName(u"property")), m_localesName(m_store->addName(u"locales")),
@@ -44,63 +38,6 @@ ModelWriter::ModelWriter(SourceReport& report, ModelWriterOptions const& options
       m_defaultLocaleName(m_store->addName(u"defaultLocale")) {}
 
 ModelWriter::~ModelWriter() = default;
-
-ModelWriter::Name ModelWriter::name(std::u16string_view text) {
-    if (isSameText(text, u"name")) { // by far the most are this one
-        return m_name;
-    }
-    return text.empty() ? Name() : Name(m_store->addName(text));
-}
-
-ModelWriter::Name ModelWriter::countedName(std::u16string_view text) {
-    Name const name(m_store->addName(text));
-    KnownName& known = this->known(name.m_number);
-    if (!known.isCounted) {
-        known.isCounted = true;
-        ++m_countedNames;
-        if (text.size() > m_limits.nameLength) {
-            m_report.stop("name-too-long", "the name " + quoted(text) + " has more than " +
-                                               std::to_string(m_limits.nameLength) +
-                                               " characters; shorten it");
-        }
-        if (m_countedNames > m_limits.distinctNames) {
-            SourceTerms const terms = m_report.source().terms();
-            m_report.stop("too-many-names", "the " + std::string(terms.source) + " has more than " +
-                                                std::to_string(m_limits.distinctNames) +
-                                                " different names of " +
-                                                std::string(terms.countedNames) + "; " +
-                                                std::string(terms.onTooManyNames));
-        }
-    }
-    return name;
-}
-
-ModelWriter::KnownName& ModelWriter::known(std::uint32_t name) {
-    if (name >= m_known.size()) {
-        m_known.resize(name + 1);
-    }
-    return m_known[name];
-}
-
-I18NLocale ModelWriter::locale(std::u16string_view name) {
-    KnownName& known = this->known(m_store->addName(name));
-    if (!known.isLocale) {
-        I18NString const text(name);
-        if (!I18NLocale::isKnown(text)) {
-            m_report.report("unknown-locale", "there is no locale " + quoted(name) +
-                                                  "; write a language and, if need be, a region, "
-                                                  "such as \"de\" or \"de_AT\"");
-            return {};
-        }
-        known.isLocale = true;
-        known.locale = I18NLocale(text);
-        if (std::find(m_usedLocales.begin(), m_usedLocales.end(), known.locale) ==
-            m_usedLocales.end()) {
-            m_usedLocales.push_back(known.locale);
-        }
-    }
-    return known.locale;
-}
 
 void ModelWriter::admitDepth(std::size_t depth) {
     if (depth > m_limits.depth) {
@@ -128,8 +65,12 @@ void ModelWriter::openObject(Name cls) {
         innermostObject("an object was opened in a property or in locales");
     }
     admitDepth(m_open.size() + 1);
-    m_store->openElement(cls.m_number, m_keepPositions ? m_report.source().position().inDocument
-                                                       : DocumentPosition());
+    if (!m_isDocument) {
+        checkClass(cls);
+    }
+    m_store->openElement(cls.isEmpty() ? m_name.m_number : cls.m_number,
+                         m_keepPositions ? m_report.source().position().inDocument
+                                         : DocumentPosition());
     m_open.push_back({Open::Kind::Object});
 }
 
@@ -143,25 +84,25 @@ void ModelWriter::setId(PreparedId id) {
         return;
     }
     require(!m_store->hasId(), "an object was given a second id");
-    if (!m_store->setId(id.text, id.hash)) {
-        m_report.report("duplicate-id", "another element has the id " + quoted(id.text) +
+    if (isHeldByDocument(id.text) && !m_store->setId(id.text, id.hash)) {
+        m_report.report("duplicate-id", "another element has the id " + inQuotes(id.text) +
                                             " too; give one of them an id of its own");
     }
 }
 
 void ModelWriter::setRole(std::u16string_view role) {
     innermostObject("a role was set outside of an object");
-    m_store->setOwn(Own::Role, role);
+    m_store->setOwn(Own::Role, heldByDocument(role));
 }
 
 void ModelWriter::setClass(std::u16string_view cls) {
     innermostObject("a class was set outside of an object");
-    m_store->setOwn(Own::Class, cls);
+    m_store->setOwn(Own::Class, heldByDocument(cls));
 }
 
 void ModelWriter::setText(std::u16string_view text) {
     innermostObject("a text was set outside of an object");
-    m_store->setOwn(Own::Text, text);
+    m_store->setOwn(Own::Text, heldByDocument(text));
 }
 
 void ModelWriter::closeObject() {
@@ -185,7 +126,7 @@ std::uint32_t ModelWriter::closeProperties(Open const& owner) {
 ShapeEntry ModelWriter::entryOf(Property const& property) {
     ShapeEntry entry{property.name.m_number,
                      property.locale.has_value() ? property.locale->getNumber() : 0,
-                     m_store->addText(property.role)};
+                     m_store->addText(heldByDocument(property.role))};
     if (property.name.isEmpty()) {
         m_report.report("property-without-name",
                         "the property has no name; " +
@@ -200,7 +141,8 @@ ShapeEntry ModelWriter::entryOf(Property const& property) {
 
 void ModelWriter::addProperty(Property const& property, std::u16string_view value) {
     openProperties(innermostOwner("a property was added outside of an object"));
-    m_store->addValue(entryOf(property), value);
+    ShapeEntry const entry = entryOf(property);
+    m_store->addValue(entry, heldByDocument(value));
 }
 
 void ModelWriter::openProperty(Property const& property) {
@@ -214,7 +156,7 @@ void ModelWriter::closeProperty(std::u16string_view value) {
             "a property was closed that is not the innermost thing open");
     Open const property = m_open.back();
     m_open.pop_back();
-    m_store->addValue(property.entry, value, closeProperties(property));
+    m_store->addValue(property.entry, heldByDocument(value), closeProperties(property));
 }
 
 void ModelWriter::setDefaultLocale(std::u16string_view name) {

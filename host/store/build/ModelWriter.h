@@ -29,6 +29,8 @@ struct ModelWriterOptions {
     bool keepPositions = false;
     /// The size of the source in bytes; 0 when unknown. Only a hint.
     std::size_t sourceSize = 0;
+    /// The source is an XML document: nobody need look for what none can hold.
+    bool isDocument = false;
 };
 
 /// How a model comes to be. An importer tells what its source holds, in document
@@ -53,8 +55,9 @@ struct ModelWriterOptions {
 /// importer. So is a call after something was raised, other than `finish`.
 ///
 /// Texts are taken as they are, white space and all; every text is copied. The
-/// empty text is no value. Past what a model can number `KRLLimitException` is
-/// raised, out of memory `std::bad_alloc`. One thread at a time.
+/// empty text is no value. A model can always be written as a document: a text
+/// or a class that none can hold is reported as "unwritable-text". Past what a model can number
+/// `KRLLimitException` is raised, out of memory `std::bad_alloc`. One thread at a time.
 class ModelWriter {
 public:
     /// A name that this writer knows. Who uses one often asks for it once.
@@ -168,6 +171,7 @@ private:
     struct Open;
     struct KnownName {
         bool isCounted = false;
+        bool isCheckedClass = false;
         bool isLocale = false; // it was read as the name of `locale`
         I18NLocale locale{};
     };
@@ -175,6 +179,12 @@ private:
     Open& innermostObject(char const* misuse);
     Open& innermostOwner(char const* misuse);
     KnownName& known(std::uint32_t name);
+    /// False, and reported, when no document can hold the text.
+    bool isHeldByDocument(std::u16string_view text);
+    std::u16string_view heldByDocument(std::u16string_view text) {
+        return isHeldByDocument(text) ? text : std::u16string_view();
+    }
+    void checkClass(Name cls);
     void openProperties(Open& owner);
     std::uint32_t closeProperties(Open const& owner);
     ShapeEntry entryOf(Property const& property);
@@ -182,6 +192,7 @@ private:
     SourceReport& m_report;
     ModelLimits const m_limits;
     bool const m_keepPositions;
+    bool const m_isDocument;
 
     std::unique_ptr<StoreBuilder> m_store;
     std::vector<Open> m_open;

@@ -14,10 +14,8 @@ public:
     /// Adds the name unless it is there; its text goes to `texts`.
     Atom add(std::u16string_view name, TextTableBuilder& texts) {
         std::uint32_t const hash = static_cast<std::uint32_t>(hashText(name, m_table.m_seed));
-        Atom const known = m_found.find(hash, [&](Atom atom) {
-            NameTable::Name const& each = m_table.m_names[atom];
-            return isSameText({texts.begin(each.text), each.length}, name);
-        });
+        Atom const known =
+            m_found.find(hash, [&](Atom atom) { return isSameText(view(atom, texts), name); });
         if (known != NoAtom) {
             return known;
         }
@@ -25,6 +23,11 @@ public:
         m_table.m_names.push_back({texts.add(name), static_cast<std::uint32_t>(name.size())});
         m_found.add(hash, atom);
         return atom;
+    }
+
+    std::u16string_view view(Atom atom, TextTableBuilder const& texts) const {
+        NameTable::Name const& name = m_table.m_names[atom];
+        return {texts.begin(name.text), name.length};
     }
 
     NameTable finish() && {

@@ -1,5 +1,7 @@
 #include "host/store/build/SourceReport.h"
 
+#include "I18NString.h"
+
 #include <utility>
 
 namespace vex {
@@ -30,6 +32,12 @@ void SourceReport::keep(Severity severity, char const* rule, std::string text,
                        std::move(text), at.part});
     ++m_kept;
     m_hasErrors = m_hasErrors || severity == Severity::Error;
+}
+
+std::string inQuotes(std::u16string_view text) {
+    constexpr std::size_t longest = 100;
+    std::string const shown = I18NString(text.substr(0, longest)).toUtf8();
+    return '"' + shown + (text.size() > longest ? "...\"" : "\"");
 }
 
 } // namespace vex

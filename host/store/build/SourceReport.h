@@ -4,6 +4,7 @@
 #include "host/store/build/ModelSource.h"
 
 #include <string>
+#include <string_view>
 
 namespace vex {
 
@@ -44,5 +45,8 @@ private:
     std::size_t m_kept = 0;
     bool m_hasErrors = false;
 };
+
+/// The text in quotes, for messages; of a long one its beginning.
+std::string inQuotes(std::u16string_view text);
 
 } // namespace vex

@@ -21,6 +21,8 @@ public:
     StoreBuilder(bool keepPositions, std::size_t sourceSize);
 
     Atom addName(std::u16string_view name) { return m_names.add(name, m_texts); }
+    /// Valid until a text is added.
+    std::u16string_view nameText(Atom name) const { return m_names.view(name, m_texts); }
     TextRef addText(std::u16string_view text) { return m_texts.add(text); }
     std::uint32_t prepareText(std::u16string_view text) const { return m_texts.prepare(text); }
 

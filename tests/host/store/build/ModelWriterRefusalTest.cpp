@@ -83,8 +83,90 @@ TEST(ModelWriterRefusal, ReportsLocalesOfAnotherObjectThanTheModel) {
                                    "directly in \"model\" only; move it there");
 }
 
+/// What is found when the text is used in each way that a text can be.
+std::string foundOfEachUse(std::u16string_view text) {
+    WrittenModel written;
+    vex::ModelWriter& writer = written.writer();
+    writer.openObject(u"a");
+    writer.setId(text);
+    writer.setRole(text);
+    writer.setClass(text);
+    writer.setText(text);
+    writer.addProperty(u"p", text);
+    writer.addProperty({writer.name(u"p"), {}, text}, u"x");
+    writer.addProperty(text, u"x");
+    writer.openProperty({writer.name(u"p")});
+    writer.closeProperty(text);
+    writer.openObject(text);
+    writer.closeObject();
+    writer.closeObject();
+    std::string found;
+    for (vex::Diagnostic const& diagnostic : written.found()) {
+        found += diagnostic.rule + ": " + diagnostic.text + '\n';
+    }
+    EXPECT_EQ(written.finish() == nullptr, !found.empty());
+    return found;
+}
+
+std::string nineTimes(std::string const& line) {
+    std::string lines;
+    for (int i = 0; i < 9; ++i) {
+        lines += line + '\n';
+    }
+    return lines;
+}
+
+TEST(ModelWriterRefusal, ReportsTextsThatNoDocumentCanHoldWhereverTheyStand) {
+    auto const holds = [](char const* code) {
+        return nineTimes(std::string("unwritable-text: a text holds ") + code +
+                         ", which no document can; remove it");
+    };
+    EXPECT_EQ(foundOfEachUse(std::u16string_view(u"a\0b", 3)), holds("U+0000"));
+    EXPECT_EQ(foundOfEachUse(u"a\u001F"), holds("U+001F"));
+    EXPECT_EQ(foundOfEachUse(u"\uFFFE"), holds("U+FFFE"));
+    EXPECT_EQ(foundOfEachUse(u"\uFFFF"), holds("U+FFFF"));
+    constexpr char16_t high = 0xD83D;
+    constexpr char16_t low = 0xDE00;
+    EXPECT_EQ(foundOfEachUse(std::u16string{u'a', high}), holds("U+D83D"));
+    EXPECT_EQ(foundOfEachUse(std::u16string{high, u'a'}), holds("U+D83D"));
+    EXPECT_EQ(foundOfEachUse(std::u16string{low, high}), holds("U+DE00"));
+}
+
+TEST(ModelWriterRefusal, AllowsEveryOtherTextInAnyLanguage) {
+    WrittenModel written;
+    written.writer().addProperty(u"name", u"\t\r\n ~\u007F\u00E4\uD7FF\uE000\uFFFD\U0001F600");
+    EXPECT_NE(written.finish(), nullptr);
+}
+
+TEST(ModelWriterRefusal, ReportsALocaleThatNoDocumentCanHold) {
+    WrittenModel written;
+    EXPECT_EQ(written.writer().locale(std::u16string_view(u"de\0x", 4)).getNumber(), 0U);
+    EXPECT_EQ(written.found().at(0).rule, "unwritable-text");
+}
+
+TEST(ModelWriterRefusal, ReportsAClassThatIsNoNameOfAnElementOnce) {
+    WrittenModel written;
+    vex::ModelWriter& writer = written.writer();
+    for (char16_t const* const cls : {u"a b", u"property", u"locales", u"1", u"a b"}) {
+        writer.openObject(cls);
+        writer.closeObject();
+    }
+    writer.openObject(u"");
+    writer.closeObject();
+    std::string const advice =
+        " cannot be a class; name it like an element of XML, other than \"property\" and "
+        "\"locales\"";
+    EXPECT_EQ(written.finish(), nullptr);
+    ASSERT_EQ(written.found().size(), 5U);
+    EXPECT_EQ(written.found()[0].text, "\"a b\"" + advice);
+    EXPECT_EQ(written.found()[1].text, "\"property\"" + advice);
+    EXPECT_EQ(written.found()[2].text, "\"locales\"" + advice);
+    EXPECT_EQ(written.found()[3].text, "\"1\"" + advice);
+    EXPECT_EQ(written.found()[4].text, "an object has no class; give it one");
+}
+
 vex::ModelWriterOptions withLimits(vex::ModelLimits const& limits) {
-    return {.limits = limits, .keepPositions = false, .sourceSize = 0};
+    return {.limits = limits};
 }
 
 TEST(ModelWriterRefusal, EndsTheReadingWhereObjectsAndPropertiesNestTooDeep) {

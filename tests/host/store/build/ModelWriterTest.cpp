@@ -235,7 +235,7 @@ TEST(ModelWriter, KnowsANameOnce) {
 }
 
 TEST(ModelWriter, KeepsLinesAndColumnsWhenAsked) {
-    WrittenModel written({.limits = {}, .keepPositions = true, .sourceSize = 0});
+    WrittenModel written({.limits = {}, .keepPositions = true});
     written.moveTo({{7, 3}, ""});
     written.writer().openObject(u"a");
     written.writer().closeObject();
