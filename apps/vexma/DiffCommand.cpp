@@ -1,6 +1,7 @@
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/DiffReport.h"
 #include "apps/vexma/TreeAnswer.h"
+#include "host/protocol/JsonDifferences.h"
 
 #include <memory>
 
@@ -68,7 +69,7 @@ struct DiffCommand {
                 return complainAbout(*trees->refusal, console);
             }
         }
-        compare(console, sideOf(first, before), sideOf(second, after));
+        write(console, tellDifferences(sideOf(first, before), sideOf(second, after)));
         return Done;
     }
 
@@ -97,12 +98,11 @@ struct DiffCommand {
         return {*session.getModel(), *session.GetCurrentLocale(), trees.objects};
     }
 
-    void compare(Console& console, ComparedSide const& before, ComparedSide const& after) const {
-        std::vector<ComparedObject> const objects = compareTrees(before, after);
+    void write(Console& console, Differences const& differences) const {
         if (json) {
-            writeDifferences(console.out(), before, after, objects);
+            console.out() << toJson(differences) << '\n';
         } else {
-            drawDifferences(console.out(), before, after, objects, console.outHasColour());
+            drawDifferences(console.out(), differences, console.outHasColour());
         }
     }
 };

@@ -1,19 +1,13 @@
 #pragma once
 
-#include "host/insight/TreeComparison.h"
+#include "host/insight/Differences.h"
 
 #include <ostream>
-#include <vector>
 
 namespace vex {
 
 /// Draws the differences as a tree, a line for each object with a sign for what
 /// becomes of it, and counts them at the end.
-void drawDifferences(std::ostream& out, ComparedSide const& before, ComparedSide const& after,
-                     std::vector<ComparedObject> const& objects, bool colour);
-
-/// Writes one JSON object with the differences in the same order.
-void writeDifferences(std::ostream& out, ComparedSide const& before, ComparedSide const& after,
-                      std::vector<ComparedObject> const& objects);
+void drawDifferences(std::ostream& out, Differences const& differences, bool colour);
 
 } // namespace vex

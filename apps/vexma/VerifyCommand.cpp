@@ -4,8 +4,7 @@
 #include "apps/vexma/Progress.h"
 #include "apps/vexma/TreeAnswer.h"
 #include "apps/vexma/VerifyReport.h"
-#include "host/insight/ObjectText.h"
-#include "host/insight/TreeCheck.h"
+#include "host/protocol/JsonVerification.h"
 
 #include <memory>
 #include <optional>
@@ -45,11 +44,10 @@ struct VerifyCommand {
         }
         source.check();
         Workplace workplace(source, console);
-        VerifyReport report(*workplace.Session().getModel(),
-                            *workplace.Session().GetCurrentLocale());
+        Verification verification;
         for (CatalogueUser const* const user : users) {
             if (user == nullptr || user->name.toUtf8() == source.user) {
-                verify(workplace, source.user, console, report);
+                verification.users.push_back(verify(workplace, source.user, console));
                 continue;
             }
             Workplace further(
@@ -57,10 +55,14 @@ struct VerifyCommand {
                 std::make_unique<HostSession>(workplace.Session().getModel(),
                                               I18NLocale(I18NString::fromUtf8(source.locale)),
                                               catalogue, user));
-            verify(further, user->name.toUtf8(), console, report);
+            verification.users.push_back(verify(further, user->name.toUtf8(), console));
         }
-        json ? report.writeJson(console.out()) : report.writeText(console.out());
-        return report.isClean() ? Done : Refused;
+        if (json) {
+            console.out() << toJson(verification) << '\n';
+        } else {
+            writeVerification(console.out(), verification);
+        }
+        return verification.isClean() ? Done : Refused;
     }
 
     /// The one asked for, else all. The first one opens the model.
@@ -80,8 +82,8 @@ struct VerifyCommand {
         return users;
     }
 
-    static void verify(Workplace& workplace, std::string const& user, Console& console,
-                       VerifyReport& report) {
+    static UserVerification verify(Workplace& workplace, std::string const& user,
+                                   Console& console) {
         Progress progress(console, "verifying" + (user.empty() ? "" : " for " + user));
         ModelTrees trees = askForTrees(workplace);
         // A session serves one kind of action until it is closed.
@@ -91,10 +93,12 @@ struct VerifyCommand {
         auto const accessible = askForAccessOfAll(workplace, progress, refusal);
         if (trees.refusal.has_value() || !accessible) {
             bool const both = trees.refusal.has_value() && !accessible;
-            report.addRefusal(user, both, both || !accessible ? refusal.text : trees.refusal->text);
-            return;
+            return tellRefusal(user, both,
+                               both || !accessible ? refusal.text : trees.refusal->text);
         }
-        report.Add(user, checkTrees(*workplace.Session().getModel(), trees.objects, *accessible));
+        Model const& model = *workplace.Session().getModel();
+        return tellCheck(user, checkTrees(model, trees.objects, *accessible), model,
+                         *workplace.Session().GetCurrentLocale());
     }
 };
 

@@ -55,14 +55,21 @@ VEX_HANDLE targetOf(Model const& model, VEX_HANDLE shortcut) {
     return target;
 }
 
+ObjectLabel labelOf(Model const& model, VEX_HANDLE object, I18NLocale const& locale) {
+    I18NString reference;
+    model.getReference(object, reference);
+    return {idOf(object).toUtf8(), reference.toUtf8(), classOf(object).toUtf8(),
+            nameIn(locale, object).toUtf8()};
+}
+
+std::string describeObject(ObjectLabel const& label) {
+    return label.className + (label.name.empty() ? "" : " \"" + label.name + '"') +
+           (label.id.empty() ? "" : " (" + label.id + ')');
+}
+
 std::string describeObject(VEX_HANDLE object, I18NLocale const& locale) {
-    std::string text = classOf(object).toUtf8();
-    I18NString const name = nameIn(locale, object);
-    if (!name.empty()) {
-        text += " \"" + name.toUtf8() + '"';
-    }
-    I18NString const id = idOf(object);
-    return id.empty() ? text : text + " (" + id.toUtf8() + ')';
+    return describeObject(ObjectLabel{idOf(object).toUtf8(), "", classOf(object).toUtf8(),
+                                      nameIn(locale, object).toUtf8()});
 }
 
 std::string idAndName(VEX_HANDLE object, I18NLocale const& locale) {

@@ -24,7 +24,21 @@ VEX_HANDLE outermostNamespaceOf(VEX_HANDLE object);
 /// decides. The null handle when it has none.
 VEX_HANDLE targetOf(Model const& model, VEX_HANDLE shortcut);
 
+/// What people and programs know an element by; "" for what it lacks. Plain
+/// data: the model may go.
+struct ObjectLabel {
+    std::string id;
+    std::string reference;
+    std::string className;
+    std::string name; // in one language
+
+    /// The id, else the reference.
+    std::string const& key() const { return id.empty() ? reference : id; }
+};
+ObjectLabel labelOf(Model const& model, VEX_HANDLE object, I18NLocale const& locale);
+
 /// An element for people: class, name and, in brackets, its id.
+std::string describeObject(ObjectLabel const& label);
 std::string describeObject(VEX_HANDLE object, I18NLocale const& locale);
 
 /// The same without the class: "v2 Clerks".

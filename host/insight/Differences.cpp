@@ -1,0 +1,42 @@
+#include "host/insight/Differences.h"
+
+namespace vex {
+
+namespace {
+
+using Change = ComparedObject::Change;
+
+void count(ComparedObject const& object, Differences& told) {
+    told.appear += object.change == Change::Appears ? 1 : 0;
+    told.disappear += object.change == Change::Disappears ? 1 : 0;
+    told.change += object.change == Change::Changes ? 1 : 0;
+    told.renamed += object.isRenamed() ? 1 : 0;
+}
+
+ObjectLabel labelIn(ComparedSide const& side, VEX_HANDLE object) {
+    return labelOf(side.model, object, side.locale);
+}
+
+} // namespace
+
+Differences tellDifferences(ComparedSide const& before, ComparedSide const& after) {
+    Differences told;
+    for (ComparedObject const& object : compareTrees(before, after)) {
+        bool const byFirst = object.change == Change::Disappears || !object.after.IsNotNull();
+        ToldChange& entry = told.objects.emplace_back();
+        entry.change = object.change;
+        entry.object = byFirst ? labelIn(before, object.before) : labelIn(after, object.after);
+        entry.before = object.presenceBefore;
+        entry.after = object.presenceAfter;
+        entry.isRenamed = object.isRenamed();
+        for (PropertyChange const& change : object.properties) {
+            entry.properties.push_back(
+                {change.property.toUtf8(), change.before.toUtf8(), change.after.toUtf8()});
+        }
+        entry.container = object.container;
+        count(object, told);
+    }
+    return told;
+}
+
+} // namespace vex

@@ -1,0 +1,46 @@
+#include "host/insight/Explanation.h"
+
+#include "host/insight/AccessStory.h"
+#include "host/insight/TreeStory.h"
+
+namespace vex {
+
+namespace {
+
+std::vector<ToldMention> tellMentions(VexExplainedObject const& object,
+                                      VexAccessExplanation const& access,
+                                      AccessStory const& story) {
+    std::vector<std::string> sentences = story.mentionsOf(object);
+    std::vector<ToldMention> told;
+    for (VexViewMention const& mention : object.mentions) {
+        told.push_back({access.views[mention.view].id.toUtf8(), mention.included, mention.excluded,
+                        mention.hidden, std::move(sentences[told.size()])});
+    }
+    return told;
+}
+
+} // namespace
+
+Explanation tellAccess(Model const& model, I18NLocale const& locale,
+                       Vex_Handle_Collection const& objects, VexAccessExplanation const& access,
+                       AnsweredTree const& trees, std::optional<std::string> const& refusal) {
+    AccessStory const accessStory(model, locale, access);
+    TreeStory const treeStory(locale, trees);
+    Explanation told;
+    for (std::size_t index = 0; index < objects.size(); ++index) {
+        VexExplainedObject const& object = access.objects[index];
+        told.objects.push_back({labelOf(model, objects[index], locale), object.included,
+                                object.reason, accessStory.verdictOf(object),
+                                refusal ? std::vector<std::string>{"there is none: " + *refusal}
+                                        : treeStory.treatmentOf(objects[index], object.included),
+                                tellMentions(object, access, accessStory)});
+    }
+    for (VexExplainedView const& view : access.views) {
+        told.views.push_back({view.id.toUtf8(), nameIn(locale, model.findById(view.id)).toUtf8(),
+                              accessStory.nameOf(view), view.inForce, view.role,
+                              view.firstMemberRole.toUtf8(), accessStory.partOf(view)});
+    }
+    return told;
+}
+
+} // namespace vex

@@ -1,0 +1,129 @@
+#include "host/insight/FileFindings.h"
+
+#include "KRLException.h"
+#include "host/import/xml/FileText.h"
+#include "host/insight/DiagnosticRules.h"
+#include "host/insight/ModelChecks.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+namespace vex {
+
+namespace {
+
+using ProgressReport = decltype(LoadOptions::progress);
+
+/// The name of the root element of XML text, found without reading the rest; ""
+/// when there is none in sight.
+std::string_view rootElementOf(std::string_view text) {
+    struct Skipped {
+        std::string_view opening;
+        std::string_view closing;
+    };
+    constexpr Skipped prolog[] = {{"<?", "?>"}, {"<!--", "-->"}};
+    std::size_t at = text.find('<');
+    while (at != std::string_view::npos) {
+        auto const skipped =
+            std::find_if(std::begin(prolog), std::end(prolog), [&](Skipped const& each) {
+                return text.substr(at).starts_with(each.opening);
+            });
+        if (skipped == std::end(prolog)) {
+            std::string_view const name = text.substr(at + 1);
+            return name.substr(0, name.find_first_of(" \t\r\n/>"));
+        }
+        at = text.find(skipped->closing, at);
+        at = at == std::string_view::npos ? at : text.find('<', at);
+    }
+    return {};
+}
+
+void sortByPlace(Diagnostics& found) {
+    std::stable_sort(found.begin(), found.end(), [](Diagnostic const& a, Diagnostic const& b) {
+        return std::tie(a.line, a.column) < std::tie(b.line, b.column);
+    });
+}
+
+void append(Diagnostics& list, Diagnostics const& more) {
+    list.insert(list.end(), more.begin(), more.end());
+}
+
+/// Reads a model and appends its findings, in the order of their places; null
+/// when one is an error.
+std::shared_ptr<Model const> examineModel(std::string const& text, std::string const& name,
+                                          ProgressReport const& progress, Diagnostics& list) {
+    LoadOptions options;
+    options.keepPositions = true;
+    options.progress = progress;
+    Diagnostics found;
+    std::shared_ptr<Model const> model = loadModelText(text, name, options, found);
+    if (model != nullptr) {
+        checkModel(*model, name, found);
+    }
+    sortByPlace(found);
+    append(list, found);
+    return model;
+}
+
+/// The model of a catalogue's entry.
+std::shared_ptr<Model const> examineEntry(CatalogueModel const& entry, std::string const& name,
+                                          ProgressReport const& progress, Diagnostics& found,
+                                          Diagnostics& inModels) {
+    try {
+        return examineModel(readFileText(entry.file), entry.file, progress, inModels);
+    } catch (KRLDocumentException const& problem) {
+        found.push_back(
+            finding("model-unreadable", name, entry.line, entry.column, problem.what()));
+        return nullptr;
+    }
+}
+
+} // namespace
+
+FindingCounts countFindings(Diagnostics const& found) {
+    FindingCounts counts;
+    for (Diagnostic const& each : found) {
+        (each.severity == Severity::Error     ? counts.errors
+         : each.severity == Severity::Warning ? counts.warnings
+                                              : counts.notes)++;
+    }
+    return counts;
+}
+
+bool isCatalogueText(std::string_view text) {
+    return rootElementOf(text) == "catalog";
+}
+
+Diagnostics findInModel(std::string const& text, std::string const& name,
+                        ProgressReport const& progress) {
+    Diagnostics found;
+    examineModel(text, name, progress, found);
+    return found;
+}
+
+Diagnostics findInCatalogue(std::string const& text, std::string const& name,
+                            std::string const& folder, ProgressReport const& progress) {
+    Diagnostics found;
+    Diagnostics inModels;
+    auto const catalogue = readCatalogueText(text, name, folder, found);
+    if (catalogue != nullptr) {
+        checkCatalogue(*catalogue, name, found);
+        std::map<std::string, std::shared_ptr<Model const>>
+            models; // several paths may share a file
+        for (CatalogueModel const& entry : catalogue->models) {
+            auto const [model, isNew] = models.try_emplace(entry.file);
+            if (isNew) {
+                model->second = examineEntry(entry, name, progress, found, inModels);
+            }
+            if (model->second != nullptr) {
+                checkGrants(*catalogue, entry, *model->second, name, found);
+            }
+        }
+    }
+    sortByPlace(found);
+    append(found, inModels);
+    return found;
+}
+
+} // namespace vex

@@ -1,0 +1,57 @@
+#include "host/protocol/JsonDifferences.h"
+
+#include "host/protocol/JsonText.h"
+
+#include <nlohmann/json.hpp>
+
+namespace vex {
+
+namespace {
+
+using Change = ComparedObject::Change;
+
+constexpr char const* codeOf(Change change) {
+    constexpr char const* codes[] = {"", "appears", "disappears", "changes"};
+    return codes[static_cast<std::size_t>(change)];
+}
+
+constexpr char const* codeOf(Presence presence) {
+    constexpr char const* codes[] = {"none", "behind-shortcuts", "in-its-place"};
+    return codes[static_cast<std::size_t>(presence)];
+}
+
+Json describe(ToldChange const& told) {
+    Json entry{{"change", codeOf(told.change)},
+               {"id", told.object.id},
+               {"reference", told.object.reference},
+               {"class", told.object.className},
+               {"name", told.object.name},
+               {"presence", {{"before", codeOf(told.before)}, {"after", codeOf(told.after)}}}};
+    if (told.change == Change::Changes) {
+        entry["renamed"] = told.isRenamed;
+        for (ToldPropertyChange const& change : told.properties) {
+            entry["properties"][change.property] = {{"before", change.before},
+                                                    {"after", change.after}};
+        }
+    }
+    return entry;
+}
+
+} // namespace
+
+std::string toJson(Differences const& differences) {
+    Json list = Json::array();
+    for (ToldChange const& told : differences.objects) {
+        if (told.change != Change::None) {
+            list.push_back(describe(told));
+        }
+    }
+    return toText(Json{{"appear", differences.appear},
+                       {"disappear", differences.disappear},
+                       {"change", differences.change},
+                       {"renamed", differences.renamed},
+                       {"objects", std::move(list)}},
+                  JsonForm::Indented);
+}
+
+} // namespace vex

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "host/insight/Differences.h"
+
+#include <string>
+
+namespace vex {
+
+/// One JSON object with the counts and what differs, in the same order, indented.
+/// What is listed for what is inside it is left out.
+std::string toJson(Differences const& differences);
+
+} // namespace vex
