@@ -6,7 +6,7 @@
 #include "VEX_HANDLE.h"
 #include "Vex_Handle_Collection.h"
 #include "Vex_I18NString_Collection.h"
-#include "provider/VexMDMaModelElementInfo.h"
+#include "model/VexMDMaModelElementInfo.h"
 #include "security/VexMDAccessEngine.h"
 
 #include <list>
@@ -54,7 +54,7 @@ public:
     void ProcessGlobal(VexMDMaProviderHelper const& helper, I18NLocale const* locale,
                        KRLIDOM_Element& response);
 
-    // --- Start paths (VexMDMaProviderRequest.cpp)
+    // --- Start paths (start/VexStartWalk.cpp)
 
     /// Finds the object that the parts of `startPath` lead to and writes its
     /// tree below `parent`.
@@ -69,7 +69,7 @@ public:
     bool FindItemInCollection(NameParts::const_iterator& part, I18NLocale const* locale,
                               Vex_Handle_Collection& items, VexMDMaPath& path);
 
-    // --- References as start (VexMDMaProviderReference.cpp, ...ReferencedItem.cpp)
+    // --- References as start (start/VexReferenceSearch.cpp, ...ReferencedItem.cpp)
 
     void ProcessStartAtRefRequest(VexMDMaProviderHelper const& helper, NameParts const& parts,
                                   I18NString const& startPath, int const& depth,
@@ -118,7 +118,7 @@ public:
     void FindShortcutReference(I18NString const& name, VEX_HANDLE& shortcut,
                                I18NString& targetClass);
 
-    // --- Element classification (VexMDMaProviderClassification.cpp)
+    // --- Element classification (tree/VexElementReference.cpp)
 
     /// Appends the reference of the object that `path` leads to.
     void GetReferenceForElement(I18NLocale const* locale, VexMDMaPath& path, I18NString& reference);
@@ -137,7 +137,7 @@ public:
     /// Appends the parts as [part].[part]... to `reference`.
     void BuildObjectReference(NameParts const& parts, I18NString& reference);
 
-    // --- Reduced tree (VexMDMaProviderReducedTree.cpp)
+    // --- Reduced tree (tree/VexReducedTree.cpp)
 
     /// Writes the child objects of `object` under the first child of `parent`,
     /// each with id, name, role and class, whatever the user may see.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "provider/VexMDMaModelElementInfo.h"
+#include "model/VexMDMaModelElementInfo.h"
 
 #include <deque>
 
