@@ -1,13 +1,11 @@
-# vex_room(name [FOLDERS folder...] USES target... [LIBRARIES target...]):
-# the sources of the current folder, and of those in it, as one library, with what it may use of this
+# vex_room(name USES target... [LIBRARIES target...]):
+# the sources of the current folder as one library, with what it may use of this
 # project (USES) and of others (LIBRARIES). Linking it whole, with nothing but
 # that behind it, shows that it uses nothing else.
 function(vex_room name)
-  cmake_parse_arguments(arg "" "" "FOLDERS;USES;LIBRARIES" ${ARGN})
-  list(TRANSFORM arg_FOLDERS APPEND "/*.cpp" OUTPUT_VARIABLE more_sources)
-  list(TRANSFORM arg_FOLDERS APPEND "/*.h" OUTPUT_VARIABLE more_headers)
-  file(GLOB sources CONFIGURE_DEPENDS *.cpp ${more_sources})
-  file(GLOB headers CONFIGURE_DEPENDS *.h ${more_headers})
+  cmake_parse_arguments(arg "" "" "USES;LIBRARIES" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp)
+  file(GLOB headers CONFIGURE_DEPENDS *.h)
   add_library(${name} STATIC ${sources})
   target_sources(${name} PUBLIC
     FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${headers})

@@ -31,3 +31,14 @@ VEX_HANDLE FindShortcutTarget(VexObjectStore const& store, VEX_HANDLE shortcut, 
     }
     return target;
 }
+
+void FindShortcutReference(VexSession const& session, I18NString const& name, VEX_HANDLE& shortcut,
+                           I18NString& targetClass) {
+    VEX_HANDLE const target =
+        FindShortcutTarget(session.GetObjectStore(), shortcut, VexTargetRule::FirstDecides,
+                           VexFailure::ShortcutTargetUnknown, &name);
+    if (target.IsNotNull()) {
+        VexMDMaProviderUtility::GetName(target, targetClass);
+    }
+    shortcut = target;
+}

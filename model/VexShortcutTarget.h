@@ -5,6 +5,7 @@
 
 class I18NString;
 class VexObjectStore;
+class VexSession;
 
 /// Which "refobj" decides when a shortcut has several with a value.
 enum class VexTargetRule { FirstDecides, LastDecides };
@@ -14,3 +15,9 @@ enum class VexTargetRule { FirstDecides, LastDecides };
 /// with `parameter` when that is not null.
 VEX_HANDLE FindShortcutTarget(VexObjectStore const& store, VEX_HANDLE shortcut, VexTargetRule rule,
                               VexFailure unknown, I18NString const* parameter = nullptr);
+
+/// Replaces a shortcut's handle by its target's, null when it names none, and
+/// `targetClass` by the target's class when there is one. `name` is the
+/// shortcut's, for the failure alone.
+void FindShortcutReference(VexSession const& session, I18NString const& name, VEX_HANDLE& shortcut,
+                           I18NString& targetClass);

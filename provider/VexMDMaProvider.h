@@ -10,6 +10,7 @@
 #include "security/VexMDAccessEngine.h"
 
 #include <list>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -17,7 +18,10 @@ class VexMDMaProviderHelper;
 class VexMDMaProviderVisability;
 class VexSecurityInfoSource;
 class VexSession;
-struct VexPathRecord;
+struct VexFoundStart;
+struct VexModelScope;
+struct VexStartContext;
+struct VexTreeContext;
 
 /// Answers the metadata requests of one session, one at a time.
 ///
@@ -26,7 +30,7 @@ struct VexPathRecord;
 /// as `VexException`; what is in the response by then stays there.
 class VexMDMaProvider {
 public:
-    using NameParts = std::list<I18NString>;
+    using NameParts = std::list<I18NString>; // outermost first
 
     /// The session must outlive the provider.
     VexMDMaProvider(VexSession& session, I18NString const& modelPath);
@@ -54,7 +58,7 @@ public:
     void ProcessGlobal(VexMDMaProviderHelper const& helper, I18NLocale const* locale,
                        KRLIDOM_Element& response);
 
-    // --- Start paths (start/VexStartWalk.cpp)
+    // --- Start paths and references (VexMDMaProviderStart.cpp, start/)
 
     /// Finds the object that the parts of `startPath` lead to and writes its
     /// tree below `parent`.
@@ -69,8 +73,7 @@ public:
     bool FindItemInCollection(NameParts::const_iterator& part, I18NLocale const* locale,
                               Vex_Handle_Collection& items, VexMDMaPath& path);
 
-    // --- References as start (start/VexReferenceSearch.cpp, ...ReferencedItem.cpp)
-
+    /// The same for a reference; `found` is what its first name leads to.
     void ProcessStartAtRefRequest(VexMDMaProviderHelper const& helper, NameParts const& parts,
                                   I18NString const& startPath, int const& depth,
                                   I18NLocale const* locale, KRLIDOM_Node parent,
@@ -88,7 +91,7 @@ public:
     bool FindReferencedItem(NameParts const& names, I18NLocale const* locale,
                             Vex_Handle_Collection& candidates, VexMDMaPath& path);
 
-    // --- Tree output (VexMDMaProviderTree.cpp, VexMDMaProviderShortcut.cpp)
+    // --- Tree output (VexMDMaProviderTree.cpp, tree/)
 
     /// Writes each of `objects` with its members under `parent`.
     void GetRequestedElementTreeAtLevel(VexMDMaProviderHelper const& helper,
@@ -118,13 +121,10 @@ public:
     void FindShortcutReference(I18NString const& name, VEX_HANDLE& shortcut,
                                I18NString& targetClass);
 
-    // --- Element classification (tree/VexElementReference.cpp)
+    // --- Element classification (VexMDMaProviderTree.cpp, tree/VexElementReference.h)
 
     /// Appends the reference of the object that `path` leads to.
     void GetReferenceForElement(I18NLocale const* locale, VexMDMaPath& path, I18NString& reference);
-    /// The same on shared records; null is an empty path.
-    void GetReferenceForElement(I18NLocale const* locale, VexPathRecord const* path,
-                                I18NString& reference);
     bool IsNamespaceOrShortcutToNamespace(I18NLocale const* locale, I18NString const& className,
                                           I18NString const& name, I18NString& namespaceName);
     /// Replaces `element` by its nearest enclosing namespace or null; an element
@@ -137,7 +137,7 @@ public:
     /// Appends the parts as [part].[part]... to `reference`.
     void BuildObjectReference(NameParts const& parts, I18NString& reference);
 
-    // --- Reduced tree (tree/VexReducedTree.cpp)
+    // --- Reduced tree (VexMDMaProviderTree.cpp, tree/VexReducedTree.h)
 
     /// Writes the child objects of `object` under the first child of `parent`,
     /// each with id, name, role and class, whatever the user may see.
@@ -163,12 +163,15 @@ private:
                             int depth);
     void answerFunctionRequest(VexMDMaProviderHelper const& helper, KRLIDOM_Node const& response);
 
-    VEX_HANDLE findReferencedQuerySubject(VEX_HANDLE container, I18NString const& firstName,
-                                          NameParts const& secondName, I18NLocale const* locale,
-                                          VexMDMaPath& path);
-    VEX_HANDLE findQuerySubjectInModel(I18NString const& namespaceName, I18NString const& name,
-                                       I18NLocale const* locale, VexMDMaPath& path);
-    bool isNamedInAnyLocale(VEX_HANDLE object, I18NString const& name, I18NLocale const* locale);
+    /// The one place where what was found is written; nothing for none.
+    static void writeStart(std::optional<VexFoundStart> const& start, VexTreeContext const& context,
+                           I18NString const& startPath, KRLIDOM_Node const& parent);
+
+    VexModelScope modelScope(I18NLocale const* locale) const;
+    VexStartContext startContext(I18NLocale const* locale) const;
+    VexTreeContext treeContext(VexMDMaProviderHelper const& helper, int depth,
+                               I18NLocale const* locale, VexMDAccessEngine& engine,
+                               VexMDMaProviderVisability& visibility) const;
 
     VexSession* m_session;
     KRLIDOM_Document m_document;

@@ -1,7 +1,6 @@
-// What an object is made of: its collections and its plain attributes.
+// What an object is made of, as the provider's interface offers it.
 
-#include "model/VexMDMaProviderUtility.h"
-#include "model/VexMembers.h"
+#include "model/VexCollections.h"
 #include "provider/VexMDMaProvider.h"
 #include "resources.h"
 
@@ -14,31 +13,15 @@ void VexMDMaProvider::getClassName(I18NString const& name, I18NString& className
 
 void VexMDMaProvider::loadCollection(VEX_HANDLE object, I18NString const& collectionName,
                                      Vex_Handle_Collection& found) {
-    VexMembers members;
-    members.read(object);
-    members.appendOfClass(collectionName, found);
+    LoadCollection(object, collectionName, found);
 }
 
 void VexMDMaProvider::getAllAttributes(Vex_Handle_Collection& properties,
                                        std::list<I18NString>& names) {
-    names.emplace_back("ID");
-    for (VEX_HANDLE const property : properties) {
-        if (!VexMDMaProviderUtility::hasChildObjects(property) &&
-            !VexMDMaProviderUtility::hasProperties(property)) {
-            I18NString name;
-            VexMDMaProviderUtility::GetName(property, name);
-            names.push_back(name);
-        }
-    }
+    ListAttributes(properties, names);
 }
 
 void VexMDMaProvider::getAllCollections(Vex_Handle_Collection& properties,
                                         std::list<I18NString>& names) {
-    for (VEX_HANDLE const property : properties) {
-        if (VexMDMaProviderUtility::hasChildObjects(property)) {
-            I18NString name;
-            VexMDMaProviderUtility::GetName(property, name);
-            names.push_back(name);
-        }
-    }
+    ListCollections(properties, names);
 }

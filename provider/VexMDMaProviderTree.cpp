@@ -1,11 +1,14 @@
-// Tree output as the provider's interface offers it.
+// Tree output, and what it asks about elements, as the provider's interface offers
+// them.
 
-#include "VexSession.h"
-#include "model/VexMDMaProviderUtility.h"
+#include "model/VexParentNamespace.h"
 #include "model/VexShortcutTarget.h"
 #include "provider/VexMDMaProvider.h"
+#include "provider/request/VexBracketedName.h"
+#include "provider/tree/VexElementReference.h"
 #include "provider/tree/VexMDMaTreeWriter.h"
 #include "provider/tree/VexPathRecords.h"
+#include "provider/tree/VexReducedTree.h"
 
 void VexMDMaProvider::GetRequestedElementTreeAtLevel(
     VexMDMaProviderHelper const& helper, I18NString const& className, I18NString const& startPath,
@@ -13,12 +16,10 @@ void VexMDMaProvider::GetRequestedElementTreeAtLevel(
     Vex_Handle_Collection& objects, VexMDAccessEngine& engine,
     VexMDMaProviderVisability& visibility, int level, bool pathHoldsElement, bool skipViewLists,
     bool isStart) {
-    VexPathRecords const records(path);
-    VexTreeRequest const request{helper, depth, locale, engine, visibility, pathHoldsElement};
-    VexMDMaTreeWriter writer(*this, *m_session, m_document, request);
-    writer.writeObjects(writer.placeOf({className, startPath, records.front(), parent, level,
-                                        skipViewLists, isStart}),
-                        objects);
+    VexTreeContext const context = treeContext(helper, depth, locale, engine, visibility);
+    VexMDMaTreeWriter(context, {className, startPath, path, parent, level, pathHoldsElement,
+                                skipViewLists, isStart})
+        .writeObjects(objects);
 }
 
 void VexMDMaProvider::AddRequestedSubtreeAtLevel(
@@ -26,12 +27,10 @@ void VexMDMaProvider::AddRequestedSubtreeAtLevel(
     VexMDMaPath const& path, int depth, I18NLocale const* locale, KRLIDOM_Node parent,
     VEX_HANDLE object, VexMDAccessEngine& engine, VexMDMaProviderVisability& visibility, int level,
     bool pathHoldsElement, bool skipViewLists, bool isStart) {
-    VexPathRecords const records(path);
-    VexTreeRequest const request{helper, depth, locale, engine, visibility, pathHoldsElement};
-    VexMDMaTreeWriter writer(*this, *m_session, m_document, request);
-    writer.writeObject(writer.placeOf({className, startPath, records.front(), parent, level,
-                                       skipViewLists, isStart}),
-                       object);
+    VexTreeContext const context = treeContext(helper, depth, locale, engine, visibility);
+    VexMDMaTreeWriter(context, {className, startPath, path, parent, level, pathHoldsElement,
+                                skipViewLists, isStart})
+        .writeObject(object);
 }
 
 KRLIDOM_Node VexMDMaProvider::processShortCut(VexMDMaProviderHelper const& helper,
@@ -40,22 +39,64 @@ KRLIDOM_Node VexMDMaProvider::processShortCut(VexMDMaProviderHelper const& helpe
                                               I18NLocale const* locale, VexMDAccessEngine& engine,
                                               VexMDMaProviderVisability& visibility,
                                               bool pathHoldsElement, bool atStart) {
-    VexPathRecords const records(path);
-    VexTreeRequest const request{helper, depth, locale, engine, visibility, pathHoldsElement};
+    VexTreeContext const context = treeContext(helper, depth, locale, engine, visibility);
     I18NString const className; // plays no part in a shortcut's output
-    VexMDMaTreeWriter writer(*this, *m_session, m_document, request);
-    return writer.shortcutElement(writer.placeOf({className, parentPath, records.front(),
-                                                  KRLIDOM_Node(), level, true, false}),
-                                  shortcut, atStart);
+    return VexMDMaTreeWriter(context, {className, parentPath, path, KRLIDOM_Node(), level,
+                                       pathHoldsElement, true, false})
+        .shortcutElement(shortcut, atStart);
 }
 
 void VexMDMaProvider::FindShortcutReference(I18NString const& name, VEX_HANDLE& shortcut,
                                             I18NString& targetClass) {
-    VEX_HANDLE const target =
-        FindShortcutTarget(m_session->GetObjectStore(), shortcut, VexTargetRule::FirstDecides,
-                           VexFailure::ShortcutTargetUnknown, &name);
-    if (target.IsNotNull()) {
-        VexMDMaProviderUtility::GetName(target, targetClass);
+    ::FindShortcutReference(*m_session, name, shortcut, targetClass);
+}
+
+void VexMDMaProvider::GetReferenceForElement(I18NLocale const* locale, VexMDMaPath& path,
+                                             I18NString& reference) {
+    ::GetReferenceForElement(modelScope(locale), VexPathRecords(path).front(), reference);
+}
+
+void VexMDMaProvider::BuildObjectReference(NameParts const& parts, I18NString& reference) {
+    for (I18NString const& part : parts) {
+        AppendBracketedName(reference, part.view(), !reference.empty());
     }
-    shortcut = target;
+}
+
+bool VexMDMaProvider::IsNamespaceOrShortcutToNamespace(I18NLocale const* locale,
+                                                       I18NString const& className,
+                                                       I18NString const& name,
+                                                       I18NString& namespaceName) {
+    return ::IsNamespaceOrShortcutToNamespace(modelScope(locale), className, name, namespaceName);
+}
+
+void VexMDMaProvider::FindParentNamespace([[maybe_unused]] I18NLocale const* locale,
+                                          VEX_HANDLE& element) {
+    element = ::FindParentNamespace(element);
+}
+
+bool VexMDMaProvider::IsQuerySubjectOrQueryItemOrFilterOrCalculation(
+    I18NString const& className, [[maybe_unused]] I18NString const& name) {
+    return RecordRoleOf(className) == VexRecordRole::Named;
+}
+
+bool VexMDMaProvider::IsShortcutToQSFilterCalculation(I18NLocale const* locale,
+                                                      I18NString const& className,
+                                                      I18NString const& name) {
+    return ::IsShortcutToQSFilterCalculation(modelScope(locale), className, name);
+}
+
+void VexMDMaProvider::GetReducedElementTree(VEX_HANDLE object, I18NLocale const* locale,
+                                            KRLIDOM_Node parent) {
+    WriteReducedTree(object, locale, parent);
+}
+
+void VexMDMaProvider::AddSubtree(VEX_HANDLE object, I18NLocale const* locale,
+                                 KRLIDOM_Element parent) {
+    WriteReducedSubtree(object, locale, parent);
+}
+
+VexTreeContext VexMDMaProvider::treeContext(VexMDMaProviderHelper const& helper, int depth,
+                                            I18NLocale const* locale, VexMDAccessEngine& engine,
+                                            VexMDMaProviderVisability& visibility) const {
+    return {modelScope(locale), m_document, helper, depth, engine, visibility};
 }

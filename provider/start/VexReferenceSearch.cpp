@@ -1,65 +1,84 @@
-// Requests that start at a reference, and the searches for what stands
-// directly in a namespace or behind a shortcut.
+#include "provider/start/VexReferenceSearch.h"
 
 #include "model/VexClassNames.h"
+#include "model/VexCollections.h"
 #include "model/VexFailure.h"
 #include "model/VexMDMaProviderUtility.h"
 #include "model/VexNameSearch.h"
-#include "provider/VexConstants.h"
-#include "provider/VexMDMaProvider.h"
-#include "resources.h"
+#include "provider/start/VexItemSearch.h"
+#include "provider/start/VexReferencedItem.h"
 
 #include <deque>
 #include <iterator>
 
-void VexMDMaProvider::ProcessStartAtRefRequest(VexMDMaProviderHelper const& helper,
-                                               NameParts const& parts, I18NString const& startPath,
-                                               int const& depth, I18NLocale const* locale,
-                                               KRLIDOM_Node parent, VexMDAccessEngine& engine,
-                                               VexMDMaProviderVisability& visibility,
-                                               Vex_Handle_Collection& found) {
-    constexpr std::size_t namesOfMember = 2;
-    constexpr std::size_t namesOfItem = 3;
+namespace {
 
-    VexMDMaPath path;
-    I18NString className;
-    if (parts.size() == namesOfMember) {
-        if (!FindReferencedFilterOrCalculation(parts, locale, found, path)) {
-            return; // nothing is written and nothing raised
-        }
-        if (found.empty()) {
-            RaiseFailure(VexFailure::ReferencedMemberLost, {parts.back()});
-        }
-        VexMDMaProviderUtility::GetName(found[0], className);
-    } else if (parts.size() != namesOfItem) {
-        RaiseFailure(VexFailure::ReferenceNameCount, {startPath});
-    } else {
-        if (!FindReferencedItem(parts, locale, found, path)) {
-            if (FindReferencedShortcutQI(helper, parts, startPath, depth, locale, parent, engine,
-                                         visibility, found)) {
-                return; // it has written the tree itself
-            }
-            RaiseFailure(VexFailure::ReferencedItemNotFound, {parts.back()});
-        }
-        if (found.empty()) {
-            RaiseFailure(VexFailure::ReferencedItemLost, {parts.back()});
-        }
-        className = VexClass::QueryItem; // whatever the class of what was found
-    }
-    GetRequestedElementTreeAtLevel(helper, className, startPath, path, depth, locale, parent, found,
-                                   engine, visibility, 1, true, false, true);
+VexFoundStart startAt(I18NString const& className, VexMDMaPath& path,
+                      Vex_Handle_Collection const& found) {
+    VexFoundStart start{className, {}, found, true, false};
+    start.path.swap(path);
+    return start;
 }
 
-bool VexMDMaProvider::FindReferencedFilterOrCalculation(NameParts const& names,
-                                                        I18NLocale const* locale,
-                                                        Vex_Handle_Collection& candidates,
-                                                        VexMDMaPath& path) {
+std::optional<VexFoundStart> findMember(VexStartContext const& context, VexNameParts const& names,
+                                        Vex_Handle_Collection& candidates) {
+    VexMDMaPath path;
+    if (!FindReferencedFilterOrCalculation(context, names, candidates, path)) {
+        return std::nullopt;
+    }
+    if (candidates.empty()) {
+        RaiseFailure(VexFailure::ReferencedMemberLost, {names.back()});
+    }
+    I18NString className;
+    VexMDMaProviderUtility::GetName(candidates[0], className);
+    return startAt(className, path, candidates);
+}
+
+VexFoundStart findItem(VexStartContext const& context, VexNameParts const& names,
+                       Vex_Handle_Collection& candidates) {
+    VexMDMaPath path;
+    Vex_Handle_Collection shortcut;
+    Vex_Handle_Collection* from = &candidates;
+    while (!FindReferencedItem(context, names, *from, path)) {
+        // Once more from the shortcut that has the first name.
+        VEX_HANDLE const next = FindReferencedShortcut(context, names, *from);
+        if (!next.IsNotNull()) {
+            RaiseFailure(VexFailure::ReferencedItemNotFound, {names.back()});
+        }
+        ReplaceBy(shortcut, next);
+        from = &shortcut;
+    }
+    if (from->empty()) {
+        RaiseFailure(VexFailure::ReferencedItemLost, {names.back()});
+    }
+    return startAt(VexClass::QueryItem, path, *from); // whatever the class of what was found
+}
+
+} // namespace
+
+std::optional<VexFoundStart> FindReferencedStart(VexStartContext const& context,
+                                                 VexNameParts const& names,
+                                                 I18NString const& reference,
+                                                 Vex_Handle_Collection& candidates) {
+    constexpr std::size_t namesOfMember = 2;
+    constexpr std::size_t namesOfItem = 3;
+    if (names.size() == namesOfMember) {
+        return findMember(context, names, candidates);
+    }
+    if (names.size() != namesOfItem) {
+        RaiseFailure(VexFailure::ReferenceNameCount, {reference});
+    }
+    return findItem(context, names, candidates);
+}
+
+bool FindReferencedFilterOrCalculation(VexStartContext const& context, VexNameParts const& names,
+                                       Vex_Handle_Collection& candidates, VexMDMaPath& path) {
     auto name = names.begin();
     // quirk: member-is-sought-in-the-first-candidate
-    // A nested namespace of that name is enough to go on, but the candidates
-    // stay the ones passed in. Kept on purpose.
-    if (!FindItemInCollection(name, locale, candidates, path) &&
-        !FindReferencedNamespaces(*name, locale, candidates)) {
+    // A nested namespace of that name is enough to go on, but the candidates stay
+    // the ones passed in. Kept on purpose.
+    if (!FindItemInCollection(context, *name, candidates, path) &&
+        !FindReferencedNamespaces(*name, context.model.locale, candidates)) {
         return false;
     }
     VEX_HANDLE const container = candidates[0];
@@ -76,8 +95,8 @@ bool VexMDMaProvider::FindReferencedFilterOrCalculation(NameParts const& names,
     };
     for (Row const& row : rows) {
         Vex_Handle_Collection members;
-        loadCollection(container, row.collection, members);
-        if (FindItemInCollection(name, locale, members, path)) {
+        LoadCollection(container, row.collection, members);
+        if (FindItemInCollection(context, *name, members, path)) {
             if (members.size() != 1) {
                 RaiseFailure(row.notOne, {*name});
             }
@@ -88,8 +107,8 @@ bool VexMDMaProvider::FindReferencedFilterOrCalculation(NameParts const& names,
     return false;
 }
 
-bool VexMDMaProvider::FindReferencedNamespaces(I18NString const& name, I18NLocale const* locale,
-                                               Vex_Handle_Collection& candidates) {
+bool FindReferencedNamespaces(I18NString const& name, I18NLocale const* locale,
+                              Vex_Handle_Collection const& candidates) {
     std::deque<VEX_HANDLE> stack; // no recursion: namespaces may nest deeply
     for (VEX_HANDLE const candidate : candidates) {
         stack.push_back(candidate);
@@ -97,7 +116,7 @@ bool VexMDMaProvider::FindReferencedNamespaces(I18NString const& name, I18NLocal
             VEX_HANDLE const above = stack.back();
             stack.pop_back();
             Vex_Handle_Collection members;
-            loadCollection(above, k_nSpace, members);
+            LoadCollection(above, VexClass::Namespace, members);
             if (VexNameSearch(members, name, locale, VexNameSearch::Unnamed::Empty).next()) {
                 // quirk: nested-namespace-leaves-the-candidates
                 return true; // the candidates stay as they were, on purpose
@@ -110,30 +129,23 @@ bool VexMDMaProvider::FindReferencedNamespaces(I18NString const& name, I18NLocal
     return false;
 }
 
-bool VexMDMaProvider::FindReferencedShortcutQI(VexMDMaProviderHelper const& helper,
-                                               NameParts const& names, I18NString const& reference,
-                                               int const& depth, I18NLocale const* locale,
-                                               KRLIDOM_Node node, VexMDAccessEngine& engine,
-                                               VexMDMaProviderVisability& visibility,
-                                               Vex_Handle_Collection& candidates) {
+VEX_HANDLE FindReferencedShortcut(VexStartContext const& context, VexNameParts const& names,
+                                  Vex_Handle_Collection const& candidates) {
     Vex_Handle_Collection shortcuts;
-    VexMDMaProviderUtility::getElementsByTagName(ConvertFromInt(m_currentRequestValue),
-                                                 VexClass::Shortcut, shortcuts);
+    VexMDMaProviderUtility::getElementsByTagName(context.model.rootNamespace, VexClass::Shortcut,
+                                                 shortcuts);
     if (shortcuts.empty()) {
         RaiseFailure(VexFailure::ModelWithoutShortcut, {names.front()});
     }
-    VexNameSearch search(shortcuts, names.front(), locale, VexNameSearch::Unnamed::Empty);
+    VexNameSearch search(shortcuts, names.front(), context.model.locale,
+                         VexNameSearch::Unnamed::Empty);
     if (!search.next()) {
-        return false;
+        return ConvertFromInt(0);
     }
     if (candidates[0] == search.object()) {
-        // The second pass came back: the shortcut has no name by which it
-        // could be found among the candidates, and never will.
+        // The search came back: the shortcut has no name by which it could be
+        // found among the candidates, and never will.
         RaiseFailure(VexFailure::ReferencedItemNotFound, {names.back()});
     }
-    Vex_Handle_Collection fresh;
-    fresh.push_back(search.object());
-    ProcessStartAtRefRequest(helper, names, reference, depth, locale, node, engine, visibility,
-                             fresh);
-    return true;
+    return search.object();
 }

@@ -3,7 +3,7 @@
 #include "I18NStringIterator.h"
 #include "resources.h"
 
-bool GetNamePartsFromStartPath(I18NString const& startPath, std::list<I18NString>& parts) {
+bool GetNamePartsFromStartPath(I18NString const& startPath, VexNameParts& parts) {
     enum class State { ExpectingOpen, InsideName, AfterClose };
     State state = State::ExpectingOpen;
     I18NStringIterator text(startPath);
@@ -50,11 +50,4 @@ void getItemsStringFromList(std::vector<I18NString> const& items, I18NString& te
         text += item;
         first = false;
     }
-}
-
-// quirk: closing-bracket-not-doubled
-void AppendBracketedName(I18NString& text, I18NString const& name) {
-    text.append(u'[');
-    text.append(name);
-    text.append(u']');
 }

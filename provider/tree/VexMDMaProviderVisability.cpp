@@ -1,7 +1,8 @@
 #include "provider/tree/VexMDMaProviderVisability.h"
 
+#include "model/VexCollections.h"
 #include "model/VexMDMaProviderUtility.h"
-#include "provider/VexMDMaProvider.h"
+#include "model/VexParentNamespace.h"
 #include "resources.h"
 #include "security/VexMDAccessEngine.h"
 
@@ -21,11 +22,11 @@ I18NString idOf(VEX_HANDLE object) {
 
 } // namespace
 
-VexMDMaProviderVisability::VexMDMaProviderVisability(I18NLocale const& locale,
+VexMDMaProviderVisability::VexMDMaProviderVisability([[maybe_unused]] I18NLocale const& locale,
                                                      [[maybe_unused]] VexSession* session,
                                                      VexMDAccessEngine* engine,
-                                                     VexMDMaProvider* provider)
-    : m_locale(locale), m_engine(engine), m_provider(provider) {}
+                                                     [[maybe_unused]] VexMDMaProvider* provider)
+    : m_engine(engine) {}
 
 VexMDMaProviderVisability::state VexMDMaProviderVisability::IsVisible(VEX_HANDLE& object) {
     I18NString const id = idOf(object);
@@ -63,7 +64,7 @@ VexMDMaProviderVisability::ExamineNamespaceVisability(VEX_HANDLE& object) {
 
 bool VexMDMaProviderVisability::hasIncludedChild(VEX_HANDLE& object, I18NString const& className,
                                                  Vex_Handle_Collection& found) {
-    m_provider->loadCollection(object, className, found);
+    LoadCollection(object, className, found);
     for (VEX_HANDLE const child : found) {
         I18NString const childId = idOf(child);
         if (!m_engine->IsIncluded(childId, false)) {
@@ -74,8 +75,7 @@ bool VexMDMaProviderVisability::hasIncludedChild(VEX_HANDLE& object, I18NString 
             object = child;
             m_verdicts.emplace(childId, Visible);
         } else {
-            object = child;
-            m_provider->FindParentNamespace(&m_locale, object);
+            object = FindParentNamespace(child);
             m_verdicts.emplace(idOf(object), Visible);
         }
         return true;

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "I18NLocale.h"
 #include "I18NString.h"
 #include "VEX_HANDLE.h"
 #include "Vex_Handle_Collection.h"
 
 #include <map>
 
+class I18NLocale;
 class VexMDAccessEngine;
 class VexMDMaProvider;
 class VexSession;
@@ -22,7 +22,8 @@ public:
         NothingFound = 2,
     };
 
-    /// Engine and provider are not owned and must outlive this.
+    /// The engine is not owned and must outlive this. It alone is asked: the
+    /// model is read without the others.
     VexMDMaProviderVisability(I18NLocale const& locale, VexSession* session,
                               VexMDAccessEngine* engine, VexMDMaProvider* provider);
 
@@ -42,7 +43,5 @@ public:
 
 private:
     std::map<I18NString, state> m_verdicts;
-    I18NLocale m_locale;
     VexMDAccessEngine* m_engine;
-    VexMDMaProvider* m_provider;
 };

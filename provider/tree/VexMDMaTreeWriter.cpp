@@ -1,10 +1,12 @@
 #include "provider/tree/VexMDMaTreeWriter.h"
 
+#include "KRLIDOM_Document.h"
 #include "model/VexClassNames.h"
+#include "model/VexCollections.h"
 #include "model/VexFailure.h"
 #include "model/VexMDMaProviderUtility.h"
-#include "provider/VexMDMaProvider.h"
 #include "provider/request/VexMDMaProviderHelper.h"
+#include "provider/tree/VexElementReference.h"
 #include "provider/tree/VexMDMaProviderVisability.h"
 #include "provider/tree/VexMDMaTreeObject.h"
 #include "resources.h"
@@ -43,18 +45,17 @@ private:
     Level* m_level;
 };
 
-VexMDMaTreeWriter::VexMDMaTreeWriter(VexMDMaProvider& provider, VexSession& session,
-                                     KRLIDOM_Document const& document,
-                                     VexTreeRequest const& request)
-    : m_provider(provider), m_session(session), m_document(document), m_request(request),
-      m_selections(request.helper) {}
+VexMDMaTreeWriter::VexMDMaTreeWriter(VexTreeContext const& context, VexTreeStart const& start)
+    : m_context(context), m_pathHoldsElement(start.pathHoldsElement), m_selections(context.helper),
+      m_startRecords(start.path), m_start(placeOf(start)) {}
 
 VexTreePlace VexMDMaTreeWriter::placeOf(VexTreeStart const& start) {
+    VexPathRecord const* const records = m_startRecords.front();
     VexTreeTexts texts{
-        m_paths.put({}, start.pathText.view()), start.records, NeedsModelSearch(start.records), {}};
+        m_paths.put({}, start.pathText.view()), records, NeedsModelSearch(records), {}};
     if (!texts.searched) {
         I18NString reference;
-        m_provider.GetReferenceForElement(m_request.locale, start.records, reference);
+        GetReferenceForElement(m_context.model, records, reference);
         texts.reference = m_references.put({}, reference.view());
     }
     return {start.className,     texts,         start.parent, start.level,
@@ -86,10 +87,10 @@ void VexMDMaTreeWriter::writeObjects(VexTreePlace const& place,
     }
 }
 
-void VexMDMaTreeWriter::writeObject(VexTreePlace const& place, VEX_HANDLE object) {
+void VexMDMaTreeWriter::writeObject(VEX_HANDLE object) {
     Vex_Handle_Collection objects;
     objects.push_back(object);
-    writeObjects(place, objects);
+    writeObjects(objects);
 }
 
 void VexMDMaTreeWriter::writeReached(VexTreePlace const& place, VexPropertySelection& requested,
@@ -103,7 +104,7 @@ void VexMDMaTreeWriter::writeReached(VexTreePlace const& place, VexPropertySelec
     }
     KRLIDOM_Element element;
     if (isShown(place, handle)) {
-        element = m_document.createElement(tagOf(className));
+        element = m_context.document.createElement(tagOf(className));
         for (std::size_t index = 0; index < m_attributeCount; ++index) {
             element.setAttribute(*m_attributes[index].name, m_attributes[index].value);
         }
@@ -122,7 +123,7 @@ void VexMDMaTreeWriter::writeMember(VexTreePlace const& place, VexPropertySelect
     readName(object);
     KRLIDOM_Element element;
     if (shown) {
-        element = m_document.createElement(tagOf(place.className));
+        element = m_context.document.createElement(tagOf(place.className));
     }
     for (VexSelectedProperty& property : requested.properties) {
         bool const reachesMembers = property.kind == VexSelectedProperty::Kind::Path ||
@@ -159,12 +160,12 @@ void VexMDMaTreeWriter::finish(VexTreePlace const& place, Object const& object,
 bool VexMDMaTreeWriter::isShown(VexTreePlace const& place, VEX_HANDLE object) {
     I18NString id;
     VexMDMaProviderUtility::GetId(object, id);
-    if (m_request.engine.IsIncluded(id, place.skipViewLists)) {
+    if (m_context.engine.IsIncluded(id, place.skipViewLists)) {
         return true;
     }
     VEX_HANDLE copy = object;
     bool const visible = place.className == resources::getString(resources::Namespace) &&
-                         m_request.visibility.IsVisible(copy) == VexMDMaProviderVisability::Visible;
+                         m_context.visibility.IsVisible(copy) == VexMDMaProviderVisability::Visible;
     return visible || place.isStart;
 }
 
@@ -176,7 +177,7 @@ void VexMDMaTreeWriter::writeMembers(VexTreePlace const& place, VEX_HANDLE objec
     if (requested.all) {
         Vex_Handle_Collection properties;
         VexMDMaProviderUtility::Properties(object, properties, nullptr, nullptr, false);
-        m_provider.getAllCollections(properties, allNames);
+        ListCollections(properties, allNames);
     }
     OpenLevel const level(*this);
     level->members.read(object);

@@ -1,32 +1,17 @@
 #pragma once
 
-#include "KRLIDOM_Document.h"
+#include "KRLIDOM_Element.h"
 #include "VEX_HANDLE.h"
 #include "Vex_Handle_Collection.h"
 #include "model/VexMembers.h"
 #include "provider/request/VexClassSelections.h"
 #include "provider/tree/VexNestedText.h"
 #include "provider/tree/VexPathRecords.h"
+#include "provider/tree/VexTreeContext.h"
 
 #include <deque>
 #include <map>
 #include <vector>
-
-class I18NLocale;
-class VexMDAccessEngine;
-class VexMDMaProvider;
-class VexMDMaProviderVisability;
-class VexSession;
-
-/// What stays the same all through one tree.
-struct VexTreeRequest {
-    VexMDMaProviderHelper const& helper;
-    int depth; // 0: unlimited
-    I18NLocale const* locale;
-    VexMDAccessEngine& engine;
-    VexMDMaProviderVisability& visibility;
-    bool pathHoldsElement; // the path begins with the start object's own record
-};
 
 /// The shortcuts whose expansion is under way, innermost first.
 struct VexExpansion {
@@ -34,13 +19,14 @@ struct VexExpansion {
     VexExpansion const* outer;
 };
 
-/// Where the tree starts.
+/// Where a tree starts.
 struct VexTreeStart {
-    I18NString const& className;
+    I18NString const& className; // under which the objects were reached
     I18NString const& pathText;
-    VexPathRecord const* records;
-    KRLIDOM_Node parent;
-    int level;
+    VexMDMaPath const& path;
+    KRLIDOM_Node parent;   // under which the tree is written
+    int level;             // 1: start objects
+    bool pathHoldsElement; // the path begins with the start object's own record
     bool skipViewLists;
     bool isStart;
 };
@@ -68,18 +54,18 @@ struct VexTreePlace {
 /// its members below it, level by level. Used for one tree and dropped.
 class VexMDMaTreeWriter {
 public:
-    /// Everything given must outlive the writer.
-    VexMDMaTreeWriter(VexMDMaProvider& provider, VexSession& session,
-                      KRLIDOM_Document const& document, VexTreeRequest const& request);
+    /// What the two refer to must outlive the writer.
+    VexMDMaTreeWriter(VexTreeContext const& context, VexTreeStart const& start);
 
-    VexTreePlace placeOf(VexTreeStart const& start);
+    /// Writes what the tree starts at.
+    void writeObjects(Vex_Handle_Collection const& objects) { writeObjects(m_start, objects); }
+    void writeObject(VEX_HANDLE object);
 
-    void writeObjects(VexTreePlace const& place, Vex_Handle_Collection const& objects);
-    void writeObject(VexTreePlace const& place, VEX_HANDLE object);
-
-    /// The element of a shortcut, not appended yet; null when it is not
-    /// written. `place` is its container's.
-    KRLIDOM_Node shortcutElement(VexTreePlace const& place, VEX_HANDLE shortcut, bool atStart);
+    /// The element of a shortcut that the tree starts at, not appended yet; null
+    /// when it is not written.
+    KRLIDOM_Node shortcutElement(VEX_HANDLE shortcut, bool atStart) {
+        return shortcutElement(m_start, shortcut, atStart);
+    }
 
 private:
     struct Attribute {
@@ -94,6 +80,8 @@ private:
     class Object;
     class OpenLevel;
 
+    VexTreePlace placeOf(VexTreeStart const& start);
+    void writeObjects(VexTreePlace const& place, Vex_Handle_Collection const& objects);
     void writeReached(VexTreePlace const& place, VexPropertySelection& requested,
                       VEX_HANDLE object);
     void writeMember(VexTreePlace const& place, VexPropertySelection& requested, VEX_HANDLE object);
@@ -109,19 +97,19 @@ private:
     bool isShown(VexTreePlace const& place, VEX_HANDLE object);
     void writeMembers(VexTreePlace const& place, VEX_HANDLE object, I18NString const& tag);
     void writeShortcut(VexTreePlace const& place, VEX_HANDLE shortcut, bool atStart);
+    /// `place` is the shortcut's container's.
+    KRLIDOM_Node shortcutElement(VexTreePlace const& place, VEX_HANDLE shortcut, bool atStart);
     void setShortcutAttributes(KRLIDOM_Element const& element, VexPropertySelection& selected,
                                VEX_HANDLE shortcut, VEX_HANDLE target, I18NString const& name,
                                I18NString const& pathText, I18NString const& reference);
-    bool descends(int level) const { return m_request.depth == 0 || level < m_request.depth; }
+    bool descends(int level) const { return m_context.depth == 0 || level < m_context.depth; }
     /// `name` stays as it is.
     void readProperty(VEX_HANDLE object, I18NString& name, I18NString& value) const;
     I18NString& nameKey();
     VexPropertySelection attributesOf(VEX_HANDLE object);
 
-    VexMDMaProvider& m_provider;
-    VexSession& m_session;
-    KRLIDOM_Document const& m_document;
-    VexTreeRequest const& m_request;
+    VexTreeContext const& m_context;
+    bool m_pathHoldsElement;
     VexClassSelections m_selections;
     std::map<I18NString, I18NString> m_constraints; // of the start object being written
     std::vector<Attribute> m_attributes;            // of the object being written
@@ -131,4 +119,6 @@ private:
     std::deque<Level> m_levels; // those in use first; the others wait to be used again
     std::size_t m_openLevels = 0;
     I18NString m_nameKey; // the name property's, as it was fetched last
+    VexPathRecords m_startRecords;
+    VexTreePlace m_start;
 };

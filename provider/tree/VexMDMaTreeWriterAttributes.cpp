@@ -1,8 +1,9 @@
 // The attributes of the objects in the tree.
 
+#include "model/VexCollections.h"
 #include "model/VexMDMaProviderUtility.h"
-#include "provider/VexMDMaProvider.h"
 #include "provider/request/VexMDMaProviderHelper.h"
+#include "provider/tree/VexElementReference.h"
 #include "provider/tree/VexMDMaTreeObject.h"
 #include "resources.h"
 
@@ -11,7 +12,7 @@ bool VexMDMaTreeWriter::collectAttributes(VexTreePlace const& place,
     m_attributeCount = 0;
     m_constraints.clear();
     if (place.isStart) {
-        m_request.helper.GetConstraintsForClass(place.className, m_constraints);
+        m_context.helper.GetConstraintsForClass(place.className, m_constraints);
     }
     if (requested.all) {
         object.allAttributes.emplace(attributesOf(object.handle));
@@ -41,11 +42,11 @@ I18NString const& VexMDMaTreeWriter::readValue(VexTreePlace const& place, Object
         m_paths.show(object.texts.path, value);
         break;
     case Kind::Reference:
-        if (!m_request.pathHoldsElement && !place.isStart) {
+        if (!m_pathHoldsElement && !place.isStart) {
             object.putRecordInFront(m_references);
         }
         if (object.texts.searched) {
-            m_provider.GetReferenceForElement(m_request.locale, object.texts.records, value);
+            GetReferenceForElement(m_context.model, object.texts.records, value);
         } else {
             m_references.show(object.texts.reference, value);
         }
@@ -96,13 +97,13 @@ I18NString& VexMDMaTreeWriter::nextValue(I18NString const& name) {
 }
 
 void VexMDMaTreeWriter::readProperty(VEX_HANDLE object, I18NString& name, I18NString& value) const {
-    VexMDMaProviderUtility::GetStringPropertyValue(object, name, value, m_request.locale);
+    VexMDMaProviderUtility::GetStringPropertyValue(object, name, value, m_context.model.locale);
 }
 
 VexPropertySelection VexMDMaTreeWriter::attributesOf(VEX_HANDLE object) {
     Vex_Handle_Collection properties;
     VexMDMaProviderUtility::Properties(object, properties, nullptr, nullptr, false);
     std::list<I18NString> names;
-    m_provider.getAllAttributes(properties, names);
+    ListAttributes(properties, names);
     return VexPropertySelection(names);
 }

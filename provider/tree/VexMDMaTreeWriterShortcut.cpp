@@ -1,10 +1,11 @@
 // Shortcuts in the tree: the target's element under the shortcut's own name.
 
+#include "KRLIDOM_Document.h"
 #include "VexSession.h"
 #include "model/VexClassNames.h"
 #include "model/VexMDMaProviderUtility.h"
 #include "model/VexShortcutTarget.h"
-#include "provider/VexMDMaProvider.h"
+#include "provider/tree/VexElementReference.h"
 #include "provider/tree/VexMDMaTreeWriter.h"
 #include "resources.h"
 
@@ -28,8 +29,8 @@ KRLIDOM_Node VexMDMaTreeWriter::shortcutElement(VexTreePlace const& place, VEX_H
     I18NString name;
     readProperty(shortcut, nameKey(), name);
     VEX_HANDLE const target =
-        FindShortcutTarget(m_session.GetObjectStore(), shortcut, VexTargetRule::LastDecides,
-                           VexFailure::WrittenShortcutDangling);
+        FindShortcutTarget(m_context.model.session.GetObjectStore(), shortcut,
+                           VexTargetRule::LastDecides, VexFailure::WrittenShortcutDangling);
     I18NString targetClass;
     VexMDMaProviderUtility::GetName(target, targetClass);
     if (name.empty() || targetClass.empty()) {
@@ -46,13 +47,13 @@ KRLIDOM_Node VexMDMaTreeWriter::shortcutElement(VexTreePlace const& place, VEX_H
     }
     I18NString const pathText(m_paths.view(texts.path));
     I18NString reference; // built whether it is asked for or not: it may raise
-    m_provider.GetReferenceForElement(m_request.locale, texts.records, reference);
+    GetReferenceForElement(m_context.model, texts.records, reference);
 
     std::list<I18NString> const& collections = m_selections.collectionsOf(targetClass).names;
     if (targetClass == resources::getString(resources::Namespace)) {
         targetClass = resources::getString(resources::Folder);
     }
-    KRLIDOM_Element const element = m_document.createElement(targetClass);
+    KRLIDOM_Element const element = m_context.document.createElement(targetClass);
     VexPropertySelection& requested = m_selections.propertiesOf(targetClass);
     std::optional<VexPropertySelection> all;
     if (requested.all) {
@@ -63,7 +64,7 @@ KRLIDOM_Node VexMDMaTreeWriter::shortcutElement(VexTreePlace const& place, VEX_H
 
     // Without a depth, a shortcut that is met inside its own expansion is where
     // the tree would go on for ever. With one, the depth ends it.
-    bool const endless = m_request.depth == 0 && isUnderWay(place.expansion, shortcut);
+    bool const endless = m_context.depth == 0 && isUnderWay(place.expansion, shortcut);
     if (descends(place.level) && !endless) {
         VexExpansion const expansion{shortcut, place.expansion};
         VexMembers members;

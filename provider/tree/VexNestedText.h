@@ -1,6 +1,7 @@
 #pragma once
 
 #include "I18NString.h"
+#include "provider/request/VexBracketedName.h"
 
 #include <cstddef>
 #include <string>
@@ -23,13 +24,11 @@ public:
         return {outer.end, m_text.size()};
     }
 
-    /// The text of `outer` with "[name]" behind it, after a "." if `dotted`. A
-    /// "]" in the name is not doubled.
+    /// The text of `outer` with the bracketed name behind it, after a "." if
+    /// `dotted`.
     Part extend(Part outer, I18NString const& name, bool dotted) {
         m_text.resize(outer.end);
-        m_text += dotted ? u".[" : u"[";
-        m_text += name.view();
-        m_text += u']';
+        AppendBracketedName(m_text, name.view(), dotted);
         return {outer.begin, m_text.size()};
     }
 

@@ -1,18 +1,19 @@
-// The reduced tree: every object with the same four attributes. No request of
-// the plug-in's own writes it; it belongs to the provider's interface.
+#include "provider/tree/VexReducedTree.h"
 
+#include "KRLIDOM_Document.h"
+#include "Vex_Handle_Collection.h"
 #include "model/VexClassNames.h"
 #include "model/VexMDMaProviderUtility.h"
-#include "provider/VexMDMaProvider.h"
 #include "resources.h"
 
 #include <algorithm>
 
 namespace {
 
-constexpr char const* leftOut[] = {"relationship", "securityViews"};
-constexpr char const* containers[] = {VexClass::Namespace, "folder",        VexClass::QuerySubject,
-                                      "dataSources",       "parameterMaps", "packages"};
+constexpr char const* leftOut[] = {VexClass::Relationship, VexClass::SecurityViews};
+constexpr char const* containers[] = {VexClass::Namespace,     VexClass::Folder,
+                                      VexClass::QuerySubject,  VexClass::DataSources,
+                                      VexClass::ParameterMaps, VexClass::Packages};
 
 template <std::size_t Count>
 bool isOneOf(I18NString const& className, char const* const (&classes)[Count]) {
@@ -22,17 +23,16 @@ bool isOneOf(I18NString const& className, char const* const (&classes)[Count]) {
 
 } // namespace
 
-void VexMDMaProvider::GetReducedElementTree(VEX_HANDLE object, I18NLocale const* locale,
-                                            KRLIDOM_Node parent) {
+void WriteReducedTree(VEX_HANDLE object, I18NLocale const* locale, KRLIDOM_Node const& parent) {
     Vex_Handle_Collection children;
     VexMDMaProviderUtility::childObjects(object, children, nullptr, nullptr);
     for (VEX_HANDLE const child : children) {
-        AddSubtree(child, locale, KRLIDOM_Element(parent.getFirstChild()));
+        WriteReducedSubtree(child, locale, KRLIDOM_Element(parent.getFirstChild()));
     }
 }
 
-void VexMDMaProvider::AddSubtree(VEX_HANDLE object, I18NLocale const* locale,
-                                 KRLIDOM_Element parent) {
+void WriteReducedSubtree(VEX_HANDLE object, I18NLocale const* locale,
+                         KRLIDOM_Element const& parent) {
     I18NString className;
     VexMDMaProviderUtility::GetName(object, className);
     if (isOneOf(className, leftOut)) {
@@ -57,7 +57,7 @@ void VexMDMaProvider::AddSubtree(VEX_HANDLE object, I18NLocale const* locale,
         Vex_Handle_Collection children;
         VexMDMaProviderUtility::childObjects(object, children, nullptr, nullptr);
         for (VEX_HANDLE const child : children) {
-            AddSubtree(child, locale, element);
+            WriteReducedSubtree(child, locale, element);
         }
     }
     parent.appendChild(element);

@@ -1,17 +1,10 @@
 #pragma once
 
-#include "provider/start/VexStartPath.h"
+#include "I18NString.h"
+#include "provider/request/VexBracketedName.h"
 
 #include <algorithm>
 #include <vector>
-
-/// Appends ".", unless the reference is empty, and the bracketed part.
-inline void AppendReferencePart(I18NString& reference, I18NString const& part) {
-    if (!reference.empty()) {
-        reference.append(u'.');
-    }
-    AppendBracketedName(reference, part);
-}
 
 /// The parts of a reference while they are found, innermost first. The strings
 /// belong to the caller and outlive this.
@@ -21,7 +14,7 @@ public:
 
     void appendTo(I18NString& reference) const {
         std::for_each(m_inward.rbegin(), m_inward.rend(), [&reference](I18NString const* part) {
-            AppendReferencePart(reference, *part);
+            AppendBracketedName(reference, part->view(), !reference.empty());
         });
     }
 

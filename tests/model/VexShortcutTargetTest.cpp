@@ -4,7 +4,9 @@
 
 #include "VexObject.h"
 #include "model/VexFailure.h"
-#include "tests/provider/ProviderScene.h"
+#include "tests/support/ExpectFailure.h"
+#include "tests/support/TestModel.h"
+#include "tests/support/TestSession.h"
 
 #include <gtest/gtest.h>
 
@@ -31,14 +33,13 @@ class ShortcutTarget : public testing::Test {
 protected:
     // "class id" of what the shortcut leads to.
     std::string follow(char const* id) {
-        VEX_HANDLE handle = scene.model.byId(id);
+        VEX_HANDLE handle = model.byId(id);
         I18NString targetClass("as before");
-        scene.provider.FindShortcutReference("its name", handle, targetClass);
+        FindShortcutReference(session, "its name", handle, targetClass);
         return targetClass.toUtf8() + " " + idOf(handle);
     }
     std::string lastTarget(char const* id) {
-        return idOf(FindShortcutTarget(scene.model, scene.model.byId(id),
-                                       VexTargetRule::LastDecides,
+        return idOf(FindShortcutTarget(model, model.byId(id), VexTargetRule::LastDecides,
                                        VexFailure::WrittenShortcutDangling));
     }
     static std::string idOf(VEX_HANDLE handle) {
@@ -49,7 +50,8 @@ protected:
         return id.toUtf8();
     }
 
-    ProviderScene scene{Model};
+    TestModel model{Model};
+    TestSession session{model};
 };
 
 TEST_F(ShortcutTarget, IsTheObjectOfTheReference) {
@@ -92,7 +94,7 @@ TEST_F(ShortcutTarget, MustAnswerForEachReferenceWhereTheLastDecides) {
 TEST_F(ShortcutTarget, IsNullForTheNullHandle) {
     VEX_HANDLE handle;
     I18NString targetClass("as before");
-    scene.provider.FindShortcutReference("its name", handle, targetClass);
+    FindShortcutReference(session, "its name", handle, targetClass);
     EXPECT_FALSE(handle.IsNotNull());
     EXPECT_EQ(targetClass.toUtf8(), "as before");
 }

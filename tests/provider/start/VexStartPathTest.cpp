@@ -1,7 +1,5 @@
 #include "provider/start/VexStartPath.h"
 
-#include "provider/tree/VexReferenceText.h"
-
 #include <string>
 
 #include <gtest/gtest.h>
@@ -134,24 +132,6 @@ TEST(ItemsString, AppendsNothingForNoItems) {
 
 TEST(ItemsString, AppendsToTheTextThatIsThere) {
     EXPECT_EQ(joined({"a", "b"}, "x"), "xa, b");
-}
-
-// covers quirk: closing-bracket-not-doubled
-TEST(BracketedName, DoesNotDoubleAClosingBracket) {
-    I18NString text("x.");
-    AppendBracketedName(text, "a]b");
-    EXPECT_EQ(text.toUtf8(), "x.[a]b]");
-}
-
-TEST(ReferenceText, ReadsFromTheOutermostPartToTheObject) {
-    I18NString const object("Quantity");
-    I18NString const subject("Orders");
-    VexReferenceText text;
-    text.putInFront(object);
-    text.putInFront(subject);
-    I18NString reference("x");
-    text.appendTo(reference);
-    EXPECT_EQ(reference.toUtf8(), "x.[Orders].[Quantity]");
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "provider/tree/VexMDMaProviderVisability.h"
 
-#include "provider/VexMDMaProvider.h"
+#include "model/VexCollections.h"
+#include "security/VexMDAccessEngine.h"
 #include "tests/support/ExpectFailure.h"
 #include "tests/support/TestSession.h"
 
@@ -16,8 +17,7 @@ public:
                 "<set kind=\"included\">" + included + "</set></securityView></securityViews>" +
                 "</model>"),
           session(model), engine(&session, {"v"}, {}, I18NLocale("en"), false),
-          provider(session, "/content/m"),
-          visibility(I18NLocale("en"), &session, &engine, &provider) {}
+          visibility(I18NLocale("en"), &session, &engine, nullptr) {}
 
     int verdictOn(char const* id) {
         VEX_HANDLE object = model.byId(id);
@@ -31,7 +31,6 @@ public:
     TestModel model;
     TestSession session;
     VexMDAccessEngine engine;
-    VexMDMaProvider provider;
     VexMDMaProviderVisability visibility;
 };
 
@@ -151,8 +150,8 @@ TEST(VexMDMaProviderVisability, FoundContentOutsideEveryNamespaceMarksTheEmptyId
 TEST(VexMDMaProviderVisability, ObjectsWithoutAnIdShareOneVerdict) {
     Sight on("<namespace id=\"a\"><filter/><querySubject/></namespace>");
     Vex_Handle_Collection found;
-    on.provider.loadCollection(on.model.byId("a"), "filter", found);
-    on.provider.loadCollection(on.model.byId("a"), "querySubject", found);
+    LoadCollection(on.model.byId("a"), "filter", found);
+    LoadCollection(on.model.byId("a"), "querySubject", found);
     VEX_HANDLE first = found[0];
     VEX_HANDLE second = found[1];
     EXPECT_EQ(on.visibility.IsVisible(first), 2);
@@ -203,8 +202,7 @@ TEST(VexMDMaProviderVisability, WhatTheEngineRaisesComesThroughAndNothingIsRemem
     TestModel model("<model id=\"m\"><namespace id=\"a\"/></model>");
     TestSession session(model);
     VexMDAccessEngine engine(&session, {"v"}, {}, I18NLocale("en"), false);
-    VexMDMaProvider provider(session, "/content/m");
-    VexMDMaProviderVisability visibility(I18NLocale("en"), &session, &engine, &provider);
+    VexMDMaProviderVisability visibility(I18NLocale("en"), &session, &engine, nullptr);
     VEX_HANDLE object = model.byId("a");
     for (int attempt = 0; attempt < 2; ++attempt) {
         expectFailure([&] { visibility.IsVisible(object); }, 1170839636, "VexMDAccessEngine", 0,
