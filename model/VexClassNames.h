@@ -17,6 +17,7 @@ inline constexpr char QueryItemFolder[] = "queryItemFolder";
 inline constexpr char QuerySubject[] = "querySubject";
 inline constexpr char Relationship[] = "relationship";
 inline constexpr char SecurityViews[] = "securityViews";
+inline constexpr char Set[] = "set";
 inline constexpr char Shortcut[] = "shortcut";
 
 } // namespace VexClass

@@ -4,12 +4,11 @@
 #include "VexSession.h"
 #include "model/VexFailure.h"
 #include "model/VexMDMaProviderUtility.h"
-#include "model/VexModelPath.h"
 #include "plugin/VexParameters.h"
 #include "provider/VexConstants.h"
-#include "security/VexMDAccessEngine.h"
 
-VexAccessAction::VexAccessAction(VexSession& session) : m_session(&session) {}
+VexAccessAction::VexAccessAction(VexSession& session)
+    : m_session(&session), m_security(session, AccessSecurityRules) {}
 
 VexAccessAction::~VexAccessAction() = default;
 
@@ -38,19 +37,17 @@ void VexAccessAction::explain(I18NString const& modelPath, Vex_Handle_Collection
 }
 
 VexMDAccessEngine& VexAccessAction::engineFor(I18NString const& modelPath) {
-    I18NString const pathBefore = m_modelPath;
-    Initialize(modelPath);
-    bool const changed = m_modelPath != pathBefore;
+    bool const changed = m_security.setModelPath(modelPath);
     if (changed) {
-        m_securityRetrieved = false;
+        m_security.forget();
     }
-    if (!m_nonContentPath) {
+    if (!m_security.isOutsideContent()) {
         RetrieveSecurityInfo();
     }
     I18NLocale const* const locale = m_session->GetCurrentLocale();
     if (m_engine == nullptr || changed) {
-        m_engine = std::make_unique<VexMDAccessEngine>(m_session, m_availableViews, m_roles,
-                                                       *locale, m_nonContentPath);
+        m_engine = std::make_unique<VexMDAccessEngine>(
+            m_security.makeEngine(m_security.availableViews(), *locale));
     }
     return *m_engine;
 }
@@ -62,33 +59,9 @@ void VexAccessAction::validateParameter(VexVariant const& value, unsigned short 
 }
 
 void VexAccessAction::Initialize(I18NString const& modelPath) {
-    VexModelPath const path = ReadModelPath(modelPath);
-    // quirk: outside-content-for-good
-    // Never cleared again: one such path lifts the restrictions of all later
-    // ones. Kept on purpose.
-    m_nonContentPath = m_nonContentPath || path.outsideContent;
-    m_modelPath = path.path;
+    m_security.setModelPath(modelPath);
 }
 
 void VexAccessAction::RetrieveSecurityInfo() {
-    if (m_securityRetrieved) {
-        return;
-    }
-    VexModelService* const service = m_session->GetModelService();
-    m_securitySource = service != nullptr ? service->GetSecurityInfoSource(m_modelPath) : nullptr;
-    if (m_securitySource == nullptr) {
-        RaiseFailure(VexFailure::AccessWithoutSource);
-    }
-    m_securitySource->GetAvailableViews(m_availableViews);
-    if (m_availableViews.empty()) {
-        RaiseFailure(VexFailure::AccessWithoutViews);
-    }
-    m_securitySource->GetRoles(m_roles);
-    // quirk: access-refuses-without-roles
-    // A user without roles is refused here, unlike in a metadata request. Kept
-    // on purpose.
-    if (m_roles.empty()) {
-        RaiseFailure(VexFailure::AccessWithoutRoles);
-    }
-    m_securityRetrieved = true;
+    m_security.retrieve();
 }

@@ -1,13 +1,10 @@
 #pragma once
 
-#include "I18NString.h"
+#include "security/VexSessionSecurity.h"
 
 #include <memory>
-#include <vector>
 
-class VexMDAccessEngine;
 class VexParams;
-class VexSecurityInfoSource;
 class VexSession;
 class VexVariant;
 class Vex_Handle_Collection;
@@ -47,11 +44,6 @@ private:
     VexMDAccessEngine& engineFor(I18NString const& modelPath);
 
     VexSession* m_session;
-    I18NString m_modelPath;
-    std::vector<I18NString> m_availableViews;
-    std::vector<I18NString> m_roles;
-    VexSecurityInfoSource* m_securitySource = nullptr; // the host's
-    bool m_securityRetrieved = false;
-    bool m_nonContentPath = false;
+    VexSessionSecurity m_security;               // of the model path asked about last
     std::unique_ptr<VexMDAccessEngine> m_engine; // null until the first check
 };

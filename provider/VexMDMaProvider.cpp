@@ -3,7 +3,6 @@
 #include "KRLIDOM_Helper.h"
 #include "VexSession.h"
 #include "model/VexFailure.h"
-#include "model/VexModelPath.h"
 #include "provider/VexConstants.h"
 #include "provider/request/VexMDMaProviderHelper.h"
 #include "provider/start/VexStartPath.h"
@@ -26,14 +25,12 @@ int depthOf(VexMDMaProviderHelper const& helper) {
 } // namespace
 
 VexMDMaProvider::VexMDMaProvider(VexSession& session, I18NString const& modelPath)
-    : m_session(&session) {
+    : m_session(&session), m_security(session, MetadataSecurityRules) {
     Initialize(modelPath);
 }
 
 void VexMDMaProvider::Initialize(I18NString const& modelPath) {
-    VexModelPath const path = ReadModelPath(modelPath);
-    m_nonContentPath = m_nonContentPath || path.outsideContent;
-    m_modelPath = path.path;
+    m_security.setModelPath(modelPath);
 }
 
 void VexMDMaProvider::doRequest(KRLIDOM_Node& request, KRLIDOM_Node& response) {
@@ -47,7 +44,7 @@ void VexMDMaProvider::doRequest(KRLIDOM_Node& request, KRLIDOM_Node& response) {
 }
 
 void VexMDMaProvider::doRequest(VexMDMaProviderHelper& helper, KRLIDOM_Node responseNode) {
-    if (!m_nonContentPath) {
+    if (!m_security.isOutsideContent()) {
         RetrieveSecurityInfo();
     }
     m_document = KRLIDOM_Document(responseNode);
@@ -85,55 +82,57 @@ void VexMDMaProvider::answerModelRequest(VexMDMaProviderHelper const& helper,
 
 void VexMDMaProvider::answerFunctionRequest(VexMDMaProviderHelper const& helper,
                                             KRLIDOM_Node const& response) {
-    KRLIDOM_Node const place = response.getFirstChild();
+    KRLIDOM_Node const result = response.getFirstChild();
     I18NLocale const& locale = *m_session->GetCurrentLocale();
+    VexSecurityInfoSource* const source = m_security.source();
     KRLIDOM_Element const package =
         m_document.createElement(resources::getString(resources::Package));
-    if (m_securitySource != nullptr) {
+    if (source != nullptr) {
         I18NString value;
-        m_securitySource->GetPackageValue(m_modelPath, value, locale);
+        source->GetPackageValue(m_security.modelPath(), value, locale);
         package.setAttribute(resources::getString(resources::Name), value);
     }
-    place.appendChild(package);
+    result.appendChild(package);
     NameParts names;
     helper.GetPropertiesForClass(resources::getString(resources::Package), names);
     for (I18NString const& name : names) {
-        if (m_securitySource == nullptr) {
+        if (source == nullptr) {
             continue;
         }
         I18NString const value =
-            m_securitySource->GetPackagePropertyValue(m_modelPath, locale, name);
+            source->GetPackagePropertyValue(m_security.modelPath(), locale, name);
         if (!value.empty() && KRLIDOM_Helper::isName(name)) {
             package.setAttribute(name, value);
         }
     }
-    place.appendChild(package);
+    result.appendChild(package);
 }
 
 VexMDAccessEngine VexMDMaProvider::getAccessEngine(VexMDMaProviderHelper const& helper,
                                                    I18NLocale const& locale) {
     std::vector<I18NString> views;
-    if (!m_nonContentPath) {
-        if (m_availableViews.empty()) {
+    if (!m_security.isOutsideContent()) {
+        std::vector<I18NString> const& available = m_security.availableViews();
+        if (available.empty()) {
             RaiseFailure(VexFailure::EngineWithoutViews);
         }
         std::vector<I18NString> requested;
         I18NString const view =
             helper.GetAttributeValueForAttribute(resources::getString(resources::SecurityView));
         if (view.empty()) {
-            views = m_availableViews;
+            views = available;
         } else {
             requested.push_back(view);
-            std::set_intersection(m_availableViews.begin(), m_availableViews.end(),
-                                  requested.begin(), requested.end(), std::back_inserter(views));
+            std::set_intersection(available.begin(), available.end(), requested.begin(),
+                                  requested.end(), std::back_inserter(views));
         }
         if (views.empty()) {
-            I18NString available;
-            getItemsStringFromList(m_availableViews, available);
-            I18NString asked;
-            getItemsStringFromList(requested, asked);
-            RaiseFailure(VexFailure::RequestedViewUnavailable, {available, asked});
+            I18NString availableText;
+            getItemsStringFromList(available, availableText);
+            I18NString requestedText;
+            getItemsStringFromList(requested, requestedText);
+            RaiseFailure(VexFailure::RequestedViewUnavailable, {availableText, requestedText});
         }
     }
-    return VexMDAccessEngine(m_session, views, m_roles, locale, m_nonContentPath);
+    return m_security.makeEngine(views, locale);
 }

@@ -8,15 +8,14 @@
 #include "Vex_I18NString_Collection.h"
 #include "model/VexMDMaModelElementInfo.h"
 #include "security/VexMDAccessEngine.h"
+#include "security/VexSessionSecurity.h"
 
 #include <list>
 #include <optional>
 #include <set>
-#include <vector>
 
 class VexMDMaProviderHelper;
 class VexMDMaProviderVisability;
-class VexSecurityInfoSource;
 class VexSession;
 struct VexFoundStart;
 struct VexModelScope;
@@ -175,12 +174,7 @@ private:
 
     VexSession* m_session;
     KRLIDOM_Document m_document;
-    I18NString m_modelPath;
-    std::vector<I18NString> m_availableViews;
-    std::vector<I18NString> m_roles;
-    VexSecurityInfoSource* m_securitySource = nullptr; // the host's
-    bool m_securityRetrieved = false;
-    bool m_nonContentPath = false;
+    VexSessionSecurity m_security; // model path, views, roles and their source
     int m_currentRequestValue = 0; // the root namespace's handle
     Vex_I18NString_Collection m_supportedLocales;
     I18NString m_defaultLocale;

@@ -1,8 +1,6 @@
 // The session's security information, and the classes that it covers.
 
 #include "KRLThreadMutex.h"
-#include "VexSession.h"
-#include "model/VexFailure.h"
 #include "provider/VexMDMaProvider.h"
 #include "resources.h"
 
@@ -21,26 +19,7 @@ constexpr long securedClasses[] = {
 } // namespace
 
 void VexMDMaProvider::RetrieveSecurityInfo() {
-    if (m_securityRetrieved) {
-        return;
-    }
-    VexModelService* const service = m_session->GetModelService();
-    m_securitySource = service != nullptr ? service->GetSecurityInfoSource(m_modelPath) : nullptr;
-    if (m_securitySource == nullptr) {
-        RaiseFailure(VexFailure::ProviderWithoutSource);
-    }
-    m_securitySource->GetAvailableViews(m_availableViews);
-    if (m_availableViews.empty()) {
-        RaiseFailure(VexFailure::ProviderWithoutViews);
-    }
-    m_securitySource->GetRoles(m_roles);
-    // quirk: metadata-accepts-no-roles
-    // The views are tested once more and the roles never: a user without roles
-    // is accepted here, unlike in the accessibility action. Kept on purpose.
-    if (m_availableViews.empty()) {
-        RaiseFailure(VexFailure::ProviderWithoutViews);
-    }
-    m_securityRetrieved = true;
+    m_security.retrieve();
 }
 
 std::set<I18NString>& VexMDMaProvider::GetSecuredObjectsSet() {

@@ -1,6 +1,7 @@
 #include "security/VexMDAccessEngine.h"
 
 #include "VexSession.h"
+#include "model/VexClassNames.h"
 #include "model/VexFailure.h"
 #include "model/VexMDMaProviderUtility.h"
 #include "security/VexSecurityWords.h"
@@ -125,7 +126,7 @@ void VexMDAccessEngine::loadHiddenExludedIncludedIdLists(VEX_HANDLE object,
     }
     VexIdSet* const list = listFor(listKind, roleBased, defaultView);
     Vex_Handle_Collection sets;
-    VexMDMaProviderUtility::getElementsByTagName(object, SetTag, sets);
+    VexMDMaProviderUtility::getElementsByTagName(object, VexClass::Set, sets);
     for (VEX_HANDLE const set : sets) {
         I18NString const kind = PropertyOf(set, resources::SetKind);
         if (kind.empty() || kind != listKind) {

@@ -2,6 +2,7 @@
 // people ask.
 
 #include "VexSession.h"
+#include "model/VexClassNames.h"
 #include "security/VexMDAccessEngine.h"
 #include "security/VexSecurityWords.h"
 
@@ -45,7 +46,7 @@ void markEntries(VEX_HANDLE set, bool VexViewMention::*mark, std::size_t view,
 
 void markMentions(VEX_HANDLE view, std::size_t number, ObjectsById const& objects) {
     Vex_Handle_Collection sets;
-    VexMDMaProviderUtility::getElementsByTagName(view, SetTag, sets);
+    VexMDMaProviderUtility::getElementsByTagName(view, VexClass::Set, sets);
     for (VEX_HANDLE const set : sets) {
         I18NString const kind = PropertyOf(set, resources::SetKind);
         for (KindRow const& row : kindRows) {

@@ -6,8 +6,6 @@
 /// What security views are made of.
 namespace VexSecurity {
 
-inline constexpr char SetTag[] = "set";
-
 /// A property of a view, member or set, which are not localised.
 inline I18NString PropertyOf(VEX_HANDLE object, resources::Word name) {
     I18NString value;

@@ -1,6 +1,6 @@
 // What a request means for one class of objects.
 
-#include "provider/VexConstants.h"
+#include "model/VexClassNames.h"
 #include "provider/request/VexMDMaProviderHelper.h"
 
 namespace {
@@ -24,8 +24,8 @@ void VexMDMaProviderHelper::GetCollectionsForClass(I18NString const& className,
     ProcessPrefix(m_collectionRequests, "*/", result);
     ProcessPrefix(m_collectionRequests, className + "/", result);
     // quirk: shortcut-and-namespace-always-walked
-    result.emplace_back("shortcut");
-    result.push_back(k_nSpace);
+    result.emplace_back(VexClass::Shortcut);
+    result.emplace_back(VexClass::Namespace);
 }
 
 void VexMDMaProviderHelper::GetConstraintsForClass(I18NString const& className,

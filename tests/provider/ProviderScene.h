@@ -44,7 +44,7 @@ class RequestParts {
 public:
     RequestParts(ProviderScene& scene, std::string const& requestXml);
 
-    KRLIDOM_Node place() const { return response.result(); }
+    KRLIDOM_Node result() const { return response.result(); }
 
     TestRequest request;
     TestResponse response;

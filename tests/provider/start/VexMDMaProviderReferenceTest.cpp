@@ -224,8 +224,8 @@ protected:
         RequestParts parts(scene, at("", "*/@_ref"));
         Vex_Handle_Collection unused;
         EXPECT_EQ(scene.provider.FindReferencedShortcutQI(parts.helper, names, "the text", 0,
-                                                          parts.locale, parts.place(), parts.engine,
-                                                          parts.visibility, unused),
+                                                          parts.locale, parts.result(),
+                                                          parts.engine, parts.visibility, unused),
                   expected);
         return parts.response.resultText();
     }
@@ -233,7 +233,7 @@ protected:
         RequestParts parts(scene, at(""));
         Vex_Handle_Collection from = scene.model.byIds({"other"});
         scene.provider.ProcessStartAtRefRequest(parts.helper, names, "the text", 0, parts.locale,
-                                                parts.place(), parts.engine, parts.visibility,
+                                                parts.result(), parts.engine, parts.visibility,
                                                 from);
         written = parts.response.resultText();
     }
@@ -264,7 +264,7 @@ TEST_F(ShortcutItemSearch, IsRefusedInAModelWithoutShortcuts) {
     expectFailure(
         [&] {
             own.provider.ProcessStartAtRefRequest(parts.helper, {"A", "b", "c"}, "the text", 0,
-                                                  parts.locale, parts.place(), parts.engine,
+                                                  parts.locale, parts.result(), parts.engine,
                                                   parts.visibility, from);
         },
         1170653716, "VexMDMaProvider", 1080, "VexMDMaProvider::FindReferencedShortcutQI", {"A"});

@@ -139,8 +139,8 @@ TEST_F(Tree, WritesEachOfTheObjectsGivenInTheirOrder) {
                               "<Property a='*/queryItem'/></Metadata>");
     Vex_Handle_Collection objects = scene.model.byIds({"q2", "q"});
     scene.provider.GetRequestedElementTreeAtLevel(
-        parts.helper, "querySubject", "", {}, 7, parts.locale, parts.place(), objects, parts.engine,
-        parts.visibility, 6, false, false, false);
+        parts.helper, "querySubject", "", {}, 7, parts.locale, parts.result(), objects,
+        parts.engine, parts.visibility, 6, false, false, false);
     EXPECT_EQ(parts.response.resultText(),
               R"(<querySubject ID="q2"><queryItem ID="i3"/></querySubject>)"
               R"(<querySubject ID="q"><queryItem ID="i"/><queryItem ID="i2"/></querySubject>)");
@@ -149,7 +149,7 @@ TEST_F(Tree, WritesEachOfTheObjectsGivenInTheirOrder) {
 TEST_F(Tree, EndsAtTheDepthWhateverLevelItIsEnteredAt) {
     RequestParts parts(scene, tree("", "<Property a='*/@ID'/>"));
     scene.provider.AddRequestedSubtreeAtLevel(parts.helper, "querySubject", "", {}, 7, parts.locale,
-                                              parts.place(), scene.model.byId("q2"), parts.engine,
+                                              parts.result(), scene.model.byId("q2"), parts.engine,
                                               parts.visibility, 7, false, false, false);
     EXPECT_EQ(parts.response.resultText(), R"(<querySubject ID="q2"/>)");
 }
@@ -159,7 +159,7 @@ TEST_F(Tree, RefusesToGoPastTheLastLevel) {
     Vex_Handle_Collection objects = scene.model.byIds({"q2"});
     auto const writeAt = [&](int level) {
         scene.provider.GetRequestedElementTreeAtLevel(
-            parts.helper, "querySubject", "[the path]", {}, level, parts.locale, parts.place(),
+            parts.helper, "querySubject", "[the path]", {}, level, parts.locale, parts.result(),
             objects, parts.engine, parts.visibility, level, false, false, false);
     };
     writeAt(1024);
