@@ -3,6 +3,7 @@
 #include "VexAction.h"
 #include "VexNotification.h"
 #include "host/import/xml/ModelLoader.h"
+#include "host/service/MetadataRequest.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -40,27 +41,18 @@ private:
     std::filesystem::path m_path;
 };
 
-void addProperty(KRLIDOM_Element const& metadata, std::string const& value) {
-    KRLIDOM_Element const property = metadata.getOwnerDocument().createElement("Property");
-    property.setAttribute("name", I18NString::fromUtf8(value));
-    metadata.appendChild(property);
-}
-
 KRLIDOM_OwnedDocument makeRequest(Question const& question) {
-    KRLIDOM_OwnedDocument request("Metadata");
-    KRLIDOM_Element const metadata = request.document().getDocumentElement();
-    metadata.setAttribute("Depth", I18NString::fromUtf8(std::to_string(question.depth)));
-    bool const isReference = !question.reference.empty();
-    metadata.setAttribute(isReference ? "start_atRef" : "start_at",
-                          I18NString::fromUtf8(isReference ? question.reference : question.start));
+    vex::MetadataRequest request{.start = I18NString::fromUtf8(question.start),
+                                 .reference = I18NString::fromUtf8(question.reference),
+                                 .depth = question.depth};
     for (std::string const& property : question.properties) {
-        addProperty(metadata, "*/@" + property);
+        request.addProperty(I18NString::fromUtf8(property));
     }
     for (char const* const collection :
          {"folder", "querySubject", "queryItemFolder", "queryItem", "filter", "calculation"}) {
-        addProperty(metadata, std::string("*/") + collection);
+        request.addCollection(collection);
     }
-    return request;
+    return request.toDocument();
 }
 
 World makeWorld(ModelPlan const& plan, ScratchFolder const& folder, std::size_t number) {

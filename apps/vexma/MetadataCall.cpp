@@ -31,21 +31,16 @@ ActionOutcome callMetadata(Workplace& workplace, KRLIDOM_OwnedDocument request) 
     return workplace.Call(values.Long(VexAction::MetadataRequest), in);
 }
 
-RequestStart::RequestStart(KRLIDOM_OwnedDocument const& request) {
-    KRLIDOM_Element const metadata = request.document().getDocumentElement();
-    path = metadata.getAttribute("start_at");
-    reference = metadata.getAttribute("start_atRef");
-}
-
-int complainAboutRequest(ActionOutcome const& outcome, RequestStart const& start,
+int complainAboutRequest(ActionOutcome const& outcome, MetadataRequest const& request,
                          Workplace& workplace, Console& console) {
     int const status = complainAbout(outcome, console);
     if (isAboutStart(outcome)) {
         HostSession const& session = workplace.Session();
         Model const& model = *session.getModel();
-        std::string const question = toQuestion(
-            start.reference.empty() ? suggestPaths(model, start.path, *session.GetCurrentLocale())
-                                    : suggestObjects(model, start.reference));
+        std::string const question =
+            toQuestion(request.reference.empty()
+                           ? suggestPaths(model, request.start, *session.GetCurrentLocale())
+                           : suggestObjects(model, request.reference));
         if (!question.empty()) {
             console.complain(question);
         }

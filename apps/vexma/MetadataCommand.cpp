@@ -19,14 +19,14 @@ struct MetadataCommand {
         source.check();
         request.check(source);
         KRLIDOM_OwnedDocument document = request.makeRequest();
-        RequestStart const start(document);
+        MetadataRequest const asked = MetadataRequest::read(document.document());
         Workplace workplace(source, console);
         if (estimate) {
-            return giveEstimate(document.document(), workplace, console);
+            return giveEstimate(asked, workplace, console);
         }
         ActionOutcome const outcome = callMetadata(workplace, std::move(document));
         if (!isHandled(outcome)) {
-            return complainAboutRequest(outcome, start, workplace, console);
+            return complainAboutRequest(outcome, asked, workplace, console);
         }
         bool const inLines = pretty || console.outIsTerminal();
         KRLIDOM_Writer::write(console.out(), outcome.response.document(), inLines);
@@ -34,12 +34,10 @@ struct MetadataCommand {
         return Done;
     }
 
-    int giveEstimate(KRLIDOM_Document const& document, Workplace& workplace,
-                     Console& console) const {
-        RequestedParts const parts(document);
+    int giveEstimate(MetadataRequest const& asked, Workplace& workplace, Console& console) const {
         HostSession const& session = workplace.Session();
         AnswerEstimate const answer =
-            estimateAnswer(*session.getModel(), {parts, *session.GetCurrentLocale(),
+            estimateAnswer(*session.getModel(), {asked, *session.GetCurrentLocale(),
                                                  source.response.elements, !source.user.empty()});
         char const* const bound = answer.isMore ? "more than " : "at most ";
         std::size_t const elements = answer.isMore ? source.response.elements : answer.elements;

@@ -10,29 +10,11 @@ namespace vex {
 
 namespace {
 
-constexpr char const* everyClass = "*/";
 constexpr char const* defaultProperty = "name";
-constexpr char const* allCollections = "*/*";
+constexpr char const* allCollections = "*";
 
 bool has(std::string const& text, char character) {
     return text.find(character) != std::string::npos;
-}
-
-std::string propertyEntry(std::string const& property) {
-    return has(property, '@') ? property : std::string(everyClass) + '@' + property;
-}
-
-std::string collectionEntry(std::string const& collection) {
-    return has(collection, '/') ? collection : everyClass + collection;
-}
-
-/// "K=V" as the entry K=[V], K being a property of the start object when it
-/// does not say more.
-std::string constraintEntry(std::string const& constraint) {
-    std::size_t const equals = constraint.find('=');
-    std::string const key = constraint.substr(0, equals);
-    std::string const value = constraint.substr(equals + 1);
-    return (has(key, '@') ? key : "./@" + key) + "=[" + value + ']';
 }
 
 std::string checkConstraint(std::string const& constraint) {
@@ -40,19 +22,6 @@ std::string checkConstraint(std::string const& constraint) {
         return "a constraint is written K=V, such as usage=fact";
     }
     return has(constraint, ']') ? "the value of a constraint cannot hold ]" : "";
-}
-
-void addEntry(KRLIDOM_Element const& parent, char const* tag, char const* attribute,
-              std::string const& value) {
-    KRLIDOM_Element const entry = parent.getOwnerDocument().createElement(tag);
-    entry.setAttribute(attribute, I18NString::fromUtf8(value));
-    parent.appendChild(entry);
-}
-
-void setOption(KRLIDOM_Element const& metadata, char const* name, std::string const& value) {
-    if (!value.empty()) {
-        metadata.setAttribute(name, I18NString::fromUtf8(value));
-    }
 }
 
 } // namespace
@@ -139,7 +108,7 @@ void RequestOptions::check(SourceOptions const& source) const {
 
 KRLIDOM_OwnedDocument RequestOptions::makeRequest() const {
     if (m_file.empty()) {
-        return build();
+        return build().toDocument();
     }
     KRLIDOM_ReadLimits limits;
     limits.bytes = m_size.bytes;
@@ -166,37 +135,36 @@ TreeQuestion RequestOptions::makeQuestion(Model const& model) const {
     return question;
 }
 
-KRLIDOM_OwnedDocument RequestOptions::build() const {
-    KRLIDOM_OwnedDocument request("Metadata");
-    KRLIDOM_Element const metadata = request.document().getDocumentElement();
-    setOption(metadata, "Depth", m_depth ? std::to_string(*m_depth) : "");
-    setOption(metadata, "start_at", m_start);
-    setOption(metadata, "start_atRef", m_reference);
-    setOption(metadata, "securityView", m_view);
-    if (m_functions) {
-        addEntry(metadata, "Functions", "function", "1");
-    }
+MetadataRequest RequestOptions::build() const {
+    MetadataRequest request;
+    request.start = I18NString::fromUtf8(m_start);
+    request.reference = I18NString::fromUtf8(m_reference);
+    request.depth = m_depth.value_or(0);
+    request.view = I18NString::fromUtf8(m_view);
+    request.functions = m_functions;
     for (std::string const& name : m_globals) {
-        addEntry(metadata, "Property", "name", "/@" + name);
+        request.globals.push_back(I18NString::fromUtf8(name));
     }
-    std::vector<std::string> const properties =
-        m_properties.empty() ? std::vector<std::string>{defaultProperty} : m_properties;
-    for (std::string const& property : properties) {
-        addEntry(metadata, "Property", "name", propertyEntry(property));
+    for (std::string const& property : m_properties) {
+        request.addProperty(I18NString::fromUtf8(property));
+    }
+    if (m_properties.empty()) {
+        request.addProperty(defaultProperty);
     }
     for (std::string const& collection : m_collections) {
-        addEntry(metadata, "Property", "name", collectionEntry(collection));
+        request.addCollection(I18NString::fromUtf8(collection));
     }
     if (m_collections.empty()) {
-        addEntry(metadata, "Property", "name", allCollections);
-        for (char const* const collection : collectionsOnThePath) {
-            if (!m_start.empty()) {
-                addEntry(metadata, "Property", "name", collection);
-            }
+        request.addCollection(allCollections);
+        if (!m_start.empty()) {
+            request.collections.insert(request.collections.end(), std::begin(collectionsOnThePath),
+                                       std::end(collectionsOnThePath));
         }
     }
     for (std::string const& constraint : m_constraints) {
-        addEntry(metadata, "Constraint", "name", constraintEntry(constraint));
+        std::size_t const equals = constraint.find('=');
+        request.addConstraint(I18NString::fromUtf8(constraint.substr(0, equals)),
+                              I18NString::fromUtf8(constraint.substr(equals + 1)));
     }
     return request;
 }

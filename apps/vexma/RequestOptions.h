@@ -26,7 +26,7 @@ public:
     TreeQuestion makeQuestion(Model const& model) const;
 
 private:
-    KRLIDOM_OwnedDocument build() const;
+    MetadataRequest build() const;
 
     std::string m_file;
     std::string m_start;

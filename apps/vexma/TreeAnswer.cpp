@@ -6,7 +6,7 @@ namespace vex {
 
 TreeAnswer askForTree(Workplace& workplace, TreeQuestion const& question) {
     TreeAnswer answer;
-    answer.outcome = callMetadata(workplace, question.makeRequest());
+    answer.outcome = callMetadata(workplace, question.makeRequest().toDocument());
     if (isHandled(answer.outcome)) {
         HostSession& session = workplace.Session();
         answer.objects = matchAnswer(*session.getModel(), *session.GetCurrentLocale(), question,

@@ -22,11 +22,11 @@ struct TreeCommand {
             return runWithReasons(console);
         }
         KRLIDOM_OwnedDocument document = request.makeRequest();
-        RequestStart const start(document);
+        MetadataRequest const asked = MetadataRequest::read(document.document());
         Workplace workplace(source, console);
         ActionOutcome const outcome = callMetadata(workplace, std::move(document));
         if (!isHandled(outcome)) {
-            return complainAboutRequest(outcome, start, workplace, console);
+            return complainAboutRequest(outcome, asked, workplace, console);
         }
         drawResponse(console.out(), outcome.response.document().getDocumentElement(),
                      console.outHasColour());

@@ -2,10 +2,12 @@
 
 #include "VexObject.h"
 #include "host/insight/ExpansionGraph.h"
+#include "host/insight/RequestedParts.h"
 #include "host/store/image/ReferenceText.h"
 #include "resources.h"
 
 #include <algorithm>
+#include <map>
 
 namespace vex {
 
@@ -39,7 +41,7 @@ public:
     using Number = ExpansionGraph::Number;
 
     AnswerCount(Model const& model, EstimateQuestion const& question)
-        : m_question(question), m_depth(question.request.depth()), m_graph(model),
+        : m_question(question), m_depth(question.request.depth), m_graph(model),
           m_own(model.elementCount()) {}
 
     Size countFrom(Number start, std::size_t pathLength) { return count(start, 1, pathLength); }
@@ -77,7 +79,7 @@ private:
     std::set<I18NString> namesFor(VEX_HANDLE element, I18NString const& cls) {
         std::set<I18NString> names;
         for (I18NString const& shownAs : {cls, tagOf(cls), I18NString("queryItem")}) {
-            RequestedParts::Properties const asked = m_question.request.propertiesOf(shownAs);
+            RequestedProperties const asked = propertiesOf(m_question.request, shownAs);
             names.insert(asked.names.begin(), asked.names.end());
             if (asked.all) {
                 names.insert("ID");
@@ -171,7 +173,7 @@ private:
     std::size_t Times(I18NString const& cls, I18NString const& collection, bool literally) {
         auto const [known, isNew] = m_times.try_emplace({cls, {collection, literally}}, 0);
         if (isNew) {
-            known->second = m_question.request.timesThrough(cls, collection, literally);
+            known->second = timesThrough(m_question.request, cls, collection, literally);
         }
         return known->second;
     }
@@ -239,15 +241,15 @@ std::size_t pathLengthTo(VEX_HANDLE element, I18NLocale locale) {
 } // namespace
 
 AnswerEstimate estimateAnswer(Model const& model, EstimateQuestion const& question) {
-    RequestedParts const& request = question.request;
+    MetadataRequest const& request = question.request;
     std::size_t const localeCount = model.locales().size();
-    std::size_t const outer = 2 + request.settingCount() * (1 + localeCount);
-    if (request.isAboutPackage()) {
+    std::size_t const outer = 2 + request.globals.size() * (1 + localeCount);
+    if (request.functions) {
         return {outer + 1, documentBytes, false};
     }
     AnswerCount count(model, question);
     std::vector<ExpansionGraph::Number> starts;
-    std::vector<I18NString> const asked = request.starts();
+    std::vector<I18NString> const asked = startsOf(request);
     for (I18NString const& start : asked) {
         auto const more = findStarts(model, count.graph(), question.locale, start);
         starts.insert(starts.end(), more.begin(), more.end());

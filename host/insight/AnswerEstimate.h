@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/insight/RequestedParts.h"
+#include "host/service/MetadataRequest.h"
 #include "host/store/image/Model.h"
 
 namespace vex {
@@ -13,7 +13,7 @@ struct AnswerEstimate {
 };
 
 struct EstimateQuestion {
-    RequestedParts const& request;
+    MetadataRequest const& request;
     I18NLocale locale;
     std::size_t elementLimit;
     /// Views may hide objects: below a depth's limit the members of what is

@@ -4,42 +4,30 @@
 #include "host/insight/ObjectText.h"
 #include "host/store/image/ReferenceText.h"
 
-#include <string>
+#include <iterator>
 #include <unordered_set>
 
 namespace vex {
 
-namespace {
-
-void addProperty(KRLIDOM_Element const& metadata, I18NString const& text,
-                 char const* prefix = "*/") {
-    KRLIDOM_Element const entry = metadata.getOwnerDocument().createElement("Property");
-    entry.setAttribute("name", I18NString(prefix) + text);
-    metadata.appendChild(entry);
-}
-
-} // namespace
-
-KRLIDOM_OwnedDocument TreeQuestion::makeRequest() const {
-    KRLIDOM_OwnedDocument request("Metadata");
-    KRLIDOM_Element const metadata = request.document().getDocumentElement();
-    metadata.setAttribute("Depth", I18NString(std::to_string(depth).c_str()));
-    metadata.setAttribute("start_at", start);
-    metadata.setAttribute("securityView", view);
-    addProperty(metadata, "@name");
-    addProperty(metadata, "@ID");
-    addProperty(metadata, "@_path");
-    addProperty(metadata, I18NString("@") + marker); // last: it has something to repeat
+MetadataRequest TreeQuestion::makeRequest() const {
+    MetadataRequest request;
+    request.start = start;
+    request.depth = depth;
+    request.view = view;
+    // The marker last: it has something to repeat.
+    for (I18NString const& property :
+         {I18NString("name"), I18NString("ID"), I18NString("_path"), marker}) {
+        request.addProperty(property);
+    }
     if (goesIntoEveryCollection()) {
-        addProperty(metadata, "*");
-        for (char const* const collection : collectionsOnThePath) {
-            if (!start.empty()) {
-                addProperty(metadata, collection, "");
-            }
+        request.addCollection("*");
+        if (!start.empty()) {
+            request.collections.insert(request.collections.end(), std::begin(collectionsOnThePath),
+                                       std::end(collectionsOnThePath));
         }
     }
     for (I18NString const& collection : collections) {
-        addProperty(metadata, collection);
+        request.addCollection(collection);
     }
     return request;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KRLIDOM_OwnedDocument.h"
+#include "host/service/MetadataRequest.h"
 #include "host/store/image/Model.h"
 
 #include <vector>
@@ -30,7 +30,7 @@ struct TreeQuestion {
     I18NString marker;
 
     bool goesIntoEveryCollection() const { return collections.empty(); }
-    KRLIDOM_OwnedDocument makeRequest() const;
+    MetadataRequest makeRequest() const;
 };
 
 /// Every class of the model but the two that are always gone into, in the order
