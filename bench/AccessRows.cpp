@@ -1,5 +1,3 @@
-#include "VexAction.h"
-#include "VexNotification.h"
 #include "VexObject.h"
 #include "bench/Rows.h"
 
@@ -24,38 +22,40 @@ constexpr Case cases[] = {
 };
 
 /// Handles all over the model, a power of two of them.
-std::vector<VEX_HANDLE> someObjects(World const& world) {
+Vex_Handle_Collection someObjects(World const& world) {
     constexpr std::size_t count = 1'024;
-    std::vector<VEX_HANDLE> objects;
+    Vex_Handle_Collection objects;
     for (std::size_t i = 0; i < count; ++i) {
         objects.push_back(world.model->getElement(1 + i * world.generated.objects / count));
     }
     return objects;
 }
 
+// Many objects in a call; the time is that of one of them.
 void check(benchmark::State& state, std::size_t objects, Case const& row) {
     World const& world = worldOf({.objects = objects, .roleViews = row.roleViews});
-    auto const session = world.openSession(row.user);
-    plugin().Notify(*session, VexNotification::SessionOpened);
-    vex::ActionValues values;
-    VexVariant const modelPath = values.String(ModelPath);
-    std::vector<VexParams> calls;
-    for (VEX_HANDLE const object : someObjects(world)) {
-        VexParams& in = calls.emplace_back();
-        in.AddParam(VexVariant(0L));
-        in.AddParam(modelPath);
-        in.AddParam(VexVariant(object));
-        in.AddParam(VexVariant(0L));
+    vex::Visit const visit = world.visit(row.user);
+    Vex_Handle_Collection const asked = someObjects(world);
+    while (state.KeepRunningBatch(static_cast<std::int64_t>(asked.size()))) {
+        benchmark::DoNotOptimize(service().access(visit, asked, 0, {}));
     }
-    VexParams out;
+    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
+}
+
+// A call for each object.
+void checkOne(benchmark::State& state, std::size_t objects) {
+    World const& world = worldOf({.objects = objects});
+    vex::Visit const visit = world.visit("half");
+    std::vector<Vex_Handle_Collection> calls;
+    for (VEX_HANDLE const object : someObjects(world)) {
+        calls.emplace_back().push_back(object);
+    }
     std::size_t at = 0;
     for ([[maybe_unused]] auto const& _ : state) {
-        out.clear();
-        plugin().DoAction(*session, VexVariant(VexAction::AccessibilityRequest), calls[at], out);
+        benchmark::DoNotOptimize(service().access(visit, calls[at], 0, {}));
         at = (at + 1) % calls.size();
     }
     state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
-    plugin().Notify(*session, VexNotification::SessionClosed);
 }
 
 void lookUp(benchmark::State& state, std::size_t objects) {
@@ -89,6 +89,8 @@ void registerAccess(Sizes const& sizes) {
         benchmark::RegisterBenchmark(rowName(row.name, sizes.medium).c_str(), check, sizes.medium,
                                      row);
     }
+    benchmark::RegisterBenchmark(rowName("access/one", sizes.medium).c_str(), checkOne,
+                                 sizes.medium);
     benchmark::RegisterBenchmark(rowName("access/floor", sizes.medium).c_str(), lookUp,
                                  sizes.medium);
 }

@@ -59,11 +59,11 @@ void answerMemory(benchmark::State& state, std::size_t objects) {
     Asker asker(worldOf({.objects = objects}),
                 {.user = "half", .depth = 0, .properties = {"name", "_path", "_ref", "ID"}});
     for ([[maybe_unused]] auto const& _ : state) {
-        vex::ActionOutcome const outcome = asker.ask();
-        auto const elements = static_cast<double>(outcome.response.elementCount());
-        state.counters["element"] = static_cast<double>(outcome.response.byteCount()) / elements;
+        vex::MetadataAnswer const answered = asker.ask();
+        auto const elements = static_cast<double>(answered.response.elementCount());
+        state.counters["element"] = static_cast<double>(answered.response.byteCount()) / elements;
         CountingMemory memory;
-        buildBare(record(outcome.response.document().getDocumentElement().raw()), &memory)
+        buildBare(record(answered.response.document().getDocumentElement().raw()), &memory)
             ->release();
         state.counters["element_bare"] = static_cast<double>(memory.bytes()) / elements;
     }

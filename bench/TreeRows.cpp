@@ -25,8 +25,8 @@ void build(benchmark::State& state, std::size_t objects) {
     std::u16string recorded;
     {
         Asker asker(worldOf({.objects = objects}), wholeTree);
-        vex::ActionOutcome const outcome = asker.ask();
-        recorded = record(outcome.response.document().getDocumentElement().raw());
+        vex::MetadataAnswer const answered = asker.ask();
+        recorded = record(answered.response.document().getDocumentElement().raw());
     }
     for ([[maybe_unused]] auto const& _ : state) {
         xercesc::DOMDocument* const document =

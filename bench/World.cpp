@@ -1,9 +1,6 @@
 #include "bench/World.h"
 
-#include "VexAction.h"
-#include "VexNotification.h"
 #include "host/import/xml/ModelLoader.h"
-#include "host/service/MetadataRequest.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -16,6 +13,8 @@
 namespace bench {
 
 namespace {
+
+constexpr char const* pathAlone = "generated"; // outside of what catalogues hold
 
 /// A folder for generated models that goes with the program.
 class ScratchFolder {
@@ -64,19 +63,21 @@ World makeWorld(ModelPlan const& plan, ScratchFolder const& folder, std::size_t 
     std::string().swap(world.generated.document);
     world.model = vex::loadModel(world.file);
     vex::Diagnostics found;
-    world.catalogue =
-        vex::readCatalogueText(generateCatalogue(world.file), "catalogue", ".", found);
+    world.catalogued = std::make_shared<vex::MemoryContent>(
+        vex::readCatalogueText(generateCatalogue(world.file), "catalogue", ".", found));
+    world.catalogued->setModel(ModelPath, world.model);
+    world.alone = std::make_shared<vex::MemoryContent>();
+    world.alone->setModel(pathAlone, world.model);
     return world;
 }
 
 } // namespace
 
-std::unique_ptr<vex::HostSession> World::openSession(std::string const& user) const {
+vex::Visit World::visit(std::string const& user) const {
     I18NLocale const locale("en");
     return user.empty()
-               ? vex::Host::openSession(model, locale)
-               : std::make_unique<vex::HostSession>(
-                     model, locale, catalogue, catalogue->findUser(I18NString::fromUtf8(user)));
+               ? vex::openVisit(*alone, {pathAlone, "", locale})
+               : vex::openVisit(*catalogued, {ModelPath, I18NString::fromUtf8(user), locale});
 }
 
 World const& worldOf(ModelPlan const& plan) {
@@ -92,32 +93,20 @@ World const& worldOf(ModelPlan const& plan) {
     return found->second;
 }
 
-vex::PluginProxy& plugin() {
-    static vex::PluginProxy proxy(vex::findPluginFile());
-    static std::once_flag once;
-    std::call_once(once, [] { proxy.Initialize(); });
-    return proxy;
+vex::Service& service() {
+    static vex::Service serving(vex::loadPlugin());
+    return serving;
 }
 
 Asker::Asker(World const& world, Question const& question)
-    : m_session(world.openSession(question.user)) {
-    plugin().Notify(*m_session, VexNotification::SessionOpened);
-    m_in.AddParam(m_values.Long(0));
-    m_in.AddParam(m_values.String(question.user.empty() ? "generated" : ModelPath));
-    m_in.AddParam(m_values.Node(makeRequest(question)));
-}
+    : m_visit(world.visit(question.user)), m_request(makeRequest(question)) {}
 
-Asker::~Asker() {
-    plugin().Notify(*m_session, VexNotification::SessionClosed);
-}
-
-vex::ActionOutcome Asker::ask() {
-    vex::ActionOutcome outcome =
-        vex::callAction(plugin(), *m_session, VexVariant(VexAction::MetadataRequest), m_in, {});
-    if (outcome.end != vex::ActionOutcome::End::Returned) {
-        fail("the plug-in did not answer: " + outcome.text);
+vex::MetadataAnswer Asker::ask() {
+    vex::MetadataAnswer answer = service().metadata(m_visit, m_request.document(), {});
+    if (!answer.end.isAnswered()) {
+        fail("the plug-in did not answer: " + answer.end.text);
     }
-    return outcome;
+    return answer;
 }
 
 void fail(std::string const& text) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "bench/GeneratedModel.h"
-#include "host/service/ActionCall.h"
-#include "host/service/Host.h"
+#include "host/content/MemoryContent.h"
+#include "host/service/Service.h"
 
 #include <functional>
 #include <memory>
@@ -26,41 +26,39 @@ struct World {
     std::string file;
     std::size_t fileBytes = 0;
     std::shared_ptr<vex::Model const> model;
-    std::shared_ptr<vex::Catalogue const> catalogue;
+    std::shared_ptr<vex::MemoryContent> catalogued;
+    std::shared_ptr<vex::MemoryContent> alone; // the same model, where nobody is restricted
 
-    /// A session of one of the catalogue's users; "" gives one that nobody
-    /// restricts.
-    std::unique_ptr<vex::HostSession> openSession(std::string const& user) const;
+    /// Of one of the catalogue's users; "" gives one that nobody restricts.
+    vex::Visit visit(std::string const& user) const;
 };
 
 /// Made when first asked for and kept.
 World const& worldOf(ModelPlan const& plan);
 
-/// The plug-in, loaded once.
-vex::PluginProxy& plugin();
+/// With the plug-in, loaded once.
+vex::Service& service();
 
 /// What a request asks for.
 struct Question {
-    std::string user{}; // see World::openSession
+    std::string user{}; // see World::visit
     std::string start{};
     std::string reference{}; // in place of a start
     int depth = 0;
     std::vector<std::string> properties{"name", "_path", "_ref"};
 };
 
-/// A session with a request that can be made again and again.
+/// A request that can be made again and again.
 class Asker {
 public:
     Asker(World const& world, Question const& question);
-    ~Asker();
 
     /// Fails the program when the plug-in does not answer.
-    vex::ActionOutcome ask();
+    vex::MetadataAnswer ask();
 
 private:
-    std::unique_ptr<vex::HostSession> m_session;
-    vex::ActionValues m_values;
-    VexParams m_in;
+    vex::Visit m_visit;
+    KRLIDOM_OwnedDocument m_request;
 };
 
 [[noreturn]] void fail(std::string const& text);

@@ -1,6 +1,6 @@
-#include "apps/vexma/AccessCall.h"
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/ObjectArguments.h"
+#include "apps/vexma/Workplace.h"
 
 #include <memory>
 
@@ -17,15 +17,13 @@ struct AccessCommand {
         ObjectArguments const arguments(given, source);
         Workplace workplace(source, console);
         // All must be known before the first answer.
-        Vex_Handle_Collection const objects = arguments.findIn(workplace.Session());
-        for (std::size_t index = 0; index < objects.size(); ++index) {
-            AccessAnswer answer;
-            if (!askForAccess(workplace, objects[index], mode, answer)) {
-                return complainAbout(answer.outcome, console);
-            }
-            console.out() << answer.verdict << '\t' << arguments.Texts()[index] << '\n';
+        Vex_Handle_Collection const objects = arguments.findIn(workplace.model());
+        AccessAnswer const answer = workplace.access(objects, mode);
+        for (std::size_t index = 0; index < answer.verdicts.size(); ++index) {
+            console.out() << (answer.verdicts[index] ? 1 : 0) << '\t' << arguments.Texts()[index]
+                          << '\n';
         }
-        return Done;
+        return answer.end.isAnswered() ? Done : complainAbout(answer.end, console);
     }
 };
 

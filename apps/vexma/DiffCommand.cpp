@@ -60,7 +60,7 @@ struct DiffCommand {
         source.check();
         SourceOptions const otherSource = makeOther();
         Workplace first(source, console);
-        Workplace second(first, otherSource, openSession(otherSource, console));
+        Workplace second(first, otherSource, console);
         ModelTrees const before = askForTrees(first, I18NString::fromUtf8(view));
         ModelTrees const after =
             askForTrees(second, I18NString::fromUtf8(firstOf(other.view, view)));
@@ -93,9 +93,8 @@ struct DiffCommand {
         return made;
     }
 
-    static ComparedSide sideOf(Workplace& workplace, ModelTrees const& trees) {
-        HostSession& session = workplace.Session();
-        return {*session.getModel(), *session.GetCurrentLocale(), trees.objects};
+    static ComparedSide sideOf(Workplace const& workplace, ModelTrees const& trees) {
+        return {workplace.model(), workplace.locale(), trees.objects};
     }
 
     void write(Console& console, Differences const& differences) const {

@@ -1,4 +1,3 @@
-#include "KRLException.h"
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/ExplainReport.h"
 #include "apps/vexma/ObjectArguments.h"
@@ -20,19 +19,14 @@ struct ExplainCommand {
     int Run(Console& console) {
         ObjectArguments const arguments(given, source);
         Workplace workplace(source, console);
-        HostSession& session = workplace.Session();
-        Vex_Handle_Collection const objects = arguments.findIn(session);
-        try {
-            VexAccessExplanation const access = workplace.explain(objects, mode == 1);
-            ModelTrees const trees = askForTrees(workplace);
-            write(console.out(), tellAccess(*session.getModel(), *session.GetCurrentLocale(),
-                                            objects, access, trees.objects, refusalOf(trees)));
-        } catch (VexException const& refusal) {
-            return complainAbout(refusal, console);
-        } catch (KRLLimitException const& limit) {
-            console.complain(limit.what());
-            return Refused;
+        Vex_Handle_Collection const objects = arguments.findIn(workplace.model());
+        AccessReasons const reasons = workplace.explain(objects, mode == 1);
+        if (!reasons.end.isAnswered()) {
+            return complainAbout(reasons.end, console);
         }
+        ModelTrees const trees = askForTrees(workplace);
+        write(console.out(), tellAccess(workplace.model(), workplace.locale(), objects,
+                                        reasons.explanation, trees.objects, refusalOf(trees)));
         return Done;
     }
 

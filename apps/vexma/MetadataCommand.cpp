@@ -1,6 +1,7 @@
 #include "KRLIDOM_Writer.h"
 #include "apps/vexma/Commands.h"
-#include "apps/vexma/MetadataCall.h"
+#include "apps/vexma/RequestComplaint.h"
+#include "apps/vexma/RequestOptions.h"
 #include "host/insight/AnswerEstimate.h"
 
 #include <memory>
@@ -18,27 +19,26 @@ struct MetadataCommand {
     int Run(Console& console) const {
         source.check();
         request.check(source);
-        KRLIDOM_OwnedDocument document = request.makeRequest();
+        KRLIDOM_OwnedDocument const document = request.makeRequest();
         MetadataRequest const asked = MetadataRequest::read(document.document());
         Workplace workplace(source, console);
         if (estimate) {
             return giveEstimate(asked, workplace, console);
         }
-        ActionOutcome const outcome = callMetadata(workplace, std::move(document));
-        if (!isHandled(outcome)) {
-            return complainAboutRequest(outcome, asked, workplace, console);
+        MetadataAnswer const answer = workplace.metadata(document.document());
+        if (!answer.end.isAnswered()) {
+            return complainAboutRequest(answer.end, asked, workplace, console);
         }
         bool const inLines = pretty || console.outIsTerminal();
-        KRLIDOM_Writer::write(console.out(), outcome.response.document(), inLines);
+        KRLIDOM_Writer::write(console.out(), answer.response.document(), inLines);
         console.out() << (inLines ? "" : "\n"); // lines end with one already
         return Done;
     }
 
     int giveEstimate(MetadataRequest const& asked, Workplace& workplace, Console& console) const {
-        HostSession const& session = workplace.Session();
         AnswerEstimate const answer =
-            estimateAnswer(*session.getModel(), {asked, *session.GetCurrentLocale(),
-                                                 source.response.elements, !source.user.empty()});
+            estimateAnswer(workplace.model(), {asked, workplace.locale(), source.response.elements,
+                                               !source.user.empty()});
         char const* const bound = answer.isMore ? "more than " : "at most ";
         std::size_t const elements = answer.isMore ? source.response.elements : answer.elements;
         console.out() << "elements  " << bound << elements << "\nbytes     " << bound

@@ -1,5 +1,7 @@
 #include "apps/vexma/ObjectArguments.h"
 
+#include "host/service/ObjectByName.h"
+
 namespace vex {
 
 ObjectArguments::ObjectArguments(std::vector<std::string> arguments, SourceOptions& source)
@@ -19,10 +21,10 @@ ObjectArguments::ObjectArguments(std::vector<std::string> arguments, SourceOptio
     }
 }
 
-Vex_Handle_Collection ObjectArguments::findIn(HostSession const& session) const {
+Vex_Handle_Collection ObjectArguments::findIn(Model const& model) const {
     Vex_Handle_Collection objects;
     for (std::string const& text : m_texts) {
-        objects.push_back(session.findObject(I18NString::fromUtf8(text)));
+        objects.push_back(findObject(model, I18NString::fromUtf8(text)));
     }
     return objects;
 }

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "Vex_Handle_Collection.h"
 #include "apps/vexma/SourceOptions.h"
-#include "apps/vexma/Workplace.h"
+#include "host/store/image/Model.h"
 
 #include <string>
 #include <vector>
@@ -19,7 +20,7 @@ public:
 
     std::vector<std::string> const& Texts() const { return m_texts; }
     /// Raises `HostException` for the first one that names nothing.
-    Vex_Handle_Collection findIn(HostSession const& session) const;
+    Vex_Handle_Collection findIn(Model const& model) const;
 
 private:
     std::vector<std::string> m_texts;

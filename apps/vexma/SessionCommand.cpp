@@ -1,4 +1,7 @@
+#include "VexNotification.h"
+#include "VexTrace.h"
 #include "apps/vexma/Commands.h"
+#include "apps/vexma/Interrupt.h"
 #include "apps/vexma/Workplace.h"
 #include "host/protocol/LineReader.h"
 #include "host/protocol/SessionLineCall.h"
@@ -11,6 +14,41 @@ namespace vex {
 
 namespace {
 
+/// A session whose actions a client calls itself. Opened when it is made, closed
+/// when it goes; the plug-in hears of both.
+class ClientSession {
+public:
+    ClientSession(SourceOptions const& options, Console& console)
+        : m_limits(limitsOf(options)), m_session(openSession(openVisit(options, console))),
+          m_plugin(loadPlugin(options.pluginFile)) {
+        notify(VexNotification::SessionOpened);
+    }
+    ClientSession(ClientSession const&) = delete;
+    ClientSession& operator=(ClientSession const&) = delete;
+    ~ClientSession() {
+        try {
+            notify(VexNotification::SessionClosed);
+        } catch (KRLException const& problem) {
+            OutputDebugString(problem.what()); // the answers are out already
+        }
+    }
+
+    HostSession const& session() const { return *m_session; }
+    void notify(int kind) { m_plugin->Notify(*m_session, kind); }
+    /// Under the command line's limits; an interrupt ends it.
+    ActionOutcome call(VexVariant const& action, VexParams const& in) {
+        InterruptScope const interrupt;
+        ActionLimits limits = m_limits;
+        limits.cancelled = &interrupt.isInterrupted();
+        return callAction(*m_plugin, *m_session, action, in, limits);
+    }
+
+private:
+    ActionLimits m_limits;
+    std::unique_ptr<HostSession> m_session;
+    std::shared_ptr<PluginProxy> m_plugin;
+};
+
 struct SessionCommand {
     SourceOptions source;
     RequestSize requestSize;
@@ -20,13 +58,12 @@ struct SessionCommand {
         if (source.modelFile == "-") {
             throw UsageException("a session's lines come from standard input; name a model file");
         }
-        Workplace workplace(source, console);
+        ClientSession session(source, console);
         KRLIDOM_ReadLimits limits;
         limits.bytes = requestSize.bytes;
-        SessionCalls const calls{[&](VexVariant const& action, VexParams const& in) {
-                                     return workplace.Call(action, in);
-                                 },
-                                 [&](int kind) { workplace.Notify(kind); }};
+        SessionCalls const calls{
+            [&](VexVariant const& action, VexParams const& in) { return session.call(action, in); },
+            [&](int kind) { session.notify(kind); }};
         std::size_t const longest = longestSessionLine(requestSize.bytes);
         LineReader lines(STDIN_FILENO, longest);
         std::string line;
@@ -37,7 +74,7 @@ struct SessionCommand {
             }
             console.out() << (result == LineReader::Result::TooLong
                                   ? replyToTooLong(longest)
-                                  : answerSessionLine(line, workplace.Session(), limits, calls))
+                                  : answerSessionLine(line, session.session(), limits, calls))
                           << std::endl;
         }
         return Done;

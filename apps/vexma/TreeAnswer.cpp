@@ -1,36 +1,33 @@
 #include "apps/vexma/TreeAnswer.h"
 
-#include "apps/vexma/MetadataCall.h"
-
 namespace vex {
 
 TreeAnswer askForTree(Workplace& workplace, TreeQuestion const& question) {
     TreeAnswer answer;
-    answer.outcome = callMetadata(workplace, question.makeRequest().toDocument());
-    if (isHandled(answer.outcome)) {
-        HostSession& session = workplace.Session();
-        answer.objects = matchAnswer(*session.getModel(), *session.GetCurrentLocale(), question,
-                                     answer.outcome.response.document().getDocumentElement());
+    MetadataAnswer const metadata = workplace.metadata(question.makeRequest());
+    answer.end = metadata.end;
+    if (answer.end.isAnswered()) {
+        answer.objects = matchAnswer(workplace.model(), workplace.locale(), question,
+                                     metadata.response.document().getDocumentElement());
     }
     return answer;
 }
 
 ModelTrees askForTrees(Workplace& workplace, I18NString const& view) {
-    HostSession& session = workplace.Session();
-    Model const& model = *session.getModel();
+    Model const& model = workplace.model();
     TreeQuestion question;
     question.view = view;
     question.collections = collectionsOf(model);
     question.marker = unusedPropertyOf(model);
     ModelTrees trees;
-    for (TreeStart const& start : treeStartsOf(model, *session.GetCurrentLocale())) {
+    for (TreeStart const& start : treeStartsOf(model, workplace.locale())) {
         if (start.path.empty()) {
             continue;
         }
         question.start = start.path;
         TreeAnswer answer = askForTree(workplace, question);
-        if (!isHandled(answer.outcome)) {
-            trees.refusal = std::move(answer.outcome);
+        if (!answer.end.isAnswered()) {
+            trees.refusal = std::move(answer.end);
             return trees;
         }
         std::size_t const before = trees.objects.size();

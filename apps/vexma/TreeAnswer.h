@@ -11,14 +11,14 @@ namespace vex {
 /// other, with what stands behind shortcuts.
 struct ModelTrees {
     AnsweredTree objects;
-    std::optional<ActionOutcome> refusal; // of the first tree that was not answered
+    std::optional<CallEnd> refusal; // of the first tree that was not answered
 };
 ModelTrees askForTrees(Workplace& workplace, I18NString const& view = {});
 
 /// One tree.
 struct TreeAnswer {
     AnsweredTree objects;
-    ActionOutcome outcome;
+    CallEnd end;
 };
 TreeAnswer askForTree(Workplace& workplace, TreeQuestion const& question);
 

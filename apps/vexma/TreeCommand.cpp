@@ -1,5 +1,6 @@
 #include "apps/vexma/Commands.h"
-#include "apps/vexma/MetadataCall.h"
+#include "apps/vexma/RequestComplaint.h"
+#include "apps/vexma/RequestOptions.h"
 #include "apps/vexma/TreeAnswer.h"
 #include "apps/vexma/TreeDrawing.h"
 #include "apps/vexma/WhyTree.h"
@@ -21,31 +22,27 @@ struct TreeCommand {
         if (why) {
             return runWithReasons(console);
         }
-        KRLIDOM_OwnedDocument document = request.makeRequest();
+        KRLIDOM_OwnedDocument const document = request.makeRequest();
         MetadataRequest const asked = MetadataRequest::read(document.document());
         Workplace workplace(source, console);
-        ActionOutcome const outcome = callMetadata(workplace, std::move(document));
-        if (!isHandled(outcome)) {
-            return complainAboutRequest(outcome, asked, workplace, console);
+        MetadataAnswer const answer = workplace.metadata(document.document());
+        if (!answer.end.isAnswered()) {
+            return complainAboutRequest(answer.end, asked, workplace, console);
         }
-        drawResponse(console.out(), outcome.response.document().getDocumentElement(),
+        drawResponse(console.out(), answer.response.document().getDocumentElement(),
                      console.outHasColour());
         return Done;
     }
 
     int runWithReasons(Console& console) const {
         Workplace workplace(source, console);
-        TreeAnswer const answer =
-            askForTree(workplace, request.makeQuestion(*workplace.Session().getModel()));
-        if (!isHandled(answer.outcome)) {
-            return complainAbout(answer.outcome, console);
+        TreeAnswer const answer = askForTree(workplace, request.makeQuestion(workplace.model()));
+        if (!answer.end.isAnswered()) {
+            return complainAbout(answer.end, console);
         }
-        try {
+        CallEnd const explained =
             drawTreeWithReasons(console.out(), workplace, answer.objects, console.outHasColour());
-        } catch (VexException const& refusal) {
-            return complainAbout(refusal, console);
-        }
-        return Done;
+        return explained.isAnswered() ? Done : complainAbout(explained, console);
     }
 };
 

@@ -1,11 +1,10 @@
-#include "VexNotification.h"
-#include "apps/vexma/AccessCall.h"
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/Progress.h"
 #include "apps/vexma/TreeAnswer.h"
 #include "apps/vexma/VerifyReport.h"
 #include "host/protocol/JsonVerification.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -14,19 +13,25 @@ namespace vex {
 namespace {
 
 /// What the accessibility check says about every element; nothing when it
-/// refuses, which is the outcome then.
+/// refuses, which is the end then.
 std::optional<std::vector<bool>> askForAccessOfAll(Workplace& workplace, Progress& progress,
-                                                   ActionOutcome& refusal) {
-    Model const& model = *workplace.Session().getModel();
+                                                   CallEnd& refusal) {
+    constexpr std::size_t objectsOfACall = 1'024;
+    Model const& model = workplace.model();
     std::vector<bool> accessible;
-    AccessAnswer answer;
-    for (std::size_t number = 0; number < model.elementCount(); ++number) {
-        if (!askForAccess(workplace, model.getElement(number), 0, answer)) {
-            refusal = std::move(answer.outcome);
+    while (accessible.size() < model.elementCount()) {
+        std::size_t const end = std::min(accessible.size() + objectsOfACall, model.elementCount());
+        Vex_Handle_Collection objects;
+        for (std::size_t number = accessible.size(); number < end; ++number) {
+            objects.push_back(model.getElement(number));
+        }
+        AccessAnswer answer = workplace.access(objects, 0);
+        if (!answer.end.isAnswered()) {
+            refusal = std::move(answer.end);
             return std::nullopt;
         }
-        accessible.push_back(answer.verdict == 1);
-        progress.Report(number, model.elementCount());
+        accessible.insert(accessible.end(), answer.verdicts.begin(), answer.verdicts.end());
+        progress.Report(accessible.size(), model.elementCount());
     }
     return accessible;
 }
@@ -50,11 +55,7 @@ struct VerifyCommand {
                 verification.users.push_back(verify(workplace, source.user, console));
                 continue;
             }
-            Workplace further(
-                workplace, source,
-                std::make_unique<HostSession>(workplace.Session().getModel(),
-                                              I18NLocale(I18NString::fromUtf8(source.locale)),
-                                              catalogue, user));
+            Workplace further(workplace, user->name);
             verification.users.push_back(verify(further, user->name.toUtf8(), console));
         }
         if (json) {
@@ -86,19 +87,15 @@ struct VerifyCommand {
                                    Console& console) {
         Progress progress(console, "verifying" + (user.empty() ? "" : " for " + user));
         ModelTrees trees = askForTrees(workplace);
-        // A session serves one kind of action until it is closed.
-        workplace.Notify(VexNotification::SessionClosed);
-        workplace.Notify(VexNotification::SessionOpened);
-        ActionOutcome refusal;
+        CallEnd refusal;
         auto const accessible = askForAccessOfAll(workplace, progress, refusal);
         if (trees.refusal.has_value() || !accessible) {
             bool const both = trees.refusal.has_value() && !accessible;
             return tellRefusal(user, both,
                                both || !accessible ? refusal.text : trees.refusal->text);
         }
-        Model const& model = *workplace.Session().getModel();
-        return tellCheck(user, checkTrees(model, trees.objects, *accessible), model,
-                         *workplace.Session().GetCurrentLocale());
+        return tellCheck(user, checkTrees(workplace.model(), trees.objects, *accessible),
+                         workplace.model(), workplace.locale());
     }
 };
 

@@ -23,26 +23,34 @@ public:
                     objects.push_back(entry.object);
                 }
             }
-            if (!objects.empty()) {
-                Add(workplace, objects, behindShortcut);
+            if (!objects.empty() && m_end.isAnswered()) {
+                add(workplace, objects, behindShortcut);
             }
         }
     }
+
+    /// How asking for them ended; without an answer there are none.
+    CallEnd const& end() const { return m_end; }
 
     std::string const& of(AnsweredObject const& entry) const {
         return m_texts[entry.behindShortcut ? 1 : 0].at(entry.object);
     }
 
 private:
-    void Add(Workplace& workplace, Vex_Handle_Collection const& objects, bool behindShortcut) {
-        HostSession& session = workplace.Session();
-        VexAccessExplanation const explanation = workplace.explain(objects, behindShortcut);
-        AccessStory const story(*session.getModel(), *session.GetCurrentLocale(), explanation);
+    void add(Workplace& workplace, Vex_Handle_Collection const& objects, bool behindShortcut) {
+        AccessReasons const reasons = workplace.explain(objects, behindShortcut);
+        m_end = reasons.end;
+        if (!m_end.isAnswered()) {
+            return;
+        }
+        AccessStory const story(workplace.model(), workplace.locale(), reasons.explanation);
         for (std::size_t index = 0; index < objects.size(); ++index) {
             m_texts[behindShortcut ? 1 : 0].try_emplace(
-                objects[index], story.verdictOf(explanation.objects[index]));
+                objects[index], story.verdictOf(reasons.explanation.objects[index]));
         }
     }
+
+    CallEnd m_end{.kind = CallEnd::Kind::Answered};
 
     std::unordered_map<VEX_HANDLE, std::string> m_texts[2];
 };
@@ -72,16 +80,19 @@ std::string tagOf(AnsweredObject const& entry) {
 
 } // namespace
 
-void drawTreeWithReasons(std::ostream& out, Workplace& workplace, AnsweredTree const& tree,
-                         bool colour) {
+CallEnd drawTreeWithReasons(std::ostream& out, Workplace& workplace, AnsweredTree const& tree,
+                            bool colour) {
     constexpr char const* classColour = "\033[36m";
     constexpr char const* nameColour = "\033[1m";
     constexpr char const* dimmed = "\033[2m";
     auto const style = [&](char const* escape) { return colour ? escape : ""; };
     auto const* const end = style("\033[0m");
 
-    I18NLocale const& locale = *workplace.Session().GetCurrentLocale();
+    I18NLocale const& locale = workplace.locale();
     Reasons const reasons(workplace, tree);
+    if (!reasons.end().isAnswered()) {
+        return reasons.end();
+    }
     std::vector<std::size_t> containers;
     for (AnsweredObject const& entry : tree) {
         containers.push_back(entry.container);
@@ -102,6 +113,7 @@ void drawTreeWithReasons(std::ostream& out, Workplace& workplace, AnsweredTree c
                                  printable(reasonOf(entry, reasons, locale), false);
         out << (colour ? dimmed + text + end : '[' + text + ']') << '\n';
     }
+    return reasons.end();
 }
 
 } // namespace vex

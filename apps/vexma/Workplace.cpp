@@ -1,11 +1,10 @@
 #include "apps/vexma/Workplace.h"
 
-#include "VexNotification.h"
-#include "VexTrace.h"
 #include "apps/vexma/Interrupt.h"
 #include "apps/vexma/Progress.h"
+#include "host/content/FileContent.h"
+#include "host/content/MemoryContent.h"
 #include "host/import/xml/FileText.h"
-#include "host/store/image/CallLimits.h"
 
 #include <cmath>
 #include <filesystem>
@@ -37,6 +36,38 @@ I18NString modelPathOf(SourceOptions const& options) {
             : options.modelPath);
 }
 
+/// Where the options' model comes from.
+std::shared_ptr<ContentStore> makeContent(SourceOptions const& options, LoadOptions const& load) {
+    if (!options.catalogFile.empty()) {
+        return std::make_shared<FileContent>(readCatalogueOf(options), load);
+    }
+    I18NString const path = modelPathOf(options);
+    if (options.modelFile != "-") {
+        return std::make_shared<FileContent>(path, options.modelFile, load);
+    }
+    auto const content = std::make_shared<MemoryContent>();
+    content->setModel(path, loadModelText(readFileText("-"), "standard input", load));
+    return content;
+}
+
+/// Makes a call that the user may interrupt.
+template <class Call> auto interruptible(ActionLimits limits, Call const& call) {
+    InterruptScope const interrupt;
+    limits.cancelled = &interrupt.isInterrupted();
+    return call(limits);
+}
+
+} // namespace
+
+Visit openVisit(SourceOptions const& options, Console& console) {
+    Progress progress(console);
+    LoadOptions load;
+    load.progress = [&](std::size_t done, std::size_t total) { progress.Report(done, total); };
+    return openVisit(*makeContent(options, load),
+                     {modelPathOf(options), I18NString::fromUtf8(options.user),
+                      I18NLocale(I18NString::fromUtf8(options.locale))});
+}
+
 ActionLimits limitsOf(SourceOptions const& options) {
     constexpr double longest = 1e9; // a deadline of thirty years is none
     constexpr double millisecondsPerSecond = 1e3;
@@ -49,86 +80,52 @@ ActionLimits limitsOf(SourceOptions const& options) {
     return limits;
 }
 
-} // namespace
-
-std::unique_ptr<HostSession> openSession(SourceOptions const& options, Console& console) {
-    Progress progress(console);
-    LoadOptions load;
-    load.progress = [&](std::size_t done, std::size_t total) { progress.Report(done, total); };
-
-    I18NLocale const locale{I18NString::fromUtf8(options.locale)};
-    if (!options.catalogFile.empty()) {
-        Host host(readCatalogueOf(options), load);
-        return host.openSession(
-            {I18NString::fromUtf8(options.modelPath), I18NString::fromUtf8(options.user), locale});
-    }
-    if (options.modelFile == "-") {
-        return Host::openSession(loadModelText(readFileText("-"), "standard input", load), locale);
-    }
-    return Host::openSession(loadModel(options.modelFile, load), locale);
-}
-
 Workplace::Workplace(SourceOptions const& options, Console& console)
-    : m_limits(limitsOf(options)), m_modelPath(modelPathOf(options)),
-      m_session(openSession(options, console)),
-      m_plugin(std::make_shared<PluginProxy>(options.pluginFile.empty() ? findPluginFile()
-                                                                        : options.pluginFile)) {
-    m_plugin->Initialize();
-    m_plugin->Notify(*m_session, VexNotification::SessionOpened);
+    : m_limits(limitsOf(options)), m_visit(openVisit(options, console)),
+      m_service(std::make_shared<Service>(loadPlugin(options.pluginFile))) {}
+
+Workplace::Workplace(Workplace const& other, SourceOptions const& options, Console& console)
+    : m_limits(limitsOf(options)), m_visit(openVisit(options, console)),
+      m_service(other.m_service) {}
+
+Workplace::Workplace(Workplace const& other, I18NString const& user)
+    : m_limits(other.m_limits), m_visit(other.m_visit), m_service(other.m_service) {
+    m_visit.user = m_visit.catalogue->findUser(user);
 }
 
-Workplace::Workplace(Workplace const& other, SourceOptions const& options,
-                     std::unique_ptr<HostSession> session)
-    : m_limits(limitsOf(options)), m_modelPath(modelPathOf(options)), m_session(std::move(session)),
-      m_plugin(other.m_plugin) {
-    m_plugin->Notify(*m_session, VexNotification::SessionOpened);
+MetadataAnswer Workplace::metadata(MetadataRequest const& request) {
+    return interruptible(m_limits, [&](ActionLimits const& limits) {
+        return m_service->metadata(m_visit, request, limits);
+    });
 }
 
-Workplace::~Workplace() {
-    try {
-        m_plugin->Notify(*m_session, VexNotification::SessionClosed);
-    } catch (KRLException const& problem) {
-        OutputDebugString(problem.what()); // the answers are out already
+MetadataAnswer Workplace::metadata(KRLIDOM_Document const& request) {
+    return interruptible(m_limits, [&](ActionLimits const& limits) {
+        return m_service->metadata(m_visit, request, limits);
+    });
+}
+
+AccessAnswer Workplace::access(Vex_Handle_Collection const& objects, long mode) {
+    return interruptible(m_limits, [&](ActionLimits const& limits) {
+        return m_service->access(m_visit, objects, mode, limits);
+    });
+}
+
+AccessReasons Workplace::explain(Vex_Handle_Collection const& objects, bool skipViewLists) {
+    return interruptible(m_limits, [&](ActionLimits const& limits) {
+        return m_service->explainAccess(m_visit, objects, skipViewLists, limits);
+    });
+}
+
+int complainAbout(CallEnd const& end, Console& console) {
+    std::string text = end.text;
+    if (end.failure) {
+        text +=
+            " (failure " + std::to_string(end.failure->id) + " of " + end.failure->function + ')';
+    } else if (end.kind == CallEnd::Kind::NotHandled) {
+        text += "; is --plugin the right library?";
     }
-}
-
-ActionOutcome Workplace::Call(VexVariant const& action, VexParams const& in) {
-    InterruptScope const interrupt;
-    ActionLimits limits = m_limits;
-    limits.cancelled = &interrupt.isInterrupted();
-    return callAction(*m_plugin, *m_session, action, in, limits);
-}
-
-VexAccessExplanation Workplace::explain(Vex_Handle_Collection const& objects, bool skipViewLists) {
-    InterruptScope const interrupt;
-    ActionLimits limits = m_limits;
-    limits.cancelled = &interrupt.isInterrupted();
-    CallLimits const callLimits(deadlineOf(limits), limits.cancelled);
-    VexAccessExplanation explanation;
-    m_plugin->explainAccess(*m_session, m_modelPath, objects, skipViewLists, explanation);
-    return explanation;
-}
-
-bool isHandled(ActionOutcome const& outcome) {
-    return outcome.end == ActionOutcome::End::Returned && outcome.code == VexErrorCode::Handled;
-}
-
-int complainAbout(VexException const& raised, Console& console) {
-    console.complain(std::string(raised.what()) + " (failure " + std::to_string(raised.GetId()) +
-                     " of " + raised.GetFunction() + ')');
-    return Refused;
-}
-
-int complainAbout(ActionOutcome const& outcome, Console& console) {
-    if (outcome.raised) {
-        return complainAbout(*outcome.raised, console);
-    }
-    if (outcome.end == ActionOutcome::End::Stopped) {
-        console.complain(outcome.text);
-    } else {
-        console.complain("the plug-in does not know this action (code " +
-                         std::to_string(outcome.code) + "); is --plugin the right library?");
-    }
+    console.complain(text);
     return Refused;
 }
 

@@ -13,6 +13,22 @@ VexVariant ActionValues::Node(KRLIDOM_OwnedDocument document) {
     return VexVariant(&m_nodes.emplace_back(HeldNode{std::move(document), node}).node);
 }
 
+ActionResponse::ActionResponse(KRLIDOM_Limits const& limits)
+    : m_document("Response", limits), m_response(m_document.document().getDocumentElement()) {
+    m_response.appendChild(m_document.document().createElement("Result"));
+    m_out.AddParam(VexVariant(0L));
+    m_out.AddParam(VexVariant(&m_response));
+}
+
+std::vector<VexVariant> ActionResponse::appended() const {
+    constexpr std::size_t own = 2;
+    std::vector<VexVariant> values;
+    for (std::size_t index = own; index < m_out.size(); ++index) {
+        values.push_back(m_out[index]);
+    }
+    return values;
+}
+
 std::optional<std::chrono::steady_clock::time_point> deadlineOf(ActionLimits const& limits) {
     if (!limits.time) {
         return std::nullopt;
@@ -23,19 +39,10 @@ std::optional<std::chrono::steady_clock::time_point> deadlineOf(ActionLimits con
 ActionOutcome callAction(PluginProxy& plugin, HostSession& session, VexVariant const& action,
                          VexParams const& in, ActionLimits const& limits) {
     ActionOutcome outcome;
-    outcome.response = KRLIDOM_OwnedDocument("Response", limits.response);
-    KRLIDOM_Document const document = outcome.response.document();
-    KRLIDOM_Node response = document.getDocumentElement();
-    response.appendChild(document.createElement("Result"));
-
-    VexParams out;
-    out.AddParam(VexVariant(0L));
-    out.AddParam(VexVariant(&response));
-    std::size_t const own = out.size();
-
+    ActionResponse response(limits.response);
     try {
         CallLimits const callLimits(deadlineOf(limits), limits.cancelled);
-        outcome.code = plugin.DoAction(session, action, in, out).GetCode();
+        outcome.code = plugin.DoAction(session, action, in, response.out()).GetCode();
         outcome.end = ActionOutcome::End::Returned;
     } catch (VexException const& raised) {
         outcome.end = ActionOutcome::End::Raised;
@@ -44,9 +51,8 @@ ActionOutcome callAction(PluginProxy& plugin, HostSession& session, VexVariant c
     } catch (KRLException const& stopped) {
         outcome.text = stopped.what();
     }
-    for (std::size_t index = own; index < out.size(); ++index) {
-        outcome.appended.push_back(out[index]);
-    }
+    outcome.appended = response.appended();
+    outcome.response = response.takeDocument();
     return outcome;
 }
 

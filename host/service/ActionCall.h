@@ -38,6 +38,25 @@ struct ActionLimits {
     std::atomic<bool> const* cancelled = nullptr; // set by another thread or a signal handler
 };
 
+/// What an action writes into: a long 0, then the element "Response" of a new
+/// document, whose only child is an empty element "Result".
+class ActionResponse {
+public:
+    explicit ActionResponse(KRLIDOM_Limits const& limits);
+    ActionResponse(ActionResponse const&) = delete;
+    ActionResponse& operator=(ActionResponse const&) = delete;
+
+    VexParams& out() { return m_out; }
+    /// What was added to the two entries.
+    std::vector<VexVariant> appended() const;
+    KRLIDOM_OwnedDocument takeDocument() { return std::move(m_document); }
+
+private:
+    KRLIDOM_OwnedDocument m_document;
+    KRLIDOM_Node m_response;
+    VexParams m_out;
+};
+
 /// When a call that begins now must have ended, if ever.
 std::optional<std::chrono::steady_clock::time_point> deadlineOf(ActionLimits const& limits);
 
@@ -57,8 +76,7 @@ struct ActionOutcome {
     KRLIDOM_OwnedDocument response;
 };
 
-/// Calls an action with a new response document: a long 0, then the element
-/// "Response", whose only child is an empty element "Result".
+/// Calls an action with a new response document.
 ActionOutcome callAction(PluginProxy& plugin, HostSession& session, VexVariant const& action,
                          VexParams const& in, ActionLimits const& limits);
 

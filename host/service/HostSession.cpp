@@ -1,16 +1,10 @@
 #include "host/service/HostSession.h"
 
-#include "host/service/NameSuggestion.h"
-#include "host/store/image/HostException.h"
+#include "host/service/ObjectByName.h"
 
 #include <algorithm>
 
 namespace vex {
-
-namespace {
-constexpr char const* howToNameObjects =
-    "give an id, or a reference like [Namespace].[Query subject]";
-}
 
 I18NLocale negotiateLocale(Model const& model, I18NLocale asked) {
     std::vector<I18NLocale> const& supported = model.locales();
@@ -40,18 +34,7 @@ void HostSession::takeModel(std::shared_ptr<Model const> model) {
 }
 
 VEX_HANDLE HostSession::findObject(I18NString const& idOrReference) const {
-    Model const& model = *getModel();
-    VEX_HANDLE object = model.findById(idOrReference);
-    if (!object.IsNotNull()) {
-        object = model.GetObjectByReference(idOrReference, 0);
-    }
-    if (!object.IsNotNull()) {
-        std::string const question = toQuestion(suggestObjects(model, idOrReference));
-        throw HostException("the model has no object with the id or reference \"" +
-                            idOrReference.toUtf8() + "\"; " +
-                            (question.empty() ? howToNameObjects : question));
-    }
-    return object;
+    return vex::findObject(*getModel(), idOrReference);
 }
 
 } // namespace vex

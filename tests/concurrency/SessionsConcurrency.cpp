@@ -3,10 +3,11 @@
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
 #include "VexNotification.h"
+#include "host/content/FileContent.h"
 #include "host/service/ActionCall.h"
-#include "host/service/Host.h"
 #include "host/service/PluginException.h"
 #include "host/service/PluginProxy.h"
+#include "host/service/Visit.h"
 
 #include <atomic>
 #include <chrono>
@@ -69,7 +70,7 @@ std::string askAccess(vex::HostSession& session) {
                                : "");
 }
 
-/// A host with two models in a folder of its own. The version of the first
+/// Two models in a folder of its own. The version of the first
 /// stands in a name.
 class Sessions : public testing::Test {
 protected:
@@ -80,7 +81,7 @@ protected:
         WriteModel("m.xml", 0);
         WriteModel("other.xml", 0);
         vex::Diagnostics found;
-        m_host = std::make_unique<vex::Host>(vex::readCatalogueText(
+        m_content = std::make_unique<vex::FileContent>(vex::readCatalogueText(
             R"(<catalog>
                  <model path="/content/m" file="m.xml"><grant role="r" view="v"/></model>
                  <model path="/content/other" file="other.xml"><grant role="r" view="v"/></model>
@@ -110,8 +111,9 @@ protected:
     }
 
     std::unique_ptr<vex::HostSession> Open(int number) const {
-        return m_host->openSession({number % 4 == 3 ? "/content/other" : "/content/m", "ann",
-                                    I18NLocale(number % 2 == 0 ? "en" : "de")});
+        return vex::openSession(
+            vex::openVisit(*m_content, {number % 4 == 3 ? "/content/other" : "/content/m", "ann",
+                                        I18NLocale(number % 2 == 0 ? "en" : "de")}));
     }
 
     std::string AskFresh(int number, char const* request) const {
@@ -122,7 +124,7 @@ protected:
     }
 
     std::filesystem::path m_folder;
-    std::unique_ptr<vex::Host> m_host;
+    std::unique_ptr<vex::FileContent> m_content;
 };
 
 TEST_F(Sessions, AnswerAlikeWhileAModelIsLoadedAnew) {
@@ -153,7 +155,7 @@ TEST_F(Sessions, AnswerAlikeWhileAModelIsLoadedAnew) {
                 answers += 3;
             }
             if (number % 4 != 3) {
-                auto const newest = m_host->getModel("/content/m");
+                auto const newest = m_content->getModel("/content/m")->model();
                 bool const changed = newest != session->getModel();
                 session->takeModel(newest);
                 plugin().Notify(*session, VexNotification::ModelReloaded);
@@ -174,7 +176,7 @@ TEST_F(Sessions, AnswerAlikeWhileAModelIsLoadedAnew) {
     auto const end = std::chrono::steady_clock::now() + duration();
     for (int version = 1; std::chrono::steady_clock::now() < end; ++version) {
         WriteModel("m.xml", version);
-        m_host->reloadModel("/content/m");
+        m_content->reloadModel("/content/m");
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     done = true;

@@ -2,67 +2,50 @@
 
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
-#include "VexNotification.h"
-#include "host/catalogue/Catalogue.h"
+#include "host/content/MemoryContent.h"
+#include "host/import/xml/ModelLoader.h"
+#include "host/service/ObjectByName.h"
 
 #include <cstdlib>
 
 #include <gtest/gtest.h>
 
-HostileSession::HostileSession(std::string const& model, std::string const& catalogue)
-    : m_path(catalogue.empty() ? "a model file" : "/content/m") {
-    auto const loaded = vex::loadModelText(model, "test.model.xml");
+HostileSession::HostileSession(std::string const& model, std::string const& catalogue) {
     vex::Diagnostics found;
-    auto const read =
-        catalogue.empty() ? nullptr : vex::readCatalogueText(catalogue, "catalog.xml", ".", found);
-    m_session = std::make_unique<vex::HostSession>(
-        loaded, I18NLocale(), read, read == nullptr ? nullptr : read->findUser("ann"));
+    vex::MemoryContent content(
+        catalogue.empty() ? nullptr : vex::readCatalogueText(catalogue, "catalog.xml", ".", found));
+    I18NString const path = catalogue.empty() ? "a model file" : "/content/m";
+    content.setModel(path, vex::loadModelText(model, "test.model.xml"));
+    m_visit = vex::openVisit(content, {path, "ann", I18NLocale()});
 }
 
-HostileSession::~HostileSession() {
-    plugin().Notify(*m_session, VexNotification::SessionClosed);
+vex::Service& HostileSession::service() {
+    static vex::Service serving(vex::loadPlugin(VEX_PLUGIN_FILE));
+    return serving;
 }
 
-vex::PluginProxy& HostileSession::plugin() {
-    static vex::PluginProxy proxy(VEX_PLUGIN_FILE);
-    static bool const initialised = (proxy.Initialize(), true);
-    static_cast<void>(initialised);
-    return proxy;
-}
-
-vex::ActionOutcome HostileSession::call(std::string const& request) {
-    constexpr long metadata = 31000;
-    vex::ActionValues values;
-    VexParams in;
-    in.AddParam(values.Long(0));
-    in.AddParam(values.String(m_path));
-    in.AddParam(values.Node(KRLIDOM_Reader::parse(request, "request")));
-    return vex::callAction(plugin(), *m_session, VexVariant(metadata), in, limits);
+vex::MetadataAnswer HostileSession::call(std::string const& request) {
+    return service().metadata(m_visit, KRLIDOM_Reader::parse(request, "request").document(),
+                              limits);
 }
 
 std::string HostileSession::ask(std::string const& request) {
-    vex::ActionOutcome const outcome = call(request);
-    EXPECT_EQ(outcome.text, "");
-    return KRLIDOM_Writer::toUtf8(outcome.response.document());
+    vex::MetadataAnswer const answer = call(request);
+    EXPECT_EQ(answer.end.text, "");
+    return KRLIDOM_Writer::toUtf8(answer.response.document());
 }
 
 std::string HostileSession::complaint(std::string const& request) {
-    vex::ActionOutcome const outcome = call(request);
-    return outcome.end == vex::ActionOutcome::End::Returned ? "answered" : outcome.text;
+    vex::MetadataAnswer const answer = call(request);
+    return answer.end.isAnswered() ? "answered" : answer.end.text;
 }
 
 bool HostileSession::isIncluded(char const* id) {
-    constexpr long accessibility = 32000;
-    vex::ActionValues values;
-    VexParams in;
-    in.AddParam(values.Long(0));
-    in.AddParam(values.String(m_path));
-    in.AddParam(values.Handle(m_session->findObject(id)));
-    in.AddParam(values.Long(0));
-    auto const outcome =
-        vex::callAction(plugin(), *m_session, VexVariant(accessibility), in, limits);
-    EXPECT_EQ(outcome.text, "");
-    return outcome.appended.size() == 2 && static_cast<long>(outcome.appended[1]) == 1;
+    Vex_Handle_Collection object;
+    object.push_back(vex::findObject(m_visit.model(), id));
+    vex::AccessAnswer const answer = service().access(m_visit, object, 0, limits);
+    EXPECT_EQ(answer.end.text, "");
+    return answer.verdicts == std::vector<bool>{true};
 }
 
 std::string repeated(std::string const& text, std::size_t count) {

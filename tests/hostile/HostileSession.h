@@ -1,27 +1,20 @@
 #pragma once
 
-#include "host/import/xml/ModelLoader.h"
-#include "host/service/ActionCall.h"
-#include "host/service/PluginProxy.h"
+#include "host/service/Service.h"
 
-#include <memory>
 #include <string>
 
-/// A session on a model text, with the plug-in.
+/// A caller with a model text, and the plug-in.
 class HostileSession {
 public:
     /// With a catalogue, the user "ann" asks on the path "/content/m"; without,
     /// nobody is restricted.
     explicit HostileSession(std::string const& model, std::string const& catalogue = "");
-    /// Closes the session.
-    ~HostileSession();
-    HostileSession(HostileSession const&) = delete;
-    HostileSession& operator=(HostileSession const&) = delete;
 
     /// Limits of the calls that follow.
     vex::ActionLimits limits;
 
-    vex::ActionOutcome call(std::string const& request);
+    vex::MetadataAnswer call(std::string const& request);
     /// The response as text; ends the test when the call did not return.
     std::string ask(std::string const& request);
     /// What the host or the plug-in says when it refuses; "answered" otherwise.
@@ -29,10 +22,9 @@ public:
     bool isIncluded(char const* id);
 
 private:
-    static vex::PluginProxy& plugin();
+    static vex::Service& service();
 
-    I18NString m_path;
-    std::unique_ptr<vex::HostSession> m_session;
+    vex::Visit m_visit;
 };
 
 /// `text` so many times in a row.

@@ -2,6 +2,7 @@
 
 #include "KRLException.h"
 #include "KRLIDOM_Reader.h"
+#include "host/import/xml/ModelLoader.h"
 #include "tests/hostile/HostileSession.h"
 
 #include <functional>
@@ -133,11 +134,11 @@ protected:
 
 TEST_F(CallLimit, OfElementsEndsTheCallAndLeavesWhatIsWritten) {
     m_session.limits.response.elements = 3;
-    vex::ActionOutcome const outcome = m_session.call(tree);
-    EXPECT_EQ(outcome.text,
+    vex::MetadataAnswer const stopped = m_session.call(tree);
+    EXPECT_EQ(stopped.end.text,
               "The document holds 3 elements, which is the limit. Ask for less with \"Depth\" or a "
               "start path, or raise the limit with --max-elements.");
-    EXPECT_EQ(outcome.response.elementCount(), 3U);
+    EXPECT_EQ(stopped.response.elementCount(), 3U);
     ExpectUsable();
 }
 
@@ -146,12 +147,12 @@ TEST_F(CallLimit, OfBytesEndsTheCall) {
     std::string const deep =
         "<Metadata Depth='1000'><Property n='*/@name'/><Property n='*/@_path'/>"
         "<Property n='*/filter'/></Metadata>";
-    vex::ActionOutcome const outcome = m_session.call(deep);
+    vex::MetadataAnswer const stopped = m_session.call(deep);
     EXPECT_EQ(
-        outcome.text,
+        stopped.end.text,
         "The document takes more than 40000 bytes of memory, which is the limit. Ask for less "
         "with \"Depth\" or a start path, or raise the limit with --max-bytes.");
-    EXPECT_LE(outcome.response.byteCount(), 40'000U);
+    EXPECT_LE(stopped.response.byteCount(), 40'000U);
     ExpectUsable();
 }
 

@@ -20,9 +20,9 @@ TEST(Models, OfFoldersToTheFullDepthAreAnsweredWhole) {
                               repeated("<folder name='F'>", folders) +
                               repeated("</folder>", folders) + "</namespace></model>";
     HostileSession session(model);
-    vex::ActionOutcome const outcome = session.call(everything);
-    EXPECT_EQ(outcome.text, "");
-    EXPECT_EQ(outcome.response.elementCount(), folders + 3);
+    vex::MetadataAnswer const answer = session.call(everything);
+    EXPECT_EQ(answer.end.text, "");
+    EXPECT_EQ(answer.response.elementCount(), folders + 3);
     std::string path = "[N]" + repeated(".[F]", folders);
     EXPECT_THAT(session.ask("<Metadata start_at='" + path +
                             "'><Property n='*/@name'/><Property n='*/folder'/></Metadata>"),
@@ -37,9 +37,9 @@ TEST(Models, WithVeryManySiblingsAreAnsweredWhole) {
     }
     HostileSession session(text + "</namespace></model>");
     session.limits.response.elements = siblings + 10;
-    vex::ActionOutcome const outcome = session.call(everything);
-    EXPECT_EQ(outcome.text, "");
-    EXPECT_EQ(outcome.response.elementCount(), siblings + 3);
+    vex::MetadataAnswer const answer = session.call(everything);
+    EXPECT_EQ(answer.end.text, "");
+    EXPECT_EQ(answer.response.elementCount(), siblings + 3);
     EXPECT_THAT(session.ask("<Metadata start_at='[N].[F" + std::to_string(siblings - 1) +
                             "]'><Property n='*/@name'/><Property n='*/filter'/></Metadata>"),
                 HasSubstr("name=\"F" + std::to_string(siblings - 1) + "\""));

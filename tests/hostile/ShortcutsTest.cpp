@@ -1,5 +1,6 @@
 // Models whose shortcuts are out to make an answer endless or a search long.
 
+#include "host/import/xml/ModelLoader.h"
 #include "host/insight/ModelChecks.h"
 #include "tests/hostile/HostileSession.h"
 
@@ -71,9 +72,9 @@ TEST(Shortcuts, ToThemselvesToAncestorsAndToEachOtherEnd) {
     };
     for (auto const& tested : cases) {
         HostileSession session(tested.model);
-        vex::ActionOutcome const outcome = session.call(everything);
-        EXPECT_EQ(outcome.text, "");
-        EXPECT_EQ(outcome.response.elementCount(), tested.elements) << session.ask(everything);
+        vex::MetadataAnswer const answer = session.call(everything);
+        EXPECT_EQ(answer.end.text, "");
+        EXPECT_EQ(answer.response.elementCount(), tested.elements) << session.ask(everything);
     }
 }
 
@@ -97,9 +98,9 @@ TEST(Shortcuts, ThatMultiplyEndAtTheElementsThatAreAllowed) {
     session.limits.response.elements = 20'000;
     for (char const* const request :
          {everything, "<Metadata Depth='90'><Property n='*/@name'/></Metadata>"}) {
-        vex::ActionOutcome const outcome = session.call(request);
-        EXPECT_THAT(outcome.text, HasSubstr("The document holds 20000 elements"));
-        EXPECT_EQ(outcome.response.elementCount(), 20'000U);
+        vex::MetadataAnswer const answer = session.call(request);
+        EXPECT_THAT(answer.end.text, HasSubstr("The document holds 20000 elements"));
+        EXPECT_EQ(answer.response.elementCount(), 20'000U);
     }
     EXPECT_EQ(session.complaint("<Metadata Depth='1'><Property n='*/@name'/></Metadata>"),
               "answered");
@@ -121,8 +122,8 @@ TEST(Shortcuts, ThatMultiplyUnderViewsEndToo) {
                                   "<grant role='r' view='v'/></model>"
                                   "<user name='ann'><role>r</role></user></catalog>");
     session.limits.response.elements = 20'000;
-    vex::ActionOutcome const outcome = session.call(everything);
-    EXPECT_LE(outcome.response.elementCount(), 20'000U);
+    vex::MetadataAnswer const answer = session.call(everything);
+    EXPECT_LE(answer.response.elementCount(), 20'000U);
 }
 
 // A namespace with as many shortcuts of one name to a query subject, and of
@@ -141,11 +142,11 @@ TEST(Shortcuts, ThatAllBearOneNameAreSearchedThroughOnce) {
          {"start_atRef='[N].[S].[I]'", "start_atRef='[T].[Q].[I]'", "start_atRef='[T].[S].[I]'",
           "start_atRef='[S].[X].[X]'", "start_at='[N].[S].[I]'", "start_at='[N].[T].[S].[I]'",
           "start_at='[S].[I]'"}) {
-        vex::ActionOutcome const outcome =
+        vex::MetadataAnswer const answer =
             session.call("<Metadata " + std::string(start) +
                          "><Property n='*/@name'/><Property n='*/@_ref'/>"
                          "<Property n='*/querySubject'/><Property n='*/queryItem'/></Metadata>");
-        EXPECT_NE(outcome.end, vex::ActionOutcome::End::Stopped) << start << ": " << outcome.text;
+        EXPECT_NE(answer.end.kind, vex::CallEnd::Kind::Stopped) << start << ": " << answer.end.text;
     }
 }
 

@@ -2,19 +2,32 @@
 
 #include "KRLIDOM_Document.h"
 #include "KRLPluginCreator.h"
+#include "VexAction.h"
 #include "VexException.h"
 #include "VexNotification.h"
 #include "VexObject.h"
 #include "VexPlatformVersion.h"
 #include "VexPluginInterface.h"
 #include "VexSession.h"
+#include "VexTrace.h"
 
+#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <stdexcept>
 #include <string>
 
 namespace {
+
+/// The action that a call asks for: by its number, or by the model path of one
+/// of the numbers that the metadata plug-in serves.
+long actionOf(VexVariant const& action, VexParams const& in) {
+    auto const number = static_cast<long>(action);
+    if (number != VexAction::MetadataRequest && number != VexAction::AccessibilityRequest) {
+        return number;
+    }
+    return std::strtol(static_cast<I18NString*>(in[1])->c_str(), nullptr, 10);
+}
 
 class RuleBreaker final : public VexPluginInterface {
 public:
@@ -32,7 +45,7 @@ public:
     VexErrorCode DoAction(VexSession& session, VexVariant const& action, VexException&,
                           VexParams const& in, VexParams& out) override {
         KRLIDOM_Node* const response = static_cast<KRLIDOM_Node*>(out[1]);
-        switch (static_cast<long>(action)) {
+        switch (actionOf(action, in)) {
         case ruleBreaker::Answer: {
             VexVariant value(7L);
             out.AddParam(value);
@@ -69,12 +82,17 @@ public:
             for (;;) {
                 response->appendChild(response->getOwnerDocument().createElement("more"));
             }
+        case ruleBreaker::AnswerNothing:
+            return {VexErrorCode::Handled, nullptr};
         default:
             return {VexErrorCode::NotHandled, nullptr};
         }
     }
 
     void Notify(VexNotification const& notification) override {
+        OutputDebugString(notification.GetKind() == VexNotification::SessionOpened
+                              ? ruleBreaker::openedTrace
+                              : ruleBreaker::otherTrace);
         if (notification.GetKind() == ruleBreaker::throwingKind) {
             throw std::string("no exception at all");
         }

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "host/content/ContentStore.h"
+#include "host/content/VersionTable.h"
+#include "host/import/xml/ModelLoader.h"
+
+#include <mutex>
+#include <string>
+
+namespace vex {
+
+/// Models in files: those of a catalogue, or one alone. A version's stamp is
+/// that of its file, so it outlives the process.
+class FileContent final : public ContentStore {
+public:
+    explicit FileContent(std::shared_ptr<Catalogue const> catalogue, LoadOptions options = {});
+    /// One file, which is found under `path`.
+    FileContent(I18NString path, std::string file, LoadOptions options = {});
+
+    std::shared_ptr<Catalogue const> getCatalogue() const override { return m_catalogue; }
+    std::shared_ptr<ModelVersion const> getModel(I18NString const& path) override;
+    std::shared_ptr<ModelVersion const> reloadModel(I18NString const& path) override;
+
+private:
+    std::string const& fileOf(I18NString const& path) const;
+    std::shared_ptr<ModelVersion const> load(I18NString const& path, std::string const& file);
+
+    std::shared_ptr<Catalogue const> m_catalogue;
+    I18NString m_path; // of the file that stands alone
+    std::string m_file;
+    LoadOptions m_options;
+    std::mutex m_loading; // one model is read at a time; loaded ones stay reachable meanwhile
+    VersionTable m_versions;
+};
+
+} // namespace vex

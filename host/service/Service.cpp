@@ -1,0 +1,120 @@
+#include "host/service/Service.h"
+
+#include "VexAction.h"
+#include "host/service/PluginException.h"
+#include "host/store/image/CallLimits.h"
+#include "host/store/image/HostException.h"
+
+namespace vex {
+
+namespace {
+
+/// Makes a call under its limits: `call` gives the code of the action. Sessions
+/// outlast failures and limits, but not a broken rule.
+template <class Call>
+CallEnd endOf(SessionPool::Loan& loan, ActionLimits const& limits, Call const& call) {
+    CallEnd end;
+    try {
+        CallLimits const callLimits(deadlineOf(limits), limits.cancelled);
+        end.code = call(loan.session());
+        end.kind = CallEnd::Kind::Answered;
+        if (end.code != VexErrorCode::Handled) {
+            end.kind = CallEnd::Kind::NotHandled;
+            end.text =
+                "the plug-in does not know this action (code " + std::to_string(end.code) + ')';
+        }
+    } catch (VexException const& raised) {
+        end.kind = CallEnd::Kind::Raised;
+        end.failure = describeFailure(raised);
+        end.text = raised.what();
+    } catch (PluginException const& broken) {
+        loan.spoil();
+        end.text = broken.what();
+    } catch (KRLException const& stopped) {
+        end.text = stopped.what();
+    }
+    return end;
+}
+
+} // namespace
+
+std::shared_ptr<PluginProxy> loadPlugin(std::string const& file) {
+    auto plugin = std::make_shared<PluginProxy>(file.empty() ? findPluginFile() : file);
+    plugin->Initialize();
+    return plugin;
+}
+
+Service::Service(std::shared_ptr<PluginProxy> plugin, std::size_t mostIdleSessions)
+    : m_plugin(plugin), m_sessions(std::move(plugin), mostIdleSessions) {}
+
+MetadataAnswer Service::metadata(Visit const& visit, MetadataRequest const& request,
+                                 ActionLimits const& limits) {
+    KRLIDOM_OwnedDocument const document = request.toDocument();
+    return metadata(visit, document.document(), limits);
+}
+
+MetadataAnswer Service::metadata(Visit const& visit, KRLIDOM_Document const& request,
+                                 ActionLimits const& limits) {
+    SessionPool::Loan loan = m_sessions.take(visit, SessionKind::Metadata);
+    I18NString path = visit.version->path();
+    KRLIDOM_Node node = request;
+    VexParams in;
+    in.AddParam(VexVariant(0L));
+    in.AddParam(VexVariant(&path));
+    in.AddParam(VexVariant(&node));
+    ActionResponse response(limits.response);
+    MetadataAnswer answer;
+    answer.end = endOf(loan, limits, [&](HostSession& session) {
+        return m_plugin
+            ->DoAction(session, VexVariant(VexAction::MetadataRequest), in, response.out())
+            .GetCode();
+    });
+    answer.response = response.takeDocument();
+    return answer;
+}
+
+AccessAnswer Service::access(Visit const& visit, Vex_Handle_Collection const& objects, long mode,
+                             ActionLimits const& limits) {
+    constexpr std::size_t verdictPlace = 1; // among what the action appends
+    SessionPool::Loan loan = m_sessions.take(visit, SessionKind::Access);
+    I18NString path = visit.version->path();
+    VexParams in;
+    VexParams out; // such a request reads and writes no document
+    AccessAnswer answer;
+    answer.verdicts.reserve(objects.size());
+    answer.end = endOf(loan, limits, [&](HostSession& session) {
+        VexVariant const action(VexAction::AccessibilityRequest);
+        for (VEX_HANDLE const object : objects) {
+            in.clear();
+            in.AddParam(VexVariant(0L));
+            in.AddParam(VexVariant(&path));
+            in.AddParam(VexVariant(object));
+            in.AddParam(VexVariant(mode));
+            out.clear();
+            long const code = m_plugin->DoAction(session, action, in, out).GetCode();
+            if (code != VexErrorCode::Handled) {
+                return code;
+            }
+            if (out.size() <= verdictPlace) {
+                throw HostException("the plug-in gave no verdict");
+            }
+            answer.verdicts.push_back(static_cast<long>(out[verdictPlace]) == 1);
+        }
+        return long{VexErrorCode::Handled};
+    });
+    return answer;
+}
+
+AccessReasons Service::explainAccess(Visit const& visit, Vex_Handle_Collection const& objects,
+                                     bool skipViewLists, ActionLimits const& limits) {
+    SessionPool::Loan loan = m_sessions.take(visit, SessionKind::Access);
+    AccessReasons reasons;
+    reasons.end = endOf(loan, limits, [&](HostSession& session) {
+        m_plugin->explainAccess(session, visit.version->path(), objects, skipViewLists,
+                                reasons.explanation);
+        return long{VexErrorCode::Handled};
+    });
+    return reasons;
+}
+
+} // namespace vex

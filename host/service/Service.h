@@ -1,0 +1,77 @@
+#pragma once
+
+#include "VexAccessExplanation.h"
+#include "host/service/ActionCall.h"
+#include "host/service/CallEnd.h"
+#include "host/service/MetadataRequest.h"
+#include "host/service/SessionPool.h"
+#include "host/service/Visit.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vex {
+
+/// A plug-in, loaded and initialised; "": the one that `findPluginFile` finds.
+/// Raises `PluginException`.
+std::shared_ptr<PluginProxy> loadPlugin(std::string const& file = "");
+
+/// What a metadata request was answered.
+struct MetadataAnswer {
+    CallEnd end;
+    KRLIDOM_OwnedDocument response; // as it stood when the call ended
+};
+
+/// What the accessibility of objects is.
+struct AccessAnswer {
+    CallEnd end;                // of the first object without a verdict, if there is one
+    std::vector<bool> verdicts; // of the objects before that one, in the order of asking
+};
+
+/// Why it is so.
+struct AccessReasons {
+    CallEnd end;
+    VexAccessExplanation explanation;
+};
+
+/// What a plug-in answers, for callers that know nothing of actions and
+/// sessions. Threads: any; calls run side by side.
+///
+/// Each call ends at the deadline of its limits, or when they say that it is
+/// cancelled. How it ended is part of its answer; it raises only what telling
+/// the plug-in about a new session raises.
+class Service {
+public:
+    static constexpr std::size_t MostIdleSessions = 64;
+
+    /// The plug-in is initialised.
+    explicit Service(std::shared_ptr<PluginProxy> plugin,
+                     std::size_t mostIdleSessions = MostIdleSessions);
+
+    /// @{
+    /// The tree or package that a request asks for.
+    MetadataAnswer metadata(Visit const& visit, MetadataRequest const& request,
+                            ActionLimits const& limits);
+    MetadataAnswer metadata(Visit const& visit, KRLIDOM_Document const& request,
+                            ActionLimits const& limits);
+    /// @}
+
+    /// Which objects are accessible. Mode 1 leaves the views' lists of included
+    /// objects out of account.
+    AccessAnswer access(Visit const& visit, Vex_Handle_Collection const& objects, long mode,
+                        ActionLimits const& limits);
+
+    /// Why objects are accessible or not. Not every plug-in tells.
+    AccessReasons explainAccess(Visit const& visit, Vex_Handle_Collection const& objects,
+                                bool skipViewLists, ActionLimits const& limits);
+
+    SessionPool const& sessions() const { return m_sessions; }
+
+private:
+    std::shared_ptr<PluginProxy> m_plugin;
+    SessionPool m_sessions;
+};
+
+} // namespace vex

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "host/content/ContentStore.h"
+#include "host/service/HostSession.h"
+
+#include <memory>
+
+namespace vex {
+
+/// Which model is asked about, by whom and in which language.
+struct VisitRequest {
+    I18NString modelPath;
+    I18NString user;   // of the catalogue; not looked at where nobody is restricted
+    I18NLocale locale; // nameless: the model's default
+};
+
+/// One caller before one version of a model, which stays loaded as long. A value
+/// that is cheap to copy. Threads: any.
+struct Visit {
+    std::shared_ptr<ModelVersion const> version;
+    std::shared_ptr<Catalogue const> catalogue; // null: nobody is restricted
+    CatalogueUser const* user = nullptr;        // in the catalogue
+    I18NLocale asked;
+    I18NLocale locale; // that is answered in
+
+    Model const& model() const { return *version->model(); }
+};
+
+/// Raises `HostException` for an unknown user, and what `ContentStore::getModel`
+/// raises.
+Visit openVisit(ContentStore& content, VisitRequest const& request);
+
+/// A session for whoever calls actions with values of their own.
+std::unique_ptr<HostSession> openSession(Visit const& visit);
+
+} // namespace vex
