@@ -72,9 +72,9 @@ vex::ActionLimits smallLimits() {
 vex::ActionOutcome ask(vex::HostSession& session, std::string_view request) {
     vex::ActionValues values;
     VexParams in;
-    in.AddParam(values.Long(0));
-    in.AddParam(values.String("/content/m"));
-    in.AddParam(values.Node(KRLIDOM_Reader::parse(request, "request")));
+    in.AddParam(VexVariant(0L));
+    in.AddParam(values.text("/content/m"));
+    in.AddParam(values.node(KRLIDOM_Reader::parse(request, "request")));
     return vex::callAction(plugin(), session, VexVariant(VexAction::MetadataRequest), in,
                            smallLimits());
 }
@@ -82,10 +82,10 @@ vex::ActionOutcome ask(vex::HostSession& session, std::string_view request) {
 vex::ActionOutcome check(vex::HostSession& session) {
     vex::ActionValues values;
     VexParams in;
-    in.AddParam(values.Long(0));
-    in.AddParam(values.String("/content/m"));
-    in.AddParam(values.Handle(session.findObject("q")));
-    in.AddParam(values.Long(0));
+    in.AddParam(VexVariant(0L));
+    in.AddParam(values.text("/content/m"));
+    in.AddParam(VexVariant(session.findObject("q")));
+    in.AddParam(VexVariant(0L));
     return vex::callAction(plugin(), session, VexVariant(VexAction::AccessibilityRequest), in,
                            smallLimits());
 }

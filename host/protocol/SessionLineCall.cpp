@@ -23,13 +23,13 @@ public:
         case Kind::Empty:
             return {};
         case Kind::Long:
-            return m_values.Long(value.number);
+            return VexVariant(value.number);
         case Kind::String:
-            return m_values.String(I18NString::fromUtf8(value.text));
+            return m_values.text(I18NString::fromUtf8(value.text));
         case Kind::Handle:
-            return m_values.Handle(m_session.findObject(I18NString::fromUtf8(value.text)));
+            return VexVariant(m_session.findObject(I18NString::fromUtf8(value.text)));
         case Kind::Node:
-            return m_values.Node(KRLIDOM_Reader::parse(value.text, "node", m_limits));
+            return m_values.node(KRLIDOM_Reader::parse(value.text, "node", m_limits));
         case Kind::Unusable:
             break;
         }
@@ -41,21 +41,6 @@ private:
     KRLIDOM_ReadLimits const& m_limits;
     ActionValues m_values;
 };
-
-RaisedFailure failureOf(VexException const& raised) {
-    RaisedFailure failure;
-    failure.id = raised.GetId();
-    failure.source = raised.GetLocation().source;
-    failure.line = raised.GetLocation().line;
-    failure.function = raised.GetFunction();
-    for (VexMessage const& message : raised.GetMessages()) {
-        for (KRLMessageParm const& parameter : message.GetComponents().GetParameters()) {
-            failure.parameters.push_back(parameter.GetText().toUtf8());
-        }
-    }
-    failure.text = raised.what();
-    return failure;
-}
 
 SessionValue appendedValue(VexVariant const& value) {
     switch (value.GetType()) {
@@ -87,7 +72,7 @@ SessionReply replyTo(ActionOutcome const& outcome) {
         return reply;
     }
     if (outcome.raised) {
-        return RaisedReply{failureOf(*outcome.raised), std::move(response)};
+        return RaisedReply{describeFailure(*outcome.raised), std::move(response)};
     }
     return StoppedReply{outcome.text, std::move(response)};
 }

@@ -37,7 +37,7 @@ struct Writer {
     }
 
     Json operator()(RaisedReply& reply) const {
-        RaisedFailure& failure = reply.failure;
+        CallFailure& failure = reply.failure;
         return {{"error",
                  {{"id", failure.id},
                   {"source", std::move(failure.source)},

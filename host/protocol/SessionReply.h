@@ -1,22 +1,13 @@
 #pragma once
 
 #include "host/protocol/SessionLine.h"
+#include "host/service/CallEnd.h"
 
 #include <string>
 #include <variant>
 #include <vector>
 
 namespace vex {
-
-/// A failure that a plug-in raised.
-struct RaisedFailure {
-    unsigned id = 0;
-    std::string source;
-    int line = 0;
-    std::string function;
-    std::vector<std::string> parameters;
-    std::string text; // for people
-};
 
 /// The action came back.
 struct ReturnedReply {
@@ -27,7 +18,7 @@ struct ReturnedReply {
 
 /// The plug-in raised.
 struct RaisedReply {
-    RaisedFailure failure;
+    CallFailure failure;
     std::string response;
 };
 

@@ -4,11 +4,11 @@
 
 namespace vex {
 
-VexVariant ActionValues::String(I18NString text) {
+VexVariant ActionValues::text(I18NString text) {
     return VexVariant(&m_texts.emplace_back(std::move(text)));
 }
 
-VexVariant ActionValues::Node(KRLIDOM_OwnedDocument document) {
+VexVariant ActionValues::node(KRLIDOM_OwnedDocument document) {
     KRLIDOM_Node const node = document.document();
     return VexVariant(&m_nodes.emplace_back(HeldNode{std::move(document), node}).node);
 }

@@ -12,15 +12,13 @@
 
 namespace vex {
 
-/// Values for an action, and what they point to. They stay where they are until
-/// this object goes: keep it through the call.
+/// What values for an action point to. It stays where it is until this object
+/// goes: keep it through the call.
 class ActionValues {
 public:
-    VexVariant Long(long number) { return VexVariant(number); }
-    VexVariant Handle(VEX_HANDLE handle) { return VexVariant(handle); }
-    VexVariant String(I18NString text);
+    VexVariant text(I18NString text);
     /// Takes the document; the value is its document node.
-    VexVariant Node(KRLIDOM_OwnedDocument document);
+    VexVariant node(KRLIDOM_OwnedDocument document);
 
 private:
     struct HeldNode {

@@ -10,7 +10,7 @@ CallFailure describeFailure(VexException const& raised) {
     failure.function = raised.GetFunction();
     for (VexMessage const& message : raised.GetMessages()) {
         for (KRLMessageParm const& parameter : message.GetComponents().GetParameters()) {
-            failure.parameters.push_back(parameter.GetText());
+            failure.parameters.push_back(parameter.GetText().toUtf8());
         }
     }
     failure.text = raised.what();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "I18NString.h"
 #include "VexException.h"
 
 #include <optional>
@@ -15,8 +14,8 @@ struct CallFailure {
     std::string source;
     int line = 0;
     std::string function;
-    std::vector<I18NString> parameters; // of all its messages, in their order
-    std::string text;
+    std::vector<std::string> parameters; // of all its messages, in their order; UTF-8
+    std::string text;                    // for people
 };
 
 CallFailure describeFailure(VexException const& raised);

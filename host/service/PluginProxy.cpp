@@ -18,9 +18,6 @@ public:
     Running(PluginProxy& proxy, HostSession& session, char const* operation)
         : m_proxy(proxy), m_turn(session) {
         m_proxy.m_running.fetch_add(1);
-        if (m_proxy.m_checks == CallChecks::None) {
-            return;
-        }
         if (m_proxy.m_state.load() != State::Ready) {
             refuse(PluginFault::NotReady,
                    " was called by the host outside Initialize and Terminate; initialise it first",
@@ -92,9 +89,9 @@ Extension const& PluginProxy::offered(Extension const* extension, char const* op
     return *extension;
 }
 
-PluginProxy::PluginProxy(std::string const& file, std::string const& name, CallChecks checks)
+PluginProxy::PluginProxy(std::string const& file, std::string const& name)
     : m_library(file), m_creator(m_library.FindCreator(name)),
-      m_explainAccess(findExtension<VexExplainAccess>()), m_checks(checks) {
+      m_explainAccess(findExtension<VexExplainAccess>()) {
     guarded("create", [&] {
         if (m_creator.initialize() != nullptr) {
             m_creator.initialize()();

@@ -12,18 +12,13 @@
 
 namespace vex {
 
-/// Which rules of calling a plug-in are checked. Exceptions of a foreign kind
-/// are stopped either way.
-enum class CallChecks { None, All };
-
 /// A loaded plug-in, called by the rules: `Initialize` first, one call of a
 /// session at a time, nothing but `KRLException` out of it. Whoever breaks a
 /// rule gets a `PluginException` that names the plug-in, in place of undefined
 /// behaviour. Threads: any, for different sessions.
 class PluginProxy {
 public:
-    explicit PluginProxy(std::string const& file, std::string const& name = "VexMAActionPlugin",
-                         CallChecks checks = CallChecks::All);
+    explicit PluginProxy(std::string const& file, std::string const& name = "VexMAActionPlugin");
     /// Terminates the plug-in when that has not been done, and unloads it.
     ~PluginProxy();
     PluginProxy(PluginProxy const&) = delete;
@@ -60,7 +55,6 @@ private:
     PluginLibrary m_library;
     VexPluginFactory::Creator& m_creator;
     VexExplainAccess const* m_explainAccess; // null when the plug-in does not offer it
-    CallChecks m_checks;
     std::unique_ptr<VexPluginInterface> m_plugin;
     std::atomic<State> m_state{State::Loaded};
     std::atomic<unsigned> m_running{0}; // calls of sessions

@@ -46,11 +46,11 @@ vex::ActionOutcome call(vex::HostSession& session, long action, VexVariant const
                         bool hasMode) {
     vex::ActionValues values;
     VexParams in;
-    in.AddParam(values.Long(0));
-    in.AddParam(values.String("/content/m"));
+    in.AddParam(VexVariant(0L));
+    in.AddParam(values.text("/content/m"));
     in.AddParam(last);
     if (hasMode) {
-        in.AddParam(values.Long(0));
+        in.AddParam(VexVariant(0L));
     }
     return vex::callAction(plugin(), session, VexVariant(action), in, {});
 }
@@ -58,7 +58,7 @@ vex::ActionOutcome call(vex::HostSession& session, long action, VexVariant const
 std::string ask(vex::HostSession& session, char const* request) {
     vex::ActionValues values;
     vex::ActionOutcome const outcome =
-        call(session, 31000, values.Node(KRLIDOM_Reader::parse(request, "request")), false);
+        call(session, 31000, values.node(KRLIDOM_Reader::parse(request, "request")), false);
     return outcome.text + KRLIDOM_Writer::toUtf8(outcome.response.document());
 }
 

@@ -27,14 +27,14 @@ VexVariant toVariant(Value const& value, vex::ActionValues& values,
     case Value::Type::Empty:
         return {};
     case Value::Type::Long:
-        return values.Long(value.number);
+        return VexVariant(value.number);
     case Value::Type::String:
-        return values.String(toString(value.text));
+        return values.text(toString(value.text));
     case Value::Type::Object:
-        return values.Handle(value.text.empty() ? VEX_HANDLE()
-                                                : session.findObject(toString(value.text)));
+        return VexVariant(value.text.empty() ? VEX_HANDLE()
+                                             : session.findObject(toString(value.text)));
     case Value::Type::Node:
-        return values.Node(KRLIDOM_Reader::parse(value.xml, "request"));
+        return values.node(KRLIDOM_Reader::parse(value.xml, "request"));
     }
     return {};
 }

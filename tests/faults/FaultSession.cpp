@@ -45,19 +45,19 @@ std::shared_ptr<vex::Model const> const& FaultSession::model() {
 std::string FaultSession::ask(char const* request) {
     vex::ActionValues values;
     VexParams in;
-    in.AddParam(values.Long(0));
-    in.AddParam(values.String("/content/m"));
-    in.AddParam(values.Node(KRLIDOM_Reader::parse(request, "request")));
+    in.AddParam(VexVariant(0L));
+    in.AddParam(values.text("/content/m"));
+    in.AddParam(values.node(KRLIDOM_Reader::parse(request, "request")));
     return call(metadata, in);
 }
 
 std::string FaultSession::askAccess(char const* id) {
     vex::ActionValues values;
     VexParams in;
-    in.AddParam(values.Long(0));
-    in.AddParam(values.String("/content/m"));
-    in.AddParam(values.Handle(m_session.findObject(id)));
-    in.AddParam(values.Long(0));
+    in.AddParam(VexVariant(0L));
+    in.AddParam(values.text("/content/m"));
+    in.AddParam(VexVariant(m_session.findObject(id)));
+    in.AddParam(VexVariant(0L));
     return call(accessibility, in);
 }
 

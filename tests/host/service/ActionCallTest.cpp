@@ -92,11 +92,11 @@ TEST_F(ActionCallTest, StopsWhenTheResponseHasAllItsMemory) {
 
 TEST(ActionValues, StayWhereTheyAreWhenMoreAreAdded) {
     vex::ActionValues values;
-    VexVariant const text = values.String("first");
-    VexVariant const node = values.Node(KRLIDOM_Reader::parse("<a/>", "a"));
+    VexVariant const text = values.text("first");
+    VexVariant const node = values.node(KRLIDOM_Reader::parse("<a/>", "a"));
     for (int count = 0; count < 100; ++count) {
-        values.String("more");
-        values.Node(KRLIDOM_Reader::parse("<b/>", "b"));
+        values.text("more");
+        values.node(KRLIDOM_Reader::parse("<b/>", "b"));
     }
     EXPECT_EQ(*static_cast<I18NString*>(text), "first");
     EXPECT_EQ(KRLIDOM_Writer::toUtf8(*static_cast<KRLIDOM_Node*>(node)), "<a/>");

@@ -199,7 +199,7 @@ TEST_F(ServiceOfARuleBreaker, TellsABrokenRuleAndDropsTheSession) {
 
 TEST_F(ServiceOfARuleBreaker, KeepsASessionThatAFailureOrALimitEnded) {
     EXPECT_EQ(call(ruleBreaker::Raise).failure->parameters,
-              (std::vector<I18NString>{"one", "two"}));
+              (std::vector<std::string>{"one", "two"}));
     vex::ActionLimits limits;
     limits.response.elements = 5;
     EXPECT_EQ(call(ruleBreaker::GrowForEver, limits).kind, Kind::Stopped);
