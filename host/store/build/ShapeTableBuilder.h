@@ -18,8 +18,6 @@ public:
     std::uint32_t add(Atom cls, std::uint8_t own, std::span<ShapeEntry const> simple,
                       Atom const (&ownNames)[OwnCount]);
 
-    Shape const& operator[](std::uint32_t shape) const { return m_table.m_shapes[shape]; }
-
     /// Ends the building: works out what each shape lists. The default locale
     /// decides which value of a localised property is shown; `nameName` is the
     /// property "name".

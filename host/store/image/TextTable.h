@@ -1,7 +1,7 @@
 #pragma once
 
 #include "I18NString.h"
-#include "host/store/image/HashSlots.h"
+#include "host/store/image/CompactArray.h"
 #include "host/store/image/SameText.h"
 #include "host/store/image/TextHash.h"
 
