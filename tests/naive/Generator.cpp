@@ -10,7 +10,7 @@ namespace naive {
 namespace {
 
 Text requestPath(Random& random, bool catalogued, bool mayStray) {
-    static const Texts contentPaths = {u"/content/m",       u"path:/content/m", u"/content/other",
+    static Texts const contentPaths = {u"/content/m",       u"path:/content/m", u"/content/other",
                                        u"/content/unknown", u"elsewhere",       u"a path:"};
     if (!mayStray) {
         return contentPaths[catalogued ? random.weighted({80, 8, 0, 0, 10, 2}) : 4];
@@ -20,7 +20,7 @@ Text requestPath(Random& random, bool catalogued, bool mayStray) {
 }
 
 void spoil(Random& random, std::vector<Value>& in) {
-    const std::size_t index = random.below(in.size());
+    std::size_t const index = random.below(in.size());
     switch (random.weighted({1, 1, 1, 1, 1})) {
     case 0:
         in.resize(index);
@@ -51,8 +51,8 @@ SessionStep step(Random& random, RequestGenerator& requests, bool catalogued, bo
         return result;
     }
     // What comes first decides what the whole session can do, so it is seldom wrong.
-    const bool mayStray = !first || random.chance(10);
-    const bool asksMetadata = mayStray && random.chance(3) ? !metadata : metadata;
+    bool const mayStray = !first || random.chance(10);
+    bool const asksMetadata = mayStray && random.chance(3) ? !metadata : metadata;
     result.action = Value::ofLong(asksMetadata ? 31000 : 32000);
     result.in = {Value::ofLong(random.between(0, 2)),
                  Value::ofString(requestPath(random, catalogued, mayStray))};
@@ -68,7 +68,7 @@ SessionStep step(Random& random, RequestGenerator& requests, bool catalogued, bo
     return result;
 }
 
-std::string describedValue(const Value& value) {
+std::string describedValue(Value const& value) {
     switch (value.type) {
     case Value::Type::Empty:
         return "empty";
@@ -90,24 +90,24 @@ GeneratedWorld generateWorld(Random& random, CaseSize size) {
     GeneratedWorld world;
     world.model = generateModel(random, size.objects);
     if (random.chance(60)) {
-        static const Texts users = {u"ann", u"bob", u"cleo", u"dan", u"eve"};
+        static Texts const users = {u"ann", u"bob", u"cleo", u"dan", u"eve"};
         world.catalogue = generateCatalogue(random);
         world.modelPath = u"/content/m";
         world.user = users[random.weighted({40, 28, 28, 1, 1})];
     }
-    static const Texts locales = {u"", u"en", u"de", u"de_AT", u"ja", u"fr"};
+    static Texts const locales = {u"", u"en", u"de", u"de_AT", u"ja", u"fr"};
     world.locale = locales[random.weighted({44, 28, 12, 6, 6, 4})];
-    world.plainModel = std::make_shared<const PlainModel>(world.model);
+    world.plainModel = std::make_shared<PlainModel const>(world.model);
     return world;
 }
 
-std::vector<SessionStep> generateSession(Random& random, const GeneratedWorld& world,
+std::vector<SessionStep> generateSession(Random& random, GeneratedWorld const& world,
                                          CaseSize size) {
-    const PlainModel& model = *world.plainModel;
+    PlainModel const& model = *world.plainModel;
     RequestGenerator requests(random, model, model.negotiatedLocale(world.locale));
-    const bool catalogued = !world.catalogue.empty();
-    const bool metadata = random.chance(88);
-    const int count = metadata ? random.between(1, size.requests)
+    bool const catalogued = !world.catalogue.empty();
+    bool const metadata = random.chance(88);
+    int const count = metadata ? random.between(1, size.requests)
                                : random.between(std::min(3, size.checks), size.checks);
     std::vector<SessionStep> steps;
     for (int i = 0; i < count; ++i) {
@@ -124,17 +124,17 @@ GeneratedCase generateCase(std::uint64_t seed) {
     return generated;
 }
 
-std::string described(const GeneratedWorld& world, const std::vector<SessionStep>& steps) {
+std::string described(GeneratedWorld const& world, std::vector<SessionStep> const& steps) {
     std::string text = "model " + world.model + "\ncatalogue " + world.catalogue;
     text += "\npath " + toUtf8(world.modelPath) + "\nuser " + toUtf8(world.user);
     text += "\nlocale " + toUtf8(world.locale) + "\n";
-    for (const SessionStep& one : steps) {
+    for (SessionStep const& one : steps) {
         if (one.notification) {
             text += "notify " + std::to_string(*one.notification) + "\n";
             continue;
         }
         text += "action " + describedValue(one.action) + "\n";
-        for (const Value& value : one.in) {
+        for (Value const& value : one.in) {
             text += "  " + describedValue(value) + "\n";
         }
     }

@@ -18,7 +18,7 @@ struct SessionStep {
 /// What a session is held on: a model, who asks and in which language, as texts.
 struct GeneratedWorld {
     std::string model;
-    std::shared_ptr<const PlainModel> plainModel; ///< the same, as the plain evaluator has it
+    std::shared_ptr<PlainModel const> plainModel; ///< the same, as the plain evaluator has it
     std::string catalogue;                        ///< "" when the model is given alone
     Text modelPath; ///< where the catalogue has the model; "" without one
     Text user;
@@ -45,10 +45,10 @@ GeneratedCase generateCase(std::uint64_t seed);
 GeneratedWorld generateWorld(Random& random, CaseSize size);
 
 /// The session that the next choices make, of requests that fit the world.
-std::vector<SessionStep> generateSession(Random& random, const GeneratedWorld& world,
+std::vector<SessionStep> generateSession(Random& random, GeneratedWorld const& world,
                                          CaseSize size);
 
 /// World and session as text, for people.
-std::string described(const GeneratedWorld& world, const std::vector<SessionStep>& steps);
+std::string described(GeneratedWorld const& world, std::vector<SessionStep> const& steps);
 
 } // namespace naive

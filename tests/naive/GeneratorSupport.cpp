@@ -7,7 +7,7 @@ namespace naive {
 namespace {
 
 void collectBelow(Handle element, Handles& all) {
-    for (const auto& child : element->children) {
+    for (auto const& child : element->children) {
         all.push_back(child.get());
         collectBelow(child.get(), all);
     }
@@ -15,7 +15,7 @@ void collectBelow(Handle element, Handles& all) {
 
 } // namespace
 
-std::size_t Random::weighted(const std::vector<int>& weights) {
+std::size_t Random::weighted(std::vector<int> const& weights) {
     int left = between(1, std::accumulate(weights.begin(), weights.end(), 0));
     std::size_t index = 0;
     while (left > weights[index]) {
@@ -25,15 +25,15 @@ std::size_t Random::weighted(const std::vector<int>& weights) {
     return index;
 }
 
-std::string attribute(const std::string& name, const std::string& value) {
+std::string attribute(std::string const& name, std::string const& value) {
     return " " + name + "=\"" + escapedAttribute(fromUtf8(value)) + "\"";
 }
 
-Text quotedPath(const Texts& names) {
+Text quotedPath(Texts const& names) {
     Text path;
-    for (const Text& name : names) {
+    for (Text const& name : names) {
         path += path.empty() ? u"[" : u".[";
-        for (const char16_t unit : name) {
+        for (char16_t const unit : name) {
             path += unit;
             if (unit == u']') {
                 path += unit;
@@ -44,7 +44,7 @@ Text quotedPath(const Texts& names) {
     return path;
 }
 
-Handles allObjects(const PlainModel& model) {
+Handles allObjects(PlainModel const& model) {
     Handles all;
     collectBelow(model.root(), all);
     return all;

@@ -22,7 +22,7 @@ struct Draft {
     std::vector<std::unique_ptr<Draft>> children;
 };
 
-const std::vector<std::string> namePool = {"Sales", "A",    "B",     "C",   "Orders",     "Margin",
+std::vector<std::string> const namePool = {"Sales", "A",    "B",     "C",   "Orders",     "Margin",
                                            "a b",   "x]y",  "p.q",   "[q",  "]]",         "A B",
                                            "ä",     "日本", "a].[b", "<&>", "\"quoted\"", "É.é"};
 
@@ -30,7 +30,7 @@ class ModelDrafter {
 public:
     ModelDrafter(Random& random, int objects)
         : m_random(random), m_left(random.between(std::min(8, objects), objects)) {
-        const int names = m_random.between(3, 8);
+        int const names = m_random.between(3, 8);
         for (int i = 0; i < names; ++i) {
             m_names.push_back(m_random.pick(namePool));
         }
@@ -43,19 +43,19 @@ public:
     std::string draw();
 
 private:
-    std::unique_ptr<Draft> element(const std::string& cls);
+    std::unique_ptr<Draft> element(std::string const& cls);
     void name(Draft& draft, bool wanted);
     std::string anyName();
     void describe(Draft& draft);
     void fill(Draft& parent, int depth);
-    std::string childClass(const std::string& parent);
+    std::string childClass(std::string const& parent);
     void aimShortcuts(Draft& root);
-    std::string target(const PlainModel& model, Handle shortcut);
-    void addRefobj(Draft& draft, const std::string& reference);
-    std::string views(const PlainModel& model);
-    std::string set(const Texts& ids);
-    std::string printed(const Draft& draft) const;
-    std::string document(const Draft& root, const std::string& views) const;
+    std::string target(PlainModel const& model, Handle shortcut);
+    void addRefobj(Draft& draft, std::string const& reference);
+    std::string views(PlainModel const& model);
+    std::string set(Texts const& ids);
+    std::string printed(Draft const& draft) const;
+    std::string document(Draft const& root, std::string const& views) const;
 
     Random& m_random;
     int m_left;
@@ -68,7 +68,7 @@ private:
     std::string m_head;
 };
 
-std::unique_ptr<Draft> ModelDrafter::element(const std::string& cls) {
+std::unique_ptr<Draft> ModelDrafter::element(std::string const& cls) {
     --m_left;
     auto draft = std::make_unique<Draft>();
     draft->cls = cls;
@@ -82,12 +82,12 @@ std::unique_ptr<Draft> ModelDrafter::element(const std::string& cls) {
 }
 
 std::string ModelDrafter::anyName() {
-    const std::string& name = m_random.pick(m_names);
+    std::string const& name = m_random.pick(m_names);
     return m_mostlyDistinct && m_random.chance(85) ? name + std::to_string(m_nextId) : name;
 }
 
 void ModelDrafter::name(Draft& draft, bool wanted) {
-    const auto localised = [&](const std::string& locale) {
+    auto const localised = [&](std::string const& locale) {
         draft.properties.push_back({"name", locale, anyName()});
     };
     switch (m_random.weighted({50, 40, wanted ? 1 : 3, wanted ? 1 : 3, wanted ? 1 : 2, 2, 1})) {
@@ -95,7 +95,7 @@ void ModelDrafter::name(Draft& draft, bool wanted) {
         draft.attributes.emplace_back("name", anyName());
         break;
     case 1:
-        for (const char* locale : {"en", "de", "de_AT", "ja"}) {
+        for (char const* locale : {"en", "de", "de_AT", "ja"}) {
             if (m_random.chance(locale == std::string("en") ? 93 : 72)) {
                 localised(locale);
             }
@@ -140,8 +140,8 @@ void ModelDrafter::describe(Draft& draft) {
     }
 }
 
-std::string ModelDrafter::childClass(const std::string& parent) {
-    static const std::vector<std::string> classes = {
+std::string ModelDrafter::childClass(std::string const& parent) {
+    static std::vector<std::string> const classes = {
         "namespace", "folder",      "querySubject", "queryItemFolder", "queryItem",
         "filter",    "calculation", "shortcut",     "relationship",    "queryItem"};
     if (parent == "namespace") {
@@ -161,12 +161,12 @@ std::string ModelDrafter::childClass(const std::string& parent) {
 
 // Brothers come before children, so that what is left is not spent on the first branch.
 void ModelDrafter::fill(Draft& parent, int depth) {
-    const bool container = parent.cls == "namespace" || parent.cls == "folder" ||
+    bool const container = parent.cls == "namespace" || parent.cls == "folder" ||
                            parent.cls == "querySubject" || parent.cls == "queryItemFolder";
     if (depth > 6 || !(container || m_random.chance(4))) {
         return;
     }
-    const int count = m_random.between(parent.cls == "namespace" ? 3 : 1, 6);
+    int const count = m_random.between(parent.cls == "namespace" ? 3 : 1, 6);
     for (int i = 0; i < count && m_left > 0; ++i) {
         std::string cls = childClass(parent.cls);
         if (cls == "shortcut") {
@@ -181,18 +181,18 @@ void ModelDrafter::fill(Draft& parent, int depth) {
         }
         parent.children.push_back(element(cls));
     }
-    for (const auto& child : parent.children) {
+    for (auto const& child : parent.children) {
         fill(*child, depth + 1);
     }
 }
 
-std::string ModelDrafter::target(const PlainModel& model, Handle shortcut) {
-    static const std::vector<std::string> classes = {"namespace", "querySubject", "queryItem",
+std::string ModelDrafter::target(PlainModel const& model, Handle shortcut) {
+    static std::vector<std::string> const classes = {"namespace", "querySubject", "queryItem",
                                                      "filter",    "folder",       "shortcut"};
     if (m_dangling && m_random.chance(40)) {
         return m_random.chance(80) ? "[" + anyName() + "].[nowhere]" : "[broken";
     }
-    const std::string& wanted = classes[m_random.weighted({24, 30, 12, 8, 14, 12})];
+    std::string const& wanted = classes[m_random.weighted({24, 30, 12, 8, 14, 12})];
     Handles candidates = model.elementsByTagName(model.root(), fromUtf8(wanted));
     if (m_random.chance(6)) {
         candidates = {shortcut};
@@ -202,11 +202,11 @@ std::string ModelDrafter::target(const PlainModel& model, Handle shortcut) {
     if (candidates.empty() || m_random.chance(6)) {
         candidates = allObjects(model);
     }
-    const std::optional<Texts> names = model.referenceOf(m_random.pick(candidates));
+    std::optional<Texts> const names = model.referenceOf(m_random.pick(candidates));
     return names ? toUtf8(quotedPath(*names)) : "";
 }
 
-void ModelDrafter::addRefobj(Draft& draft, const std::string& reference) {
+void ModelDrafter::addRefobj(Draft& draft, std::string const& reference) {
     if (m_random.chance(60)) {
         draft.attributes.emplace_back("refobj", reference);
     } else {
@@ -216,17 +216,17 @@ void ModelDrafter::addRefobj(Draft& draft, const std::string& reference) {
 
 // The targets are looked up in the model as it stands without them: a target changes no name.
 void ModelDrafter::aimShortcuts(Draft& root) {
-    const PlainModel model(document(root, ""));
-    const Handles objects = allObjects(model);
+    PlainModel const model(document(root, ""));
+    Handles const objects = allObjects(model);
     std::size_t next = 0;
-    const std::function<void(Draft&)> aim = [&](Draft& draft) {
-        for (const auto& child : draft.children) {
-            const Handle object = objects[next];
+    std::function<void(Draft&)> const aim = [&](Draft& draft) {
+        for (auto const& child : draft.children) {
+            Handle const object = objects[next];
             ++next;
             if (child->cls == "shortcut" && m_random.chance(96)) {
                 addRefobj(*child, target(model, object));
                 if (m_random.chance(12)) {
-                    const std::string second = m_random.chance(30) ? "" : target(model, object);
+                    std::string const second = m_random.chance(30) ? "" : target(model, object);
                     child->properties.push_back({"refobj", "", second});
                 }
             }
@@ -236,16 +236,16 @@ void ModelDrafter::aimShortcuts(Draft& root) {
     aim(root);
 }
 
-std::string ModelDrafter::set(const Texts& ids) {
-    static const std::vector<std::string> kinds = {"included", "excluded", "hidden", "other"};
-    const std::size_t kind = m_random.weighted({60, 20, 17, 2});
-    const int share = kind == 0 ? m_random.between(40, 100) : m_random.between(5, 40);
+std::string ModelDrafter::set(Texts const& ids) {
+    static std::vector<std::string> const kinds = {"included", "excluded", "hidden", "other"};
+    std::size_t const kind = m_random.weighted({60, 20, 17, 2});
+    int const share = kind == 0 ? m_random.between(40, 100) : m_random.between(5, 40);
     std::string text = "<set";
     if (m_random.chance(98)) {
         text += attribute("kind", kinds[kind]);
     }
     text += ">";
-    for (const Text& id : ids) {
+    for (Text const& id : ids) {
         if (m_random.chance(share)) {
             text += "<item>" + escapedContent(id) + "</item>";
         }
@@ -253,8 +253,8 @@ std::string ModelDrafter::set(const Texts& ids) {
     return text + (m_random.chance(3) ? "<item/></set>" : "</set>");
 }
 
-std::string ModelDrafter::views(const PlainModel& model) {
-    static const std::vector<std::string> flags = {"true", "false", "1", "0", "2x", "yes"};
+std::string ModelDrafter::views(PlainModel const& model) {
+    static std::vector<std::string> const flags = {"true", "false", "1", "0", "2x", "yes"};
     Texts ids;
     for (Handle object : allObjects(model)) {
         Text id;
@@ -263,21 +263,21 @@ std::string ModelDrafter::views(const PlainModel& model) {
         }
     }
     std::string text;
-    const int count = m_random.chance(3) ? 0 : m_random.between(1, 5);
-    const bool roleBased = m_random.chance(45);
-    const bool mayDefault = m_random.chance(60);
+    int const count = m_random.chance(3) ? 0 : m_random.between(1, 5);
+    bool const roleBased = m_random.chance(45);
+    bool const mayDefault = m_random.chance(60);
     for (int i = 1; i <= count; ++i) {
         text += "<securityView" + attribute("id", "v" + std::to_string(i));
         if (roleBased && m_random.chance(70)) {
             text += attribute("roleBased", flags[m_random.weighted({60, 8, 10, 6, 8, 8})]);
         }
         text += ">";
-        const int members = mayDefault ? m_random.between(0, 2) : m_random.between(1, 2);
+        int const members = mayDefault ? m_random.between(0, 2) : m_random.between(1, 2);
         for (int m = 0; m < members; ++m) {
             text += "<member" + attribute("roleId", "r" + std::to_string(m_random.between(1, 3))) +
                     "/>";
         }
-        const int sets = m_random.between(i == 1 ? 1 : 0, 4);
+        int const sets = m_random.between(i == 1 ? 1 : 0, 4);
         for (int s = 0; s < sets; ++s) {
             text += set(ids);
         }
@@ -286,16 +286,16 @@ std::string ModelDrafter::views(const PlainModel& model) {
     return "<securityViews>" + text + "</securityViews>";
 }
 
-std::string ModelDrafter::printed(const Draft& draft) const {
+std::string ModelDrafter::printed(Draft const& draft) const {
     std::string text = "<" + draft.cls;
     if (!draft.id.empty()) {
         text += attribute("id", draft.id);
     }
-    for (const auto& [name, value] : draft.attributes) {
+    for (auto const& [name, value] : draft.attributes) {
         text += attribute(name, value);
     }
     text += ">";
-    for (const PropertyDraft& property : draft.properties) {
+    for (PropertyDraft const& property : draft.properties) {
         text += "<property" + attribute("name", property.name);
         if (!property.locale.empty()) {
             text += attribute("locale", property.locale);
@@ -304,22 +304,22 @@ std::string ModelDrafter::printed(const Draft& draft) const {
         text +=
             property.nested ? "<property name=\"inner\">in</property></property>" : "</property>";
     }
-    for (const auto& child : draft.children) {
+    for (auto const& child : draft.children) {
         text += printed(*child);
     }
     return text + "</" + draft.cls + ">";
 }
 
-std::string ModelDrafter::document(const Draft& root, const std::string& views) const {
+std::string ModelDrafter::document(Draft const& root, std::string const& views) const {
     std::string text = m_head;
-    for (const auto& child : root.children) {
+    for (auto const& child : root.children) {
         text += printed(*child);
     }
     return text + views + "</model>";
 }
 
 std::string ModelDrafter::draw() {
-    static const std::vector<std::string> defaults = {"en", "de", "ja", "de_AT"};
+    static std::vector<std::string> const defaults = {"en", "de", "ja", "de_AT"};
     m_head = "<model";
     if (m_random.chance(90)) {
         m_head += attribute("defaultLocale", defaults[m_random.weighted({70, 16, 6, 3})]);
@@ -327,7 +327,7 @@ std::string ModelDrafter::draw() {
     m_head += ">";
     if (m_random.chance(85)) {
         m_head += "<locales>";
-        for (const char* locale : {"en", "de", "de-AT", "ja", "fr"}) {
+        for (char const* locale : {"en", "de", "de-AT", "ja", "fr"}) {
             if (m_random.chance(50)) {
                 m_head += std::string("<locale>") + locale + "</locale>";
             }
@@ -339,7 +339,7 @@ std::string ModelDrafter::draw() {
         root.children.push_back(element("folder"));
         fill(*root.children.back(), 1);
     }
-    const int namespaces = m_random.chance(2)    ? 0
+    int const namespaces = m_random.chance(2)    ? 0
                            : m_random.chance(60) ? 1
                                                  : m_random.between(2, 3);
     for (int i = 0; i < namespaces; ++i) {
@@ -358,7 +358,7 @@ std::string generateModel(Random& random, int objects) {
 
 std::string generateCatalogue(Random& random) {
     std::string text = "<catalog>";
-    for (const char* path : {"/content/m", "/content/other"}) {
+    for (char const* path : {"/content/m", "/content/other"}) {
         text += "<model" + attribute("path", path) + attribute("file", "m.model.xml") + ">";
         if (random.chance(80)) {
             text += "<package" + attribute("value", random.chance(90) ? "Pack & Co" : "") +
@@ -366,10 +366,10 @@ std::string generateCatalogue(Random& random) {
                     "<property name=\"screenTip\" locale=\"de\">Tipp</property>"
                     "<property name=\"description\">about</property></package>";
         }
-        const int grants = random.chance(2) ? 0 : random.between(2, 6);
+        int const grants = random.chance(2) ? 0 : random.between(2, 6);
         for (int i = 0; i < grants; ++i) {
-            const int role = i == 0 ? 1 : random.between(1, 3);
-            const int view = i == 0 ? 1 : random.between(1, 5);
+            int const role = i == 0 ? 1 : random.between(1, 3);
+            int const view = i == 0 ? 1 : random.between(1, 5);
             text += "<grant" + attribute("role", "r" + std::to_string(role)) +
                     attribute("view", "v" + std::to_string(view)) + "/>";
         }

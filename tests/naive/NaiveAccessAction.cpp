@@ -4,15 +4,15 @@ namespace naive {
 
 namespace {
 
-const Text source = u"VexAccessAction";
-const Text securityFunction = u"VexAccessAction::RetrieveSecurityInfo";
+Text const source = u"VexAccessAction";
+Text const securityFunction = u"VexAccessAction::RetrieveSecurityInfo";
 
 } // namespace
 
-bool NaiveAccessAction::isAccessible(const Text& modelPath, Handle object, long mode) {
-    const Text before = m_modelPath;
+bool NaiveAccessAction::isAccessible(Text const& modelPath, Handle object, long mode) {
+    Text const before = m_modelPath;
     takePath(modelPath);
-    const bool changed = m_modelPath != before;
+    bool const changed = m_modelPath != before;
     if (changed) {
         m_securityRetrieved = false;
     }
@@ -28,7 +28,7 @@ bool NaiveAccessAction::isAccessible(const Text& modelPath, Handle object, long 
     return m_engine->isIncluded(id, mode == 1);
 }
 
-void NaiveAccessAction::takePath(const Text& modelPath) {
+void NaiveAccessAction::takePath(Text const& modelPath) {
     if (findText(modelPath, u"path:") == 0) {
         m_modelPath = substring(modelPath, 5, -1);
         return;
@@ -43,7 +43,7 @@ void NaiveAccessAction::retrieveSecurityInfo() {
     if (m_securityRetrieved) {
         return;
     }
-    const std::optional<SecuritySource> found =
+    std::optional<SecuritySource> const found =
         m_host.catalogue
             ? m_host.catalogue->source(m_modelPath, m_host.user, m_host.model.defaultLocale())
             : std::nullopt;

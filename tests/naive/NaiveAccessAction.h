@@ -7,12 +7,12 @@ namespace naive {
 /// The accessibility check of one session.
 class NaiveAccessAction {
 public:
-    explicit NaiveAccessAction(const NaiveHost& host) : m_host(host) {}
+    explicit NaiveAccessAction(NaiveHost const& host) : m_host(host) {}
 
-    bool isAccessible(const Text& modelPath, Handle object, long mode);
+    bool isAccessible(Text const& modelPath, Handle object, long mode);
 
 private:
-    void takePath(const Text& modelPath);
+    void takePath(Text const& modelPath);
     void retrieveSecurityInfo();
 
     NaiveHost m_host;

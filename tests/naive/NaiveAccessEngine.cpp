@@ -9,22 +9,22 @@ namespace naive {
 
 namespace {
 
-const Text source = u"VexMDAccessEngine";
-const Text populateFunction = u"VexMDAccessEngine::populateAccessInfo";
-const Text noLocale;
+Text const source = u"VexMDAccessEngine";
+Text const populateFunction = u"VexMDAccessEngine::populateAccessInfo";
+Text const noLocale;
 
-bool contains(const Texts& list, const Text& text) {
+bool contains(Texts const& list, Text const& text) {
     return std::find(list.begin(), list.end(), text) != list.end();
 }
 
 } // namespace
 
-NaiveAccessEngine::NaiveAccessEngine(const PlainModel& model, Texts requestedViews, Texts roles,
+NaiveAccessEngine::NaiveAccessEngine(PlainModel const& model, Texts requestedViews, Texts roles,
                                      bool unrestricted)
     : m_model(model), m_requestedViews(std::move(requestedViews)), m_roles(std::move(roles)),
       m_enforced(!unrestricted) {}
 
-bool NaiveAccessEngine::isIncluded(const Text& id, bool skipViewLists) {
+bool NaiveAccessEngine::isIncluded(Text const& id, bool skipViewLists) {
     if (!m_enforced) {
         return true;
     }
@@ -54,7 +54,7 @@ void NaiveAccessEngine::populate() {
     if (m_populated) {
         return;
     }
-    const Handles views = m_model.elementsByTagName(m_model.root(), u"securityView");
+    Handles const views = m_model.elementsByTagName(m_model.root(), u"securityView");
     if (views.empty()) {
         raise(1170839636, source, anyLine, populateFunction);
     }
@@ -76,7 +76,7 @@ void NaiveAccessEngine::populate() {
     m_populated = true;
 }
 
-void NaiveAccessEngine::filterSecurityViews(const Handles& views) {
+void NaiveAccessEngine::filterSecurityViews(Handles const& views) {
     m_hasRoleBasedViews = false;
     Handle defaultView = nullptr;
     for (Handle view : views) {
@@ -84,7 +84,7 @@ void NaiveAccessEngine::filterSecurityViews(const Handles& views) {
             continue;
         }
         m_hasRoleBasedViews = true;
-        const Handles members = m_model.elementsByTagName(view, u"member");
+        Handles const members = m_model.elementsByTagName(view, u"member");
         if (members.empty()) {
             defaultView = view;
             continue;
@@ -104,7 +104,7 @@ void NaiveAccessEngine::filterSecurityViews(const Handles& views) {
 }
 
 bool NaiveAccessEngine::isRoleBased(Handle view) const {
-    const Handle property = m_model.propertyByName(view, u"roleBased", noLocale);
+    Handle const property = m_model.propertyByName(view, u"roleBased", noLocale);
     if (!property) {
         return false;
     }
@@ -119,7 +119,7 @@ bool NaiveAccessEngine::isRoleBased(Handle view) const {
     return leadingInteger(value) != 0;
 }
 
-void NaiveAccessEngine::loadIds(Handle view, const Text& listKind, std::set<Text>& ids) const {
+void NaiveAccessEngine::loadIds(Handle view, Text const& listKind, std::set<Text>& ids) const {
     for (Handle set : m_model.elementsByTagName(view, u"set")) {
         Text kind;
         m_model.readProperty(set, u"kind", kind, noLocale);

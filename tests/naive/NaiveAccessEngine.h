@@ -9,19 +9,19 @@ namespace naive {
 /// Is the object with this id included, under the requested views and the user's roles?
 class NaiveAccessEngine {
 public:
-    NaiveAccessEngine(const PlainModel& model, Texts requestedViews, Texts roles,
+    NaiveAccessEngine(PlainModel const& model, Texts requestedViews, Texts roles,
                       bool unrestricted);
 
     /// Reads the views on the first call; may raise.
-    bool isIncluded(const Text& id, bool skipViewLists);
+    bool isIncluded(Text const& id, bool skipViewLists);
 
 private:
     void populate();
-    void filterSecurityViews(const Handles& views);
+    void filterSecurityViews(Handles const& views);
     bool isRoleBased(Handle view) const;
-    void loadIds(Handle view, const Text& listKind, std::set<Text>& ids) const;
+    void loadIds(Handle view, Text const& listKind, std::set<Text>& ids) const;
 
-    const PlainModel& m_model;
+    PlainModel const& m_model;
     Texts m_requestedViews;
     Texts m_roles;
     bool m_enforced;

@@ -2,22 +2,22 @@
 
 namespace naive {
 
-Text NaiveProvider::referenceOf(RequestScope& scope, const Path& path) const {
+Text NaiveProvider::referenceOf(RequestScope& scope, Path const& path) const {
     Texts segments;
-    for (const ElementInfo& info : path) {
+    for (ElementInfo const& info : path) {
         Text namespaceName;
         if (isNamespaceBoundary(scope, info, namespaceName)) {
             segments.insert(segments.begin(), namespaceName);
             break;
         }
-        const bool segment = info.className == u"querySubject" || info.className == u"filter" ||
+        bool const segment = info.className == u"querySubject" || info.className == u"filter" ||
                              info.className == u"calculation" || info.className == u"queryItem";
         if (segment || isShortcutToSegment(scope, info)) {
             segments.insert(segments.begin(), info.name);
         }
     }
     Text reference;
-    for (const Text& segment : segments) {
+    for (Text const& segment : segments) {
         if (!reference.empty()) {
             reference += u".";
         }
@@ -26,7 +26,7 @@ Text NaiveProvider::referenceOf(RequestScope& scope, const Path& path) const {
     return reference;
 }
 
-bool NaiveProvider::isNamespaceBoundary(RequestScope& scope, const ElementInfo& info,
+bool NaiveProvider::isNamespaceBoundary(RequestScope& scope, ElementInfo const& info,
                                         Text& namespaceName) const {
     if (info.className == u"namespace") {
         namespaceName = info.name;
@@ -49,7 +49,7 @@ bool NaiveProvider::isNamespaceBoundary(RequestScope& scope, const ElementInfo& 
             namespaceName = info.name;
             return true;
         }
-        if (const Handle enclosing = parentNamespace(m_model, shortcut)) {
+        if (Handle const enclosing = parentNamespace(m_model, shortcut)) {
             m_model.readProperty(enclosing, u"name", value, scope.locale);
             namespaceName = value;
             return true;
@@ -58,7 +58,7 @@ bool NaiveProvider::isNamespaceBoundary(RequestScope& scope, const ElementInfo& 
     return false;
 }
 
-bool NaiveProvider::isShortcutToSegment(RequestScope& scope, const ElementInfo& info) const {
+bool NaiveProvider::isShortcutToSegment(RequestScope& scope, ElementInfo const& info) const {
     if (info.className != u"shortcut") {
         return false;
     }

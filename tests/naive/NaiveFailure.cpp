@@ -2,8 +2,8 @@
 
 namespace naive {
 
-void raise(std::uint32_t id, const Text& source, int line, const Text& function,
-           const Texts& parameters) {
+void raise(std::uint32_t id, Text const& source, int line, Text const& function,
+           Texts const& parameters) {
     throw Failure{id, source, line, function, parameters};
 }
 

@@ -18,8 +18,8 @@ struct Failure {
 
 constexpr int anyLine = -1;
 
-[[noreturn]] void raise(std::uint32_t id, const Text& source, int line, const Text& function,
-                        const Texts& parameters = {});
+[[noreturn]] void raise(std::uint32_t id, Text const& source, int line, Text const& function,
+                        Texts const& parameters = {});
 
 /// Thrown when an answer would take more steps than the evaluator is willing to make.
 struct GaveUp {};

@@ -8,12 +8,12 @@ namespace naive {
 
 namespace {
 
-const Text noLocale;
+Text const noLocale;
 
-Text decimalSeparator(const Text& locale) {
+Text decimalSeparator(Text const& locale) {
     UErrorCode status = U_ZERO_ERROR;
-    const icu::DecimalFormatSymbols symbols(icu::Locale(toUtf8(locale).c_str()), status);
-    const icu::UnicodeString separator =
+    icu::DecimalFormatSymbols const symbols(icu::Locale(toUtf8(locale).c_str()), status);
+    icu::UnicodeString const separator =
         symbols.getSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol);
     return Text(separator.getBuffer(), static_cast<std::size_t>(separator.length()));
 }
@@ -21,8 +21,8 @@ Text decimalSeparator(const Text& locale) {
 } // namespace
 
 void NaiveProvider::getModelLocales() {
-    const Handle root = m_model.root();
-    if (const Handle property = m_model.propertyByName(root, u"defaultLocale", noLocale)) {
+    Handle const root = m_model.root();
+    if (Handle const property = m_model.propertyByName(root, u"defaultLocale", noLocale)) {
         m_model.getValue(property, m_defaultLocale);
     } else {
         m_defaultLocale = u"en_US";
@@ -44,9 +44,9 @@ void NaiveProvider::getModelLocales() {
     }
 }
 
-void NaiveProvider::writeGlobals(const NaiveRequest& request, ResponseDocument& document) const {
-    const Text decimal = decimalSeparator(m_host.locale);
-    for (const Text& entry : request.attributeRequests()) {
+void NaiveProvider::writeGlobals(NaiveRequest const& request, ResponseDocument& document) const {
+    Text const decimal = decimalSeparator(m_host.locale);
+    for (Text const& entry : request.attributeRequests()) {
         std::unique_ptr<ResponseElement> element;
         if (entry == u"/@decimal_separator" || entry == u"/@decimalSeparator") {
             element = document.createElement(u"decimalSeparator");
@@ -59,7 +59,7 @@ void NaiveProvider::writeGlobals(const NaiveRequest& request, ResponseDocument& 
             element->text = m_defaultLocale;
         } else if (entry == u"/@supportedLocales") {
             element = document.createElement(u"locales");
-            for (const Text& locale : m_supportedLocales) {
+            for (Text const& locale : m_supportedLocales) {
                 std::unique_ptr<ResponseElement> child = document.createElement(u"locale");
                 child->text = locale;
                 element->children.push_back(std::move(child));

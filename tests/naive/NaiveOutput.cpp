@@ -7,13 +7,13 @@ namespace {
 constexpr int deepestLevel = 1024;
 
 /// Withheld only when the entry that differs comes before any that lets the value pass.
-bool passesConstraints(const std::map<Text, Text>& constraints, const Text& name,
-                       const Text& value) {
+bool passesConstraints(std::map<Text, Text> const& constraints, Text const& name,
+                       Text const& value) {
     if (constraints.empty()) {
         return true;
     }
     bool set = false;
-    for (const auto& [key, required] : constraints) {
+    for (auto const& [key, required] : constraints) {
         if (key == name && required != value) {
             break;
         }
@@ -24,8 +24,8 @@ bool passesConstraints(const std::map<Text, Text>& constraints, const Text& name
 
 } // namespace
 
-void NaiveProvider::writeObjects(RequestScope& scope, const Text& className, const Text& startPath,
-                                 const Path& path, ResponseElement& parent, const Handles& objects,
+void NaiveProvider::writeObjects(RequestScope& scope, Text const& className, Text const& startPath,
+                                 Path const& path, ResponseElement& parent, Handles const& objects,
                                  int level, OutputFlags flags) {
     if (level > deepestLevel) {
         raise(1444379514, u"VexMDMaProvider", anyLine,
@@ -36,8 +36,8 @@ void NaiveProvider::writeObjects(RequestScope& scope, const Text& className, con
     }
 }
 
-void NaiveProvider::writeObject(RequestScope& scope, const Text& className, const Text& startPath,
-                                const Path& path, ResponseElement& parent, Handle object, int level,
+void NaiveProvider::writeObject(RequestScope& scope, Text const& className, Text const& startPath,
+                                Path const& path, ResponseElement& parent, Handle object, int level,
                                 OutputFlags flags) {
     scope.budget.spend();
     if (className == u"shortcut") {
@@ -50,14 +50,14 @@ void NaiveProvider::writeObject(RequestScope& scope, const Text& className, cons
     }
     Text pathText = startPath;
     Path records = path;
-    const Text tag = classOf(object) == u"namespace" ? Text(u"folder") : classOf(object);
+    Text const tag = classOf(object) == u"namespace" ? Text(u"folder") : classOf(object);
     std::unique_ptr<ResponseElement> element = scope.document.createElement(tag);
     if (!setAttributes(scope, className, object, flags, pathText, records, *element)) {
         return;
     }
     Text id;
     m_model.getId(object, id);
-    const bool included = scope.engine.isIncluded(id, flags.skipViewLists);
+    bool const included = scope.engine.isIncluded(id, flags.skipViewLists);
     bool visible = false;
     if (!included && className == u"namespace") {
         Handle copy = object;
@@ -75,7 +75,7 @@ void NaiveProvider::writeObject(RequestScope& scope, const Text& className, cons
     writeMembers(scope, tag, object, pathText, records, shown, level, flags);
 }
 
-bool NaiveProvider::setAttributes(RequestScope& scope, const Text& className, Handle object,
+bool NaiveProvider::setAttributes(RequestScope& scope, Text const& className, Handle object,
                                   OutputFlags flags, Text& pathText, Path& records,
                                   ResponseElement& element) const {
     Texts names = scope.request.propertiesForClass(className);
@@ -83,12 +83,12 @@ bool NaiveProvider::setAttributes(RequestScope& scope, const Text& className, Ha
     if (flags.isStart) {
         constraints = scope.request.constraintsForClass(className);
     }
-    const Text objectName = nameOf(object);
+    Text const objectName = nameOf(object);
     if (names == Texts{u"*"}) {
         names = allAttributes(m_model.properties(object));
     }
     bool anySet = false;
-    for (const Text& name : names) {
+    for (Text const& name : names) {
         Text value;
         if (name == u"_path") {
             if (!flags.isStart) {
@@ -111,14 +111,14 @@ bool NaiveProvider::setAttributes(RequestScope& scope, const Text& className, Ha
     return anySet;
 }
 
-void NaiveProvider::writeMembers(RequestScope& scope, const Text& tag, Handle object,
-                                 const Text& pathText, const Path& records, ResponseElement& parent,
+void NaiveProvider::writeMembers(RequestScope& scope, Text const& tag, Handle object,
+                                 Text const& pathText, Path const& records, ResponseElement& parent,
                                  int level, OutputFlags flags) {
     Texts collections = scope.request.collectionsForClass(tag);
     if (asksForAllCollections(collections)) {
         collections = allCollections(m_model.properties(object));
     }
-    for (const Text& collection : collections) {
+    for (Text const& collection : collections) {
         Handles members;
         loadCollection(m_model, object, collection, members);
         if (members.empty()) {

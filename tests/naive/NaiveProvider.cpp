@@ -8,20 +8,20 @@ namespace naive {
 
 namespace {
 
-const Text source = u"VexMDMaProvider";
-const Text doRequestFunction = u"VexMDMaProvider::doRequest";
-const Text securityFunction = u"VexMDMaProvider::RetrieveSecurityInfo";
-const Text engineFunction = u"VexMDMaProvider::getAccessEngine";
+Text const source = u"VexMDMaProvider";
+Text const doRequestFunction = u"VexMDMaProvider::doRequest";
+Text const securityFunction = u"VexMDMaProvider::RetrieveSecurityInfo";
+Text const engineFunction = u"VexMDMaProvider::getAccessEngine";
 
 int clampedToInt(long number) {
-    const long low = std::numeric_limits<int>::min();
-    const long high = std::numeric_limits<int>::max();
+    long const low = std::numeric_limits<int>::min();
+    long const high = std::numeric_limits<int>::max();
     return static_cast<int>(std::clamp(number, low, high));
 }
 
 } // namespace
 
-NaiveProvider::NaiveProvider(const NaiveHost& host, const Text& modelPath)
+NaiveProvider::NaiveProvider(NaiveHost const& host, Text const& modelPath)
     : m_host(host), m_model(host.model) {
     if (findText(modelPath, u"path:") == 0) {
         m_modelPath = substring(modelPath, 5, -1);
@@ -33,7 +33,7 @@ NaiveProvider::NaiveProvider(const NaiveHost& host, const Text& modelPath)
     m_modelPath = modelPath;
 }
 
-void NaiveProvider::doRequest(const NaiveRequest& request, ResponseDocument& document,
+void NaiveProvider::doRequest(NaiveRequest const& request, ResponseDocument& document,
                               WorkBudget& budget) {
     if (!request.hasMetadata()) {
         raise(1444379513, source, anyLine, doRequestFunction);
@@ -41,7 +41,7 @@ void NaiveProvider::doRequest(const NaiveRequest& request, ResponseDocument& doc
     if (!m_nonContentPath) {
         retrieveSecurityInfo();
     }
-    const int depth = clampedToInt(leadingInteger(request.option(u"Depth")));
+    int const depth = clampedToInt(leadingInteger(request.option(u"Depth")));
     if (request.option(u"function").empty()) {
         answerModelRequest(request, depth, document, budget);
     } else {
@@ -71,12 +71,12 @@ void NaiveProvider::retrieveSecurityInfo() {
     m_securityRetrieved = true;
 }
 
-void NaiveProvider::answerFunctionRequest(const NaiveRequest& request, ResponseDocument& document) {
+void NaiveProvider::answerFunctionRequest(NaiveRequest const& request, ResponseDocument& document) {
     std::unique_ptr<ResponseElement> package = document.createElement(u"package");
     if (m_source) {
         package->attributes[u"name"] = m_source->packageValue(m_host.locale);
-        for (const Text& name : request.propertiesForClass(u"package")) {
-            const Text value = m_source->packageProperty(m_host.locale, name);
+        for (Text const& name : request.propertiesForClass(u"package")) {
+            Text const value = m_source->packageProperty(m_host.locale, name);
             if (!value.empty() && isXmlName(name)) {
                 package->attributes[name] = value;
             }
@@ -85,11 +85,11 @@ void NaiveProvider::answerFunctionRequest(const NaiveRequest& request, ResponseD
     document.result().children.push_back(std::move(package));
 }
 
-void NaiveProvider::answerModelRequest(const NaiveRequest& request, int depth,
+void NaiveProvider::answerModelRequest(NaiveRequest const& request, int depth,
                                        ResponseDocument& document, WorkBudget& budget) {
     getModelLocales();
     writeGlobals(request, document);
-    const bool isReference = !request.option(u"start_atRef").empty();
+    bool const isReference = !request.option(u"start_atRef").empty();
     Text startPath = request.option(u"start_atRef");
     if (startPath.empty()) {
         startPath = request.option(u"start_atPath");
@@ -107,14 +107,14 @@ void NaiveProvider::answerModelRequest(const NaiveRequest& request, int depth,
     processRequest(scope, parts, startPath, isReference);
 }
 
-NaiveAccessEngine NaiveProvider::accessEngine(const NaiveRequest& request) const {
+NaiveAccessEngine NaiveProvider::accessEngine(NaiveRequest const& request) const {
     Texts views;
     if (!m_nonContentPath) {
         if (m_availableViews.empty()) {
             raise(1170699671, source, 212, engineFunction);
         }
         Texts requested;
-        const Text wanted = request.option(u"securityView");
+        Text const wanted = request.option(u"securityView");
         if (wanted.empty()) {
             views = m_availableViews;
         } else {
@@ -130,7 +130,7 @@ NaiveAccessEngine NaiveProvider::accessEngine(const NaiveRequest& request) const
     return NaiveAccessEngine(m_model, views, m_roles, m_nonContentPath);
 }
 
-Texts NaiveProvider::allAttributes(const Handles& properties) const {
+Texts NaiveProvider::allAttributes(Handles const& properties) const {
     Texts names = {u"ID"};
     for (Handle property : properties) {
         if (!m_model.hasChildObjects(property) && !m_model.hasProperties(property)) {
@@ -140,7 +140,7 @@ Texts NaiveProvider::allAttributes(const Handles& properties) const {
     return names;
 }
 
-Texts NaiveProvider::allCollections(const Handles& properties) const {
+Texts NaiveProvider::allCollections(Handles const& properties) const {
     Texts names;
     for (Handle property : properties) {
         if (m_model.hasChildObjects(property)) {

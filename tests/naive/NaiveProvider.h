@@ -12,8 +12,8 @@ namespace naive {
 
 /// What a session stands on.
 struct NaiveHost {
-    const PlainModel& model;
-    const PlainCatalogue* catalogue; ///< null when a model was given alone
+    PlainModel const& model;
+    PlainCatalogue const* catalogue; ///< null when a model was given alone
     Text user;
     Text locale; ///< the session's, as negotiated
 };
@@ -27,8 +27,8 @@ using Path = std::list<ElementInfo>;
 
 /// What stays the same while one request is answered.
 struct RequestScope {
-    const NaiveRequest& request;
-    const Text& locale;
+    NaiveRequest const& request;
+    Text const& locale;
     int depth;
     NaiveAccessEngine& engine;
     NaiveVisibility& visibility;
@@ -46,77 +46,77 @@ struct OutputFlags {
 /// Answers the metadata requests of one session, and keeps what lasts between them.
 class NaiveProvider {
 public:
-    NaiveProvider(const NaiveHost& host, const Text& modelPath);
+    NaiveProvider(NaiveHost const& host, Text const& modelPath);
 
-    void doRequest(const NaiveRequest& request, ResponseDocument& document, WorkBudget& budget);
+    void doRequest(NaiveRequest const& request, ResponseDocument& document, WorkBudget& budget);
 
 private:
     // Entry
     void retrieveSecurityInfo();
-    void answerFunctionRequest(const NaiveRequest& request, ResponseDocument& document);
-    void answerModelRequest(const NaiveRequest& request, int depth, ResponseDocument& document,
+    void answerFunctionRequest(NaiveRequest const& request, ResponseDocument& document);
+    void answerModelRequest(NaiveRequest const& request, int depth, ResponseDocument& document,
                             WorkBudget& budget);
-    NaiveAccessEngine accessEngine(const NaiveRequest& request) const;
+    NaiveAccessEngine accessEngine(NaiveRequest const& request) const;
 
     // Global information
     void getModelLocales();
-    void writeGlobals(const NaiveRequest& request, ResponseDocument& document) const;
+    void writeGlobals(NaiveRequest const& request, ResponseDocument& document) const;
 
     // The start object
-    void processRequest(RequestScope& scope, const Texts& parts, const Text& startPath,
+    void processRequest(RequestScope& scope, Texts const& parts, Text const& startPath,
                         bool isReference);
-    void walkStartPath(RequestScope& scope, const Texts& parts, const Text& startPath,
+    void walkStartPath(RequestScope& scope, Texts const& parts, Text const& startPath,
                        Handles found);
-    bool findItemInCollection(const Text& wanted, Handles& items, Path& path) const;
-    bool matchesInSupportedLocale(const Text& wanted, const Handles& items) const;
+    bool findItemInCollection(Text const& wanted, Handles& items, Path& path) const;
+    bool matchesInSupportedLocale(Text const& wanted, Handles const& items) const;
 
     // References
-    void processReference(RequestScope& scope, const Texts& parts, const Text& reference,
+    void processReference(RequestScope& scope, Texts const& parts, Text const& reference,
                           Handles found, bool secondPass);
-    bool findFilterOrCalculation(const Texts& parts, Handles& candidates, Path& path) const;
-    bool namespaceExistsBelow(const Text& name, const Handles& candidates) const;
-    bool findThroughShortcut(RequestScope& scope, const Texts& parts, const Text& reference);
-    bool findQueryItem(const Texts& parts, Handles& candidates, Path& path) const;
-    Handle findQuerySubject(Handle container, const Texts& parts, Path& path) const;
-    Handle findQuerySubjectModelWide(const Texts& parts) const;
+    bool findFilterOrCalculation(Texts const& parts, Handles& candidates, Path& path) const;
+    bool namespaceExistsBelow(Text const& name, Handles const& candidates) const;
+    bool findThroughShortcut(RequestScope& scope, Texts const& parts, Text const& reference);
+    bool findQueryItem(Texts const& parts, Handles& candidates, Path& path) const;
+    Handle findQuerySubject(Handle container, Texts const& parts, Path& path) const;
+    Handle findQuerySubjectModelWide(Texts const& parts) const;
     Handle shortcutTarget(Handle shortcut) const;
-    bool namespaceHasName(Handle object, const Text& wanted) const;
+    bool namespaceHasName(Handle object, Text const& wanted) const;
 
     // Shortcuts
-    void findShortcutReference(const Text& name, Handle& shortcut, Text& targetClass) const;
+    void findShortcutReference(Text const& name, Handle& shortcut, Text& targetClass) const;
     std::unique_ptr<ResponseElement> writeShortcut(RequestScope& scope, Handle shortcut,
-                                                   const Text& parentPath, const Path& path,
+                                                   Text const& parentPath, Path const& path,
                                                    int level, bool pathHoldsElement, bool atStart);
-    void setShortcutAttributes(const RequestScope& scope, const Texts& names, Handle shortcut,
-                               Handle target, const Text& name, const Text& pathText,
-                               const Text& reference, ResponseElement& element) const;
+    void setShortcutAttributes(RequestScope const& scope, Texts const& names, Handle shortcut,
+                               Handle target, Text const& name, Text const& pathText,
+                               Text const& reference, ResponseElement& element) const;
 
     // Classification
-    Text referenceOf(RequestScope& scope, const Path& path) const;
-    bool isNamespaceBoundary(RequestScope& scope, const ElementInfo& info,
+    Text referenceOf(RequestScope& scope, Path const& path) const;
+    bool isNamespaceBoundary(RequestScope& scope, ElementInfo const& info,
                              Text& namespaceName) const;
-    bool isShortcutToSegment(RequestScope& scope, const ElementInfo& info) const;
+    bool isShortcutToSegment(RequestScope& scope, ElementInfo const& info) const;
 
     // Output
-    void writeObjects(RequestScope& scope, const Text& className, const Text& startPath,
-                      const Path& path, ResponseElement& parent, const Handles& objects, int level,
+    void writeObjects(RequestScope& scope, Text const& className, Text const& startPath,
+                      Path const& path, ResponseElement& parent, Handles const& objects, int level,
                       OutputFlags flags);
-    void writeObject(RequestScope& scope, const Text& className, const Text& startPath,
-                     const Path& path, ResponseElement& parent, Handle object, int level,
+    void writeObject(RequestScope& scope, Text const& className, Text const& startPath,
+                     Path const& path, ResponseElement& parent, Handle object, int level,
                      OutputFlags flags);
-    bool setAttributes(RequestScope& scope, const Text& className, Handle object, OutputFlags flags,
+    bool setAttributes(RequestScope& scope, Text const& className, Handle object, OutputFlags flags,
                        Text& pathText, Path& records, ResponseElement& element) const;
-    void writeMembers(RequestScope& scope, const Text& tag, Handle object, const Text& pathText,
-                      const Path& records, ResponseElement& parent, int level, OutputFlags flags);
+    void writeMembers(RequestScope& scope, Text const& tag, Handle object, Text const& pathText,
+                      Path const& records, ResponseElement& parent, int level, OutputFlags flags);
 
     // Schema
-    Texts allAttributes(const Handles& properties) const;
-    Texts allCollections(const Handles& properties) const;
+    Texts allAttributes(Handles const& properties) const;
+    Texts allCollections(Handles const& properties) const;
     Text nameOf(Handle object) const;
     Text classOf(Handle object) const;
 
     NaiveHost m_host;
-    const PlainModel& m_model;
+    PlainModel const& m_model;
     Text m_modelPath;
     bool m_nonContentPath = false;
     bool m_securityRetrieved = false;

@@ -4,12 +4,12 @@ namespace naive {
 
 namespace {
 
-const Text source = u"VexMDMaProvider";
-const Text function = u"VexMDMaProvider::FindReferencedItem";
+Text const source = u"VexMDMaProvider";
+Text const function = u"VexMDMaProvider::FindReferencedItem";
 
 } // namespace
 
-bool NaiveProvider::findQueryItem(const Texts& parts, Handles& candidates, Path& path) const {
+bool NaiveProvider::findQueryItem(Texts const& parts, Handles& candidates, Path& path) const {
     if (!findItemInCollection(parts[0], candidates, path) &&
         !namespaceExistsBelow(parts[0], candidates)) {
         return false;
@@ -19,8 +19,8 @@ bool NaiveProvider::findQueryItem(const Texts& parts, Handles& candidates, Path&
         Text targetClass;
         findShortcutReference(parts[0], container, targetClass);
     }
-    const Handle querySubject = findQuerySubject(container, parts, path);
-    const Text& itemName = parts[2];
+    Handle const querySubject = findQuerySubject(container, parts, path);
+    Text const& itemName = parts[2];
 
     Handles items;
     loadCollection(m_model, querySubject, u"queryItem", items);
@@ -44,7 +44,7 @@ bool NaiveProvider::findQueryItem(const Texts& parts, Handles& candidates, Path&
     raise(1171025905, source, 1414, function, {itemName});
 }
 
-Handle NaiveProvider::findQuerySubject(Handle container, const Texts& parts, Path& path) const {
+Handle NaiveProvider::findQuerySubject(Handle container, Texts const& parts, Path& path) const {
     Handles direct;
     loadCollection(m_model, container, u"querySubject", direct);
     if (findItemInCollection(parts[1], direct, path)) {
@@ -55,7 +55,7 @@ Handle NaiveProvider::findQuerySubject(Handle container, const Texts& parts, Pat
     if (findItemInCollection(parts[1], shortcuts, path)) {
         return shortcutTarget(shortcuts.front());
     }
-    const Handle found = findQuerySubjectModelWide(parts);
+    Handle const found = findQuerySubjectModelWide(parts);
     path.push_front({parts[1], u"querySubject"});
     return found;
 }
@@ -75,7 +75,7 @@ Handle NaiveProvider::shortcutTarget(Handle shortcut) const {
     return target;
 }
 
-Handle NaiveProvider::findQuerySubjectModelWide(const Texts& parts) const {
+Handle NaiveProvider::findQuerySubjectModelWide(Texts const& parts) const {
     Handles subjects = m_model.elementsByTagName(m_rootNamespace, u"querySubject");
     if (subjects.empty()) {
         for (Handle shortcut : m_model.elementsByTagName(m_rootNamespace, u"shortcut")) {
@@ -102,7 +102,7 @@ Handle NaiveProvider::findQuerySubjectModelWide(const Texts& parts) const {
     raise(1171025905, source, 1357, function, {parts[1]});
 }
 
-bool NaiveProvider::namespaceHasName(Handle object, const Text& wanted) const {
+bool NaiveProvider::namespaceHasName(Handle object, Text const& wanted) const {
     Text value;
     m_model.readProperty(object, u"name", value, m_host.locale);
     if (value == wanted) {
@@ -112,7 +112,7 @@ bool NaiveProvider::namespaceHasName(Handle object, const Text& wanted) const {
     if (value == wanted) {
         return true;
     }
-    for (const Text& locale : m_supportedLocales) {
+    for (Text const& locale : m_supportedLocales) {
         Text name;
         m_model.readProperty(object, u"name", name, locale);
         if (name == wanted) {

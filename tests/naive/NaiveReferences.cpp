@@ -4,13 +4,13 @@ namespace naive {
 
 namespace {
 
-const Text source = u"VexMDMaProvider";
-const Text startFunction = u"VexMDMaProvider::processStartAtRefRequest";
-const Text shortcutFunction = u"VexMDMaProvider::FindReferencedShortcutQI";
+Text const source = u"VexMDMaProvider";
+Text const startFunction = u"VexMDMaProvider::processStartAtRefRequest";
+Text const shortcutFunction = u"VexMDMaProvider::FindReferencedShortcutQI";
 
 } // namespace
 
-void NaiveProvider::processReference(RequestScope& scope, const Texts& parts, const Text& reference,
+void NaiveProvider::processReference(RequestScope& scope, Texts const& parts, Text const& reference,
                                      Handles found, bool secondPass) {
     Path path;
     ResponseElement& parent = scope.document.result();
@@ -34,14 +34,14 @@ void NaiveProvider::processReference(RequestScope& scope, const Texts& parts, co
     writeObjects(scope, u"queryItem", reference, path, parent, found, 1, {true, false, true});
 }
 
-bool NaiveProvider::findFilterOrCalculation(const Texts& parts, Handles& candidates,
+bool NaiveProvider::findFilterOrCalculation(Texts const& parts, Handles& candidates,
                                             Path& path) const {
     if (!findItemInCollection(parts[0], candidates, path) &&
         !namespaceExistsBelow(parts[0], candidates)) {
         return false;
     }
-    const Handle container = candidates.front();
-    for (const Text& collection : {Text(u"filter"), Text(u"calculation"), Text(u"shortcut")}) {
+    Handle const container = candidates.front();
+    for (Text const& collection : {Text(u"filter"), Text(u"calculation"), Text(u"shortcut")}) {
         Handles items;
         loadCollection(m_model, container, collection, items);
         if (findItemInCollection(parts[1], items, path)) {
@@ -53,11 +53,11 @@ bool NaiveProvider::findFilterOrCalculation(const Texts& parts, Handles& candida
 }
 
 // Says only that there is such a namespace: the candidates stay as they are.
-bool NaiveProvider::namespaceExistsBelow(const Text& name, const Handles& candidates) const {
+bool NaiveProvider::namespaceExistsBelow(Text const& name, Handles const& candidates) const {
     for (Handle candidate : candidates) {
         Handles stack = {candidate};
         while (!stack.empty()) {
-            const Handle object = stack.back();
+            Handle const object = stack.back();
             stack.pop_back();
             Handles members;
             loadCollection(m_model, object, u"namespace", members);
@@ -72,9 +72,9 @@ bool NaiveProvider::namespaceExistsBelow(const Text& name, const Handles& candid
     return false;
 }
 
-bool NaiveProvider::findThroughShortcut(RequestScope& scope, const Texts& parts,
-                                        const Text& reference) {
-    const Handles shortcuts = m_model.elementsByTagName(m_rootNamespace, u"shortcut");
+bool NaiveProvider::findThroughShortcut(RequestScope& scope, Texts const& parts,
+                                        Text const& reference) {
+    Handles const shortcuts = m_model.elementsByTagName(m_rootNamespace, u"shortcut");
     if (shortcuts.empty()) {
         raise(1170653716, source, 1080, shortcutFunction, {parts[0]});
     }

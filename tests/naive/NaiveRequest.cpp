@@ -9,26 +9,26 @@ namespace naive {
 namespace {
 
 // An element's attributes come in the order of their names, as a document has them.
-void visit(const XmlElement& element, NaiveRequest& request) {
+void visit(XmlElement const& element, NaiveRequest& request) {
     request.takeElement(element.name);
     auto attributes = element.attributes;
     std::sort(attributes.begin(), attributes.end());
-    for (const auto& [name, value] : attributes) {
+    for (auto const& [name, value] : attributes) {
         request.takeAttribute(element.name, name, value);
     }
-    for (const auto& child : element.children) {
+    for (auto const& child : element.children) {
         visit(*child, request);
     }
 }
 
-void appendWithPrefix(const Texts& source, const Text& prefix, Texts& result) {
+void appendWithPrefix(Texts const& source, Text const& prefix, Texts& result) {
     Texts found;
-    for (const Text& entry : source) {
+    for (Text const& entry : source) {
         if (!startsWith(entry, prefix)) {
             continue;
         }
-        const Text rest = substring(entry, static_cast<int>(prefix.size()), -1);
-        const bool wildcard = startsWith(rest, u"*");
+        Text const rest = substring(entry, static_cast<int>(prefix.size()), -1);
+        bool const wildcard = startsWith(rest, u"*");
         if (wildcard) {
             found.clear();
         }
@@ -40,15 +40,15 @@ void appendWithPrefix(const Texts& source, const Text& prefix, Texts& result) {
     result.insert(result.end(), found.begin(), found.end());
 }
 
-void addConstraintsWithPrefix(const std::map<Text, Text>& source, const Text& prefix,
+void addConstraintsWithPrefix(std::map<Text, Text> const& source, Text const& prefix,
                               std::map<Text, Text>& result) {
     std::map<Text, Text> found;
-    for (const auto& [key, value] : source) {
+    for (auto const& [key, value] : source) {
         if (!startsWith(key, prefix)) {
             continue;
         }
-        const Text rest = substring(key, static_cast<int>(prefix.size()) + 2, -1);
-        const bool wildcard = startsWith(rest, u"*");
+        Text const rest = substring(key, static_cast<int>(prefix.size()) + 2, -1);
+        bool const wildcard = startsWith(rest, u"*");
         if (wildcard) {
             found.clear();
         }
@@ -62,17 +62,17 @@ void addConstraintsWithPrefix(const std::map<Text, Text>& source, const Text& pr
 
 } // namespace
 
-NaiveRequest::NaiveRequest(const std::string& document) {
+NaiveRequest::NaiveRequest(std::string const& document) {
     visit(*parseXml(document), *this);
 }
 
-void NaiveRequest::takeElement(const Text& element) {
+void NaiveRequest::takeElement(Text const& element) {
     if (element == u"Metadata") {
         m_hasMetadata = true;
     }
 }
 
-void NaiveRequest::takeAttribute(const Text& element, const Text& name, const Text& value) {
+void NaiveRequest::takeAttribute(Text const& element, Text const& name, Text const& value) {
     if (element == u"Metadata") {
         m_options.insert({name, value});
     } else if (element == u"Functions") {
@@ -86,30 +86,30 @@ void NaiveRequest::takeAttribute(const Text& element, const Text& name, const Te
     }
 }
 
-void NaiveRequest::takeConstraint(const Text& text) {
-    const int equals = findText(text, u"=");
-    const Text key = substring(text, 0, equals);
-    const Text rest = substring(text, equals + 1, -1);
-    const int bracket = findText(rest, u"]");
+void NaiveRequest::takeConstraint(Text const& text) {
+    int const equals = findText(text, u"=");
+    Text const key = substring(text, 0, equals);
+    Text const rest = substring(text, equals + 1, -1);
+    int const bracket = findText(rest, u"]");
     m_constraints.insert({key, substring(rest, 1, bracket - 1)});
 }
 
-Text NaiveRequest::option(const Text& name) const {
-    const auto found = m_options.find(name);
+Text NaiveRequest::option(Text const& name) const {
+    auto const found = m_options.find(name);
     return found == m_options.end() ? Text() : found->second;
 }
 
-Texts NaiveRequest::propertiesForClass(const Text& className) const {
+Texts NaiveRequest::propertiesForClass(Text const& className) const {
     Texts result;
-    for (const Text& prefix : {Text(u"./@"), Text(u"*/@"), className + u"/@"}) {
+    for (Text const& prefix : {Text(u"./@"), Text(u"*/@"), className + u"/@"}) {
         appendWithPrefix(m_attributeRequests, prefix, result);
     }
     return result;
 }
 
-Texts NaiveRequest::collectionsForClass(const Text& className) const {
+Texts NaiveRequest::collectionsForClass(Text const& className) const {
     Texts result;
-    for (const Text& prefix : {Text(u"./"), Text(u"*/"), className + u"/"}) {
+    for (Text const& prefix : {Text(u"./"), Text(u"*/"), className + u"/"}) {
         appendWithPrefix(m_collectionRequests, prefix, result);
     }
     result.push_back(u"shortcut");
@@ -117,15 +117,15 @@ Texts NaiveRequest::collectionsForClass(const Text& className) const {
     return result;
 }
 
-std::map<Text, Text> NaiveRequest::constraintsForClass(const Text& className) const {
+std::map<Text, Text> NaiveRequest::constraintsForClass(Text const& className) const {
     std::map<Text, Text> result;
-    for (const Text& prefix : {Text(u"."), Text(u"*"), className}) {
+    for (Text const& prefix : {Text(u"."), Text(u"*"), className}) {
         addConstraintsWithPrefix(m_constraints, prefix, result);
     }
     return result;
 }
 
-bool asksForAllCollections(const Texts& collections) {
+bool asksForAllCollections(Texts const& collections) {
     return collections.size() == 3 && collections.front() == u"*";
 }
 

@@ -10,23 +10,23 @@ namespace naive {
 class NaiveRequest {
 public:
     /// Throws std::runtime_error when the text is not well-formed.
-    explicit NaiveRequest(const std::string& document);
+    explicit NaiveRequest(std::string const& document);
 
     bool hasMetadata() const { return m_hasMetadata; }
-    Text option(const Text& name) const;
-    const Texts& attributeRequests() const { return m_attributeRequests; }
+    Text option(Text const& name) const;
+    Texts const& attributeRequests() const { return m_attributeRequests; }
 
-    Texts propertiesForClass(const Text& className) const;
+    Texts propertiesForClass(Text const& className) const;
     /// The last two are always "shortcut" and "namespace".
-    Texts collectionsForClass(const Text& className) const;
-    std::map<Text, Text> constraintsForClass(const Text& className) const;
+    Texts collectionsForClass(Text const& className) const;
+    std::map<Text, Text> constraintsForClass(Text const& className) const;
 
     /// Called by the reader for each attribute, in the order of the document's attribute map.
-    void takeAttribute(const Text& element, const Text& name, const Text& value);
-    void takeElement(const Text& element);
+    void takeAttribute(Text const& element, Text const& name, Text const& value);
+    void takeElement(Text const& element);
 
 private:
-    void takeConstraint(const Text& text);
+    void takeConstraint(Text const& text);
 
     bool m_hasMetadata = false;
     std::map<Text, Text> m_options;
@@ -36,6 +36,6 @@ private:
 };
 
 /// True when "*" is all that was asked for, beside the two names that are always appended.
-bool asksForAllCollections(const Texts& collections);
+bool asksForAllCollections(Texts const& collections);
 
 } // namespace naive

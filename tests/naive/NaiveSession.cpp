@@ -7,24 +7,24 @@ namespace {
 constexpr long metadataCode = 31000;
 constexpr long accessCode = 32000;
 
-void validate(const std::vector<Value>& in, std::size_t index, Value::Type expected,
-              const Text& source, int line) {
+void validate(std::vector<Value> const& in, std::size_t index, Value::Type expected,
+              Text const& source, int line) {
     if (index >= in.size() || in[index].type != expected) {
         raise(1444379511, source, line, u"VexAction::validateParameter");
     }
 }
 
-[[noreturn]] void refuseMissingAction(const Text& key) {
+[[noreturn]] void refuseMissingAction(Text const& key) {
     raise(1444379512, u"VexMAActionPlugin", anyLine, u"VexMAActionPlugin::DoAction", {key});
 }
 
 } // namespace
 
-NaiveSession::NaiveSession(const SessionOptions& options)
+NaiveSession::NaiveSession(SessionOptions const& options)
     : m_options(options), m_host{*options.model, options.catalogue, options.user,
                                  options.model->negotiatedLocale(options.locale)} {}
 
-Outcome NaiveSession::doAction(const Value& action, const std::vector<Value>& in) {
+Outcome NaiveSession::doAction(Value const& action, std::vector<Value> const& in) {
     Outcome outcome;
     ResponseDocument document(m_options.elementLimit);
     try {
@@ -39,12 +39,12 @@ Outcome NaiveSession::doAction(const Value& action, const std::vector<Value>& in
         } else {
             outcome.code = 6;
         }
-    } catch (const Failure& failure) {
+    } catch (Failure const& failure) {
         outcome.failure = failure;
-    } catch (const ElementLimitReached& reached) {
+    } catch (ElementLimitReached const& reached) {
         outcome.limit =
             "the response holds more than " + std::to_string(reached.limit) + " elements";
-    } catch (const GaveUp&) {
+    } catch (GaveUp const&) {
         outcome.gaveUp = true;
         return outcome;
     }
@@ -53,7 +53,7 @@ Outcome NaiveSession::doAction(const Value& action, const std::vector<Value>& in
 }
 
 // Only the kind of action that a session asks for first is ever made.
-void NaiveSession::requestMetadata(const std::vector<Value>& in, ResponseDocument& document,
+void NaiveSession::requestMetadata(std::vector<Value> const& in, ResponseDocument& document,
                                    Outcome& outcome) {
     if (!hasActions()) {
         m_metadata = std::make_unique<MetadataAction>();
@@ -73,7 +73,7 @@ void NaiveSession::requestMetadata(const std::vector<Value>& in, ResponseDocumen
     outcome.appended.push_back({true, 0});
 }
 
-void NaiveSession::checkAccess(const std::vector<Value>& in, Outcome& outcome) {
+void NaiveSession::checkAccess(std::vector<Value> const& in, Outcome& outcome) {
     if (!hasActions()) {
         m_access = std::make_unique<NaiveAccessAction>(m_host);
     }
@@ -84,7 +84,7 @@ void NaiveSession::checkAccess(const std::vector<Value>& in, Outcome& outcome) {
     validate(in, 1, Value::Type::String, u"VexAccessAction", anyLine);
     validate(in, 2, Value::Type::Object, u"VexAccessAction", anyLine);
     validate(in, 3, Value::Type::Long, u"VexAccessAction", anyLine);
-    const bool accessible = m_access->isAccessible(in[1].text, resolve(in[2].text), in[3].number);
+    bool const accessible = m_access->isAccessible(in[1].text, resolve(in[2].text), in[3].number);
     outcome.appended.push_back({false, 1});
     outcome.appended.push_back({false, accessible ? 1 : 0});
 }
@@ -96,11 +96,11 @@ void NaiveSession::notify(int kind) {
     }
 }
 
-Handle NaiveSession::resolve(const Text& object) const {
+Handle NaiveSession::resolve(Text const& object) const {
     if (object.empty()) {
         return nullptr;
     }
-    const Handle byId = m_host.model.objectWithId(object);
+    Handle const byId = m_host.model.objectWithId(object);
     return byId ? byId : m_host.model.objectWithReference(object);
 }
 

@@ -15,9 +15,9 @@ struct Value {
 
     static Value empty() { return {}; }
     static Value ofLong(long number) { return {Type::Long, number, {}, {}}; }
-    static Value ofString(const Text& text) { return {Type::String, 0, text, {}}; }
-    static Value ofObject(const Text& object) { return {Type::Object, 0, object, {}}; }
-    static Value ofNode(const std::string& xml) { return {Type::Node, 0, {}, xml}; }
+    static Value ofString(Text const& text) { return {Type::String, 0, text, {}}; }
+    static Value ofObject(Text const& object) { return {Type::Object, 0, object, {}}; }
+    static Value ofNode(std::string const& xml) { return {Type::Node, 0, {}, xml}; }
 };
 
 /// One value that an action appended to its output parameters.
@@ -37,8 +37,8 @@ struct Outcome {
 };
 
 struct SessionOptions {
-    const PlainModel* model = nullptr;
-    const PlainCatalogue* catalogue = nullptr;
+    PlainModel const* model = nullptr;
+    PlainCatalogue const* catalogue = nullptr;
     Text user;
     Text locale; ///< asked for; "" asks for the model's default locale
     std::size_t elementLimit = 2000000;
@@ -48,17 +48,17 @@ struct SessionOptions {
 /// A session as a host sees it. Model and catalogue must outlive it.
 class NaiveSession {
 public:
-    explicit NaiveSession(const SessionOptions& options);
+    explicit NaiveSession(SessionOptions const& options);
 
-    Outcome doAction(const Value& action, const std::vector<Value>& in);
+    Outcome doAction(Value const& action, std::vector<Value> const& in);
     void notify(int kind);
 
 private:
     bool hasActions() const { return m_metadata || m_access; }
-    void requestMetadata(const std::vector<Value>& in, ResponseDocument& document,
+    void requestMetadata(std::vector<Value> const& in, ResponseDocument& document,
                          Outcome& outcome);
-    void checkAccess(const std::vector<Value>& in, Outcome& outcome);
-    Handle resolve(const Text& object) const;
+    void checkAccess(std::vector<Value> const& in, Outcome& outcome);
+    Handle resolve(Text const& object) const;
 
     struct MetadataAction {
         std::unique_ptr<NaiveProvider> provider;

@@ -6,11 +6,11 @@ namespace naive {
 
 namespace {
 
-const Text source = u"VexMDMaProvider";
+Text const source = u"VexMDMaProvider";
 
 } // namespace
 
-void NaiveProvider::findShortcutReference(const Text& name, Handle& shortcut,
+void NaiveProvider::findShortcutReference(Text const& name, Handle& shortcut,
                                           Text& targetClass) const {
     Handle target = nullptr;
     for (Handle property : m_model.properties(shortcut)) {
@@ -29,12 +29,12 @@ void NaiveProvider::findShortcutReference(const Text& name, Handle& shortcut,
 }
 
 std::unique_ptr<ResponseElement> NaiveProvider::writeShortcut(RequestScope& scope, Handle shortcut,
-                                                              const Text& parentPath,
-                                                              const Path& path, int level,
+                                                              Text const& parentPath,
+                                                              Path const& path, int level,
                                                               bool pathHoldsElement, bool atStart) {
     scope.budget.spend();
     Path records = path;
-    const Text name = nameOf(shortcut);
+    Text const name = nameOf(shortcut);
     Handle target = nullptr;
     Text targetClass;
     for (Handle property : m_model.properties(shortcut)) {
@@ -56,8 +56,8 @@ std::unique_ptr<ResponseElement> NaiveProvider::writeShortcut(RequestScope& scop
         pathText += u".[" + name + u"]";
         records.push_front({name, u"shortcut"});
     }
-    const Text reference = referenceOf(scope, records);
-    const Texts collections = scope.request.collectionsForClass(targetClass);
+    Text const reference = referenceOf(scope, records);
+    Texts const collections = scope.request.collectionsForClass(targetClass);
     if (targetClass == u"namespace") {
         targetClass = u"folder";
     }
@@ -70,13 +70,13 @@ std::unique_ptr<ResponseElement> NaiveProvider::writeShortcut(RequestScope& scop
     if (scope.depth != 0 && level >= scope.depth) {
         return element;
     }
-    const bool endless = scope.depth == 0 &&
+    bool const endless = scope.depth == 0 &&
                          std::count(scope.expanding.begin(), scope.expanding.end(), shortcut) != 0;
     if (endless) {
         return element;
     }
     scope.expanding.push_back(shortcut);
-    for (const Text& collection : collections) {
+    for (Text const& collection : collections) {
         Handles members;
         loadCollection(m_model, target, collection, members);
         if (!members.empty()) {
@@ -89,12 +89,12 @@ std::unique_ptr<ResponseElement> NaiveProvider::writeShortcut(RequestScope& scop
 }
 
 // One value for the whole loop: a property that neither object has repeats what came before it.
-void NaiveProvider::setShortcutAttributes(const RequestScope& scope, const Texts& names,
-                                          Handle shortcut, Handle target, const Text& name,
-                                          const Text& pathText, const Text& reference,
+void NaiveProvider::setShortcutAttributes(RequestScope const& scope, Texts const& names,
+                                          Handle shortcut, Handle target, Text const& name,
+                                          Text const& pathText, Text const& reference,
                                           ResponseElement& element) const {
     Text value;
-    for (const Text& property : names) {
+    for (Text const& property : names) {
         if (property == u"name") {
             value = name;
         } else if (property == u"_path") {

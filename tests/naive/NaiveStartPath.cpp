@@ -4,22 +4,22 @@ namespace naive {
 
 namespace {
 
-const Text source = u"VexMDMaProvider";
+Text const source = u"VexMDMaProvider";
 // The two recorded names differ on purpose.
-const Text namespaceFunction = u"VexMDMAProvider::ProcessRequest";
-const Text nameFunction = u"VexMDMaProviderR::ProcessRequest";
+Text const namespaceFunction = u"VexMDMAProvider::ProcessRequest";
+Text const nameFunction = u"VexMDMaProviderR::ProcessRequest";
 
 } // namespace
 
-void NaiveProvider::processRequest(RequestScope& scope, const Texts& parts, const Text& startPath,
+void NaiveProvider::processRequest(RequestScope& scope, Texts const& parts, Text const& startPath,
                                    bool isReference) {
-    const Handles namespaces = m_model.elementsByTagName(m_model.root(), u"namespace");
+    Handles const namespaces = m_model.elementsByTagName(m_model.root(), u"namespace");
     if (namespaces.empty()) {
         raise(1170809568, source, 589, namespaceFunction);
     }
     m_rootNamespace = namespaces.front();
     if (startPath.empty()) {
-        const Text path = u"[" + nameOf(m_rootNamespace) + u"]";
+        Text const path = u"[" + nameOf(m_rootNamespace) + u"]";
         Texts names;
         if (!splitStartPath(path, names)) {
             raise(1170869272, source, 615, namespaceFunction);
@@ -44,7 +44,7 @@ void NaiveProvider::processRequest(RequestScope& scope, const Texts& parts, cons
     walkStartPath(scope, parts, startPath, found);
 }
 
-void NaiveProvider::walkStartPath(RequestScope& scope, const Texts& parts, const Text& startPath,
+void NaiveProvider::walkStartPath(RequestScope& scope, Texts const& parts, Text const& startPath,
                                   Handles found) {
     Text currentClass = classOf(found.front());
     Path path = {{parts.front(), currentClass}};
@@ -54,8 +54,8 @@ void NaiveProvider::walkStartPath(RequestScope& scope, const Texts& parts, const
     }
     bool followedShortcut = false;
     for (std::size_t cursor = 1; cursor < parts.size(); ++cursor) {
-        const Text& part = parts[cursor];
-        const bool lastPart = cursor + 1 == parts.size();
+        Text const& part = parts[cursor];
+        bool const lastPart = cursor + 1 == parts.size();
         for (std::size_t c = 0; c < collections.size(); ++c) {
             Handles items;
             loadCollection(m_model, found.front(), collections[c], items);
@@ -77,16 +77,16 @@ void NaiveProvider::walkStartPath(RequestScope& scope, const Texts& parts, const
                  {false, followedShortcut, true});
 }
 
-bool NaiveProvider::findItemInCollection(const Text& wanted, Handles& items, Path& path) const {
+bool NaiveProvider::findItemInCollection(Text const& wanted, Handles& items, Path& path) const {
     Text value;
     for (Handle item : items) {
         m_model.readProperty(item, u"name", value, m_host.locale);
         Text className = classOf(item);
-        const Text matchedName = value;
+        Text const matchedName = value;
         if (value != wanted) {
             m_model.readProperty(item, u"name", value, m_defaultLocale);
         }
-        const bool matches =
+        bool const matches =
             (!value.empty() && value == wanted) || matchesInSupportedLocale(wanted, items);
         if (!matches) {
             continue;
@@ -112,7 +112,7 @@ bool NaiveProvider::findItemInCollection(const Text& wanted, Handles& items, Pat
 
 // Locale j is paired with item j, whichever item is being looked at. Past the last item there is
 // no name.
-bool NaiveProvider::matchesInSupportedLocale(const Text& wanted, const Handles& items) const {
+bool NaiveProvider::matchesInSupportedLocale(Text const& wanted, Handles const& items) const {
     bool matches = false;
     for (std::size_t j = 0; j < m_supportedLocales.size(); ++j) {
         Text name;

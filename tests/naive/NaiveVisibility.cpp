@@ -2,14 +2,14 @@
 
 namespace naive {
 
-NaiveVisibility::NaiveVisibility(const PlainModel& model, NaiveAccessEngine& engine)
+NaiveVisibility::NaiveVisibility(PlainModel const& model, NaiveAccessEngine& engine)
     : m_model(model), m_engine(engine) {}
 
 // An id that is known keeps its first verdict. So the namespace that is asked about, entered as 0
 // before it is examined, stays 0 also when something is found in it.
 int NaiveVisibility::isVisible(Handle& object) {
-    const Text id = idOf(object);
-    const auto known = m_verdicts.find(id);
+    Text const id = idOf(object);
+    auto const known = m_verdicts.find(id);
     if (known != m_verdicts.end()) {
         return known->second;
     }
@@ -18,14 +18,14 @@ int NaiveVisibility::isVisible(Handle& object) {
         return 1;
     }
     m_verdicts.insert({id, 0});
-    const int examined = examineNamespace(object);
+    int const examined = examineNamespace(object);
     return examined == 1 ? isVisible(object) : examined;
 }
 
 int NaiveVisibility::examineNamespace(Handle& object) {
     int result = 2;
     Handles found;
-    for (const Text& className :
+    for (Text const& className :
          {Text(u"folder"), Text(u"querySubject"), Text(u"queryItem"), Text(u"queryItemFolder"),
           Text(u"filter"), Text(u"calculation"), Text(u"shortcut")}) {
         if (hasIncludedChild(object, className, found)) {
@@ -39,7 +39,7 @@ int NaiveVisibility::examineNamespace(Handle& object) {
     return result;
 }
 
-bool NaiveVisibility::hasIncludedChild(Handle& object, const Text& className, Handles& found) {
+bool NaiveVisibility::hasIncludedChild(Handle& object, Text const& className, Handles& found) {
     loadCollection(m_model, object, className, found);
     for (Handle child : found) {
         if (!m_engine.isIncluded(idOf(child), false)) {
@@ -64,7 +64,7 @@ Text NaiveVisibility::idOf(Handle object) const {
     return id;
 }
 
-void loadCollection(const PlainModel& model, Handle object, const Text& name, Handles& found) {
+void loadCollection(PlainModel const& model, Handle object, Text const& name, Handles& found) {
     for (Handle child : model.childObjects(object)) {
         Text className;
         model.getName(child, className);
@@ -74,7 +74,7 @@ void loadCollection(const PlainModel& model, Handle object, const Text& name, Ha
     }
 }
 
-Handle parentNamespace(const PlainModel& model, Handle object) {
+Handle parentNamespace(PlainModel const& model, Handle object) {
     Handle ancestor = model.getParent(object);
     Text className;
     model.getName(ancestor, className);

@@ -9,25 +9,25 @@ namespace naive {
 /// Does a namespace that is not included hold something that is?
 class NaiveVisibility {
 public:
-    NaiveVisibility(const PlainModel& model, NaiveAccessEngine& engine);
+    NaiveVisibility(PlainModel const& model, NaiveAccessEngine& engine);
 
     /// 1 is visible; 0 and 2 are not. The handle may be replaced.
     int isVisible(Handle& object);
 
 private:
     int examineNamespace(Handle& object);
-    bool hasIncludedChild(Handle& object, const Text& className, Handles& found);
+    bool hasIncludedChild(Handle& object, Text const& className, Handles& found);
     Text idOf(Handle object) const;
 
-    const PlainModel& m_model;
+    PlainModel const& m_model;
     NaiveAccessEngine& m_engine;
     std::map<Text, int> m_verdicts;
 };
 
 /// Appends the child objects of one class.
-void loadCollection(const PlainModel& model, Handle object, const Text& name, Handles& found);
+void loadCollection(PlainModel const& model, Handle object, Text const& name, Handles& found);
 
 /// The nearest namespace above the object, or null.
-Handle parentNamespace(const PlainModel& model, Handle object);
+Handle parentNamespace(PlainModel const& model, Handle object);
 
 } // namespace naive

@@ -6,20 +6,20 @@ namespace naive {
 
 namespace {
 
-Text attributeOf(const XmlElement& element, const Text& name) {
-    const Text* value = element.attribute(name);
+Text attributeOf(XmlElement const& element, Text const& name) {
+    Text const* value = element.attribute(name);
     return value ? *value : Text();
 }
 
 } // namespace
 
-PlainCatalogue::PlainCatalogue(const std::string& document) {
-    const std::unique_ptr<XmlElement> tree = parseXml(document);
-    for (const auto& element : tree->children) {
+PlainCatalogue::PlainCatalogue(std::string const& document) {
+    std::unique_ptr<XmlElement> const tree = parseXml(document);
+    for (auto const& element : tree->children) {
         if (element->name == u"user") {
             User user;
             user.name = attributeOf(*element, u"name");
-            for (const auto& role : element->children) {
+            for (auto const& role : element->children) {
                 user.roles.push_back(trimmed(role->text));
             }
             m_users.push_back(std::move(user));
@@ -27,7 +27,7 @@ PlainCatalogue::PlainCatalogue(const std::string& document) {
         }
         Entry entry;
         entry.path = attributeOf(*element, u"path");
-        for (const auto& part : element->children) {
+        for (auto const& part : element->children) {
             if (part->name == u"package") {
                 entry.package = std::make_unique<Node>();
                 entry.package->cls = u"package";
@@ -42,7 +42,7 @@ PlainCatalogue::PlainCatalogue(const std::string& document) {
 
 Texts PlainCatalogue::modelPaths() const {
     Texts paths;
-    for (const Entry& entry : m_entries) {
+    for (Entry const& entry : m_entries) {
         paths.push_back(entry.path);
     }
     return paths;
@@ -50,14 +50,14 @@ Texts PlainCatalogue::modelPaths() const {
 
 Texts PlainCatalogue::userNames() const {
     Texts names;
-    for (const User& user : m_users) {
+    for (User const& user : m_users) {
         names.push_back(user.name);
     }
     return names;
 }
 
-Texts PlainCatalogue::rolesOf(const Text& user) const {
-    for (const User& known : m_users) {
+Texts PlainCatalogue::rolesOf(Text const& user) const {
+    for (User const& known : m_users) {
         if (known.name == user) {
             return known.roles;
         }
@@ -65,9 +65,9 @@ Texts PlainCatalogue::rolesOf(const Text& user) const {
     return {};
 }
 
-std::optional<SecuritySource> PlainCatalogue::source(const Text& modelPath, const Text& user,
-                                                     const Text& defaultLocale) const {
-    for (const Entry& entry : m_entries) {
+std::optional<SecuritySource> PlainCatalogue::source(Text const& modelPath, Text const& user,
+                                                     Text const& defaultLocale) const {
+    for (Entry const& entry : m_entries) {
         if (entry.path != modelPath) {
             continue;
         }
@@ -75,10 +75,10 @@ std::optional<SecuritySource> PlainCatalogue::source(const Text& modelPath, cons
         source.roles = rolesOf(user);
         source.package = entry.package.get();
         source.defaultLocale = defaultLocale;
-        for (const auto& [role, view] : entry.grants) {
-            const bool held =
+        for (auto const& [role, view] : entry.grants) {
+            bool const held =
                 std::find(source.roles.begin(), source.roles.end(), role) != source.roles.end();
-            const bool known =
+            bool const known =
                 std::find(source.views.begin(), source.views.end(), view) != source.views.end();
             if (held && !known) {
                 source.views.push_back(view);
@@ -90,15 +90,15 @@ std::optional<SecuritySource> PlainCatalogue::source(const Text& modelPath, cons
     return std::nullopt;
 }
 
-Text SecuritySource::packageValue(const Text& locale) const {
+Text SecuritySource::packageValue(Text const& locale) const {
     return packageProperty(locale, u"value");
 }
 
-Text SecuritySource::packageProperty(const Text& locale, const Text& name) const {
+Text SecuritySource::packageProperty(Text const& locale, Text const& name) const {
     if (!package) {
         return Text();
     }
-    const Handle property = findSimpleProperty(package, name, locale, defaultLocale);
+    Handle const property = findSimpleProperty(package, name, locale, defaultLocale);
     return property ? property->value.value_or(Text()) : Text();
 }
 

@@ -12,22 +12,22 @@ public:
     Handle package = nullptr;
     Text defaultLocale;
 
-    Text packageValue(const Text& locale) const;
-    Text packageProperty(const Text& locale, const Text& name) const;
+    Text packageValue(Text const& locale) const;
+    Text packageProperty(Text const& locale, Text const& name) const;
 };
 
 /// The catalogue as a tree of XML elements, looked through for every question.
 class PlainCatalogue {
 public:
-    explicit PlainCatalogue(const std::string& document);
+    explicit PlainCatalogue(std::string const& document);
 
     Texts modelPaths() const;
     Texts userNames() const;
 
     /// Nothing for a path that the catalogue lacks. The package's locale rule uses the default
     /// locale of the model.
-    std::optional<SecuritySource> source(const Text& modelPath, const Text& user,
-                                         const Text& defaultLocale) const;
+    std::optional<SecuritySource> source(Text const& modelPath, Text const& user,
+                                         Text const& defaultLocale) const;
 
 private:
     struct Entry {
@@ -40,7 +40,7 @@ private:
         Texts roles;
     };
 
-    Texts rolesOf(const Text& user) const;
+    Texts rolesOf(Text const& user) const;
 
     std::vector<Entry> m_entries;
     std::vector<User> m_users;

@@ -6,12 +6,12 @@ namespace naive {
 
 namespace {
 
-const Text nameProperty = u"name";
+Text const nameProperty = u"name";
 
 /// The element and everything below it, in document order.
 void collectElements(Handle element, Handles& all) {
     all.push_back(element);
-    for (const auto& child : element->children) {
+    for (auto const& child : element->children) {
         collectElements(child.get(), all);
     }
 }
@@ -26,16 +26,16 @@ Handle enclosingNamespace(Handle element) {
 
 } // namespace
 
-Handle findSimpleProperty(Handle owner, const Text& name, const Text& locale,
-                          const Text& defaultLocale) {
+Handle findSimpleProperty(Handle owner, Text const& name, Text const& locale,
+                          Text const& defaultLocale) {
     Handles values;
-    for (const auto& property : owner->properties) {
+    for (auto const& property : owner->properties) {
         if (property->cls == name) {
             values.push_back(property.get());
         }
     }
-    const auto valueFor = [&values](const Text& wanted) {
-        const auto found = std::find_if(values.begin(), values.end(),
+    auto const valueFor = [&values](Text const& wanted) {
+        auto const found = std::find_if(values.begin(), values.end(),
                                         [&](Handle value) { return value->locale == wanted; });
         return found == values.end() ? nullptr : *found;
     };
@@ -56,16 +56,16 @@ Handle findSimpleProperty(Handle owner, const Text& name, const Text& locale,
     return valueFor(u"");
 }
 
-Text PlainModel::negotiatedLocale(const Text& asked) const {
+Text PlainModel::negotiatedLocale(Text const& asked) const {
     Texts entries;
-    for (const auto& property : m_root->properties) {
+    for (auto const& property : m_root->properties) {
         if (property->cls == u"locales") {
-            for (const auto& entry : property->properties) {
+            for (auto const& entry : property->properties) {
                 entries.push_back(entry->value.value_or(Text()));
             }
         }
     }
-    const Text canonical = asked.empty() ? Text() : canonicalLocale(asked);
+    Text const canonical = asked.empty() ? Text() : canonicalLocale(asked);
     for (Text wanted = canonical; !wanted.empty(); wanted = parentLocale(wanted)) {
         if (std::find(entries.begin(), entries.end(), wanted) != entries.end()) {
             return canonical;
@@ -74,7 +74,7 @@ Text PlainModel::negotiatedLocale(const Text& asked) const {
     return m_defaultLocale;
 }
 
-Handle PlainModel::objectWithId(const Text& id) const {
+Handle PlainModel::objectWithId(Text const& id) const {
     Handles all;
     collectElements(root(), all);
     for (Handle element : all) {
@@ -86,7 +86,7 @@ Handle PlainModel::objectWithId(const Text& id) const {
 }
 
 std::optional<Texts> PlainModel::referenceOf(Handle element) const {
-    const auto nameOf = [this](Handle named) {
+    auto const nameOf = [this](Handle named) {
         Text name;
         readProperty(named, nameProperty, name, m_defaultLocale);
         return name;
@@ -94,7 +94,7 @@ std::optional<Texts> PlainModel::referenceOf(Handle element) const {
     if (element->cls == u"namespace") {
         return Texts{nameOf(element)};
     }
-    const Handle enclosing = enclosingNamespace(element);
+    Handle const enclosing = enclosingNamespace(element);
     if (!enclosing) {
         return std::nullopt;
     }
@@ -108,7 +108,7 @@ std::optional<Texts> PlainModel::referenceOf(Handle element) const {
     return names;
 }
 
-Handle PlainModel::objectWithReference(const Text& reference) const {
+Handle PlainModel::objectWithReference(Text const& reference) const {
     Texts names;
     if (!splitStartPath(reference, names)) {
         return nullptr;
@@ -156,8 +156,8 @@ Handles PlainModel::childObjects(Handle object) const {
     if (!object) {
         return result;
     }
-    const bool collection = object->kind == Kind::CollectionProperty;
-    for (const auto& child : collection ? object->parent->children : object->children) {
+    bool const collection = object->kind == Kind::CollectionProperty;
+    for (auto const& child : collection ? object->parent->children : object->children) {
         if (!collection || child->cls == object->cls) {
             result.push_back(child.get());
         }
@@ -171,9 +171,9 @@ Handles PlainModel::properties(Handle object) const {
         return result;
     }
     Texts listed;
-    for (const auto& property : object->properties) {
-        const bool hasUnlocalised =
-            std::any_of(object->properties.begin(), object->properties.end(), [&](const auto& p) {
+    for (auto const& property : object->properties) {
+        bool const hasUnlocalised =
+            std::any_of(object->properties.begin(), object->properties.end(), [&](auto const& p) {
                 return p->cls == property->cls && p->locale.empty();
             });
         if (property->locale.empty()) {
@@ -184,7 +184,7 @@ Handles PlainModel::properties(Handle object) const {
             result.push_back(findSimpleProperty(object, property->cls, u"", m_defaultLocale));
         }
     }
-    for (const auto& collection : object->collections) {
+    for (auto const& collection : object->collections) {
         result.push_back(collection.get());
     }
     return result;
@@ -198,7 +198,7 @@ bool PlainModel::hasProperties(Handle object) const {
     return !properties(object).empty();
 }
 
-Handles PlainModel::elementsByTagName(Handle object, const Text& tag) const {
+Handles PlainModel::elementsByTagName(Handle object, Text const& tag) const {
     Handles result;
     if (!object || object->kind != Kind::Element) {
         return result;
@@ -213,19 +213,19 @@ Handles PlainModel::elementsByTagName(Handle object, const Text& tag) const {
     return result;
 }
 
-Handle PlainModel::propertyByName(Handle object, const Text& name, const Text& locale) const {
+Handle PlainModel::propertyByName(Handle object, Text const& name, Text const& locale) const {
     if (!object) {
         return nullptr;
     }
     if (name == u"ID" && object->kind == Kind::Element) {
         return object->idProperty.get();
     }
-    const bool isSimple = std::any_of(object->properties.begin(), object->properties.end(),
-                                      [&](const auto& property) { return property->cls == name; });
+    bool const isSimple = std::any_of(object->properties.begin(), object->properties.end(),
+                                      [&](auto const& property) { return property->cls == name; });
     if (isSimple) {
         return findSimpleProperty(object, name, locale, m_defaultLocale);
     }
-    for (const auto& collection : object->collections) {
+    for (auto const& collection : object->collections) {
         if (collection->cls == name) {
             return collection.get();
         }
@@ -233,9 +233,9 @@ Handle PlainModel::propertyByName(Handle object, const Text& name, const Text& l
     return nullptr;
 }
 
-void PlainModel::readProperty(Handle object, const Text& name, Text& value,
-                              const Text& locale) const {
-    if (const Handle property = propertyByName(object, name, locale)) {
+void PlainModel::readProperty(Handle object, Text const& name, Text& value,
+                              Text const& locale) const {
+    if (Handle const property = propertyByName(object, name, locale)) {
         getValue(property, value);
     }
 }

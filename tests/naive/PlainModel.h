@@ -27,32 +27,32 @@ struct Node {
 };
 
 /// A model object, or null.
-using Handle = const Node*;
+using Handle = Node const*;
 using Handles = std::vector<Handle>;
 
 /// Reads the properties of an XML element: the attributes but `excluded`, then the `property`
 /// elements.
-void readProperties(const XmlElement& from, const Texts& excluded, Node& owner);
+void readProperties(XmlElement const& from, Texts const& excluded, Node& owner);
 
 /// A locale's own value, else its nearest parent's, else the unlocalised one, else null. The
 /// locale "" stands for none.
-Handle findSimpleProperty(Handle owner, const Text& name, const Text& locale,
-                          const Text& defaultLocale);
+Handle findSimpleProperty(Handle owner, Text const& name, Text const& locale,
+                          Text const& defaultLocale);
 
 /// The model as a tree, every question answered by looking through it. Every operation is defined
 /// on a null handle. The out-argument of an operation that gives false stays as it was.
 class PlainModel {
 public:
-    explicit PlainModel(const std::string& document);
+    explicit PlainModel(std::string const& document);
 
     Handle root() const { return m_root.get(); }
-    const Text& defaultLocale() const { return m_defaultLocale; }
+    Text const& defaultLocale() const { return m_defaultLocale; }
 
     /// The asked locale when it or a parent of it is among the model's, else the default locale.
-    Text negotiatedLocale(const Text& asked) const;
+    Text negotiatedLocale(Text const& asked) const;
 
-    Handle objectWithId(const Text& id) const;
-    Handle objectWithReference(const Text& reference) const;
+    Handle objectWithId(Text const& id) const;
+    Handle objectWithReference(Text const& reference) const;
     std::optional<Texts> referenceOf(Handle element) const;
 
     bool getId(Handle object, Text& id) const;
@@ -63,11 +63,11 @@ public:
     Handles properties(Handle object) const;
     bool hasChildObjects(Handle object) const;
     bool hasProperties(Handle object) const;
-    Handles elementsByTagName(Handle object, const Text& tag) const;
-    Handle propertyByName(Handle object, const Text& name, const Text& locale) const;
+    Handles elementsByTagName(Handle object, Text const& tag) const;
+    Handle propertyByName(Handle object, Text const& name, Text const& locale) const;
 
     /// Leaves `value` as it was when the object has no such property or the property no value.
-    void readProperty(Handle object, const Text& name, Text& value, const Text& locale) const;
+    void readProperty(Handle object, Text const& name, Text& value, Text const& locale) const;
 
 private:
     std::unique_ptr<Node> m_root;

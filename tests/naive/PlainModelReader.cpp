@@ -6,15 +6,15 @@ namespace naive {
 
 namespace {
 
-bool isOneOf(const Text& name, const Texts& names) {
+bool isOneOf(Text const& name, Texts const& names) {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-std::optional<Text> unlessEmpty(const Text& text) {
+std::optional<Text> unlessEmpty(Text const& text) {
     return text.empty() ? std::optional<Text>() : std::optional<Text>(text);
 }
 
-Node& addProperty(Node& owner, const Text& name, const std::optional<Text>& value) {
+Node& addProperty(Node& owner, Text const& name, std::optional<Text> const& value) {
     auto property = std::make_unique<Node>();
     property->kind = Kind::SimpleProperty;
     property->cls = name;
@@ -24,23 +24,23 @@ Node& addProperty(Node& owner, const Text& name, const std::optional<Text>& valu
     return *owner.properties.back();
 }
 
-void readPropertyElement(const XmlElement& from, Node& owner) {
-    const Text* name = from.attribute(u"name");
+void readPropertyElement(XmlElement const& from, Node& owner) {
+    Text const* name = from.attribute(u"name");
     Node& property = addProperty(owner, name ? *name : Text(), unlessEmpty(trimmed(from.text)));
-    if (const Text* locale = from.attribute(u"locale")) {
+    if (Text const* locale = from.attribute(u"locale")) {
         property.locale = canonicalLocale(*locale);
     }
-    if (const Text* role = from.attribute(u"role")) {
+    if (Text const* role = from.attribute(u"role")) {
         property.role = *role;
     }
-    for (const auto& child : from.children) {
+    for (auto const& child : from.children) {
         readPropertyElement(*child, property);
     }
 }
 
-void readLocales(const XmlElement& from, Node& owner) {
+void readLocales(XmlElement const& from, Node& owner) {
     Node& locales = addProperty(owner, u"locales", std::nullopt);
-    for (const auto& entry : from.children) {
+    for (auto const& entry : from.children) {
         addProperty(locales, u"locale", unlessEmpty(canonicalLocale(trimmed(entry->text))));
     }
 }
@@ -57,7 +57,7 @@ void addIdProperty(Node& element) {
 
 void addCollectionProperties(Node& element) {
     Texts seen;
-    for (const auto& child : element.children) {
+    for (auto const& child : element.children) {
         if (!isOneOf(child->cls, seen)) {
             seen.push_back(child->cls);
             auto collection = std::make_unique<Node>();
@@ -69,22 +69,22 @@ void addCollectionProperties(Node& element) {
     }
 }
 
-std::unique_ptr<Node> readElement(const XmlElement& from, Node* parent) {
+std::unique_ptr<Node> readElement(XmlElement const& from, Node* parent) {
     auto element = std::make_unique<Node>();
     element->cls = from.name;
     element->parent = parent;
     element->value = unlessEmpty(trimmed(from.text));
-    if (const Text* id = from.attribute(u"id")) {
+    if (Text const* id = from.attribute(u"id")) {
         element->id = *id;
     }
-    if (const Text* role = from.attribute(u"role")) {
+    if (Text const* role = from.attribute(u"role")) {
         element->role = *role;
     }
-    if (const Text* ownClass = from.attribute(u"class")) {
+    if (Text const* ownClass = from.attribute(u"class")) {
         element->ownClass = *ownClass;
     }
     readProperties(from, {u"id", u"role", u"class"}, *element);
-    for (const auto& child : from.children) {
+    for (auto const& child : from.children) {
         if (child->name != u"property" && child->name != u"locales") {
             element->children.push_back(readElement(*child, element.get()));
         }
@@ -96,14 +96,14 @@ std::unique_ptr<Node> readElement(const XmlElement& from, Node* parent) {
 
 } // namespace
 
-void readProperties(const XmlElement& from, const Texts& excluded, Node& owner) {
-    for (const auto& [name, value] : from.attributes) {
+void readProperties(XmlElement const& from, Texts const& excluded, Node& owner) {
+    for (auto const& [name, value] : from.attributes) {
         if (!isOneOf(name, excluded) && !startsWith(name, u"xml:")) {
-            const bool isLocale = name == u"defaultLocale" && from.name == u"model";
+            bool const isLocale = name == u"defaultLocale" && from.name == u"model";
             addProperty(owner, name, unlessEmpty(isLocale ? canonicalLocale(value) : value));
         }
     }
-    for (const auto& child : from.children) {
+    for (auto const& child : from.children) {
         if (child->name == u"property") {
             readPropertyElement(*child, owner);
         } else if (child->name == u"locales") {
@@ -112,9 +112,9 @@ void readProperties(const XmlElement& from, const Texts& excluded, Node& owner) 
     }
 }
 
-PlainModel::PlainModel(const std::string& document) {
-    const std::unique_ptr<XmlElement> tree = parseXml(document);
-    const Text* written = tree->attribute(u"defaultLocale");
+PlainModel::PlainModel(std::string const& document) {
+    std::unique_ptr<XmlElement> const tree = parseXml(document);
+    Text const* written = tree->attribute(u"defaultLocale");
     m_defaultLocale = written ? canonicalLocale(*written) : Text(u"en_US");
     m_root = readElement(*tree, nullptr);
 }

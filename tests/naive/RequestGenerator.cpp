@@ -7,7 +7,7 @@ namespace naive {
 
 namespace {
 
-const std::vector<std::string> classNames = {"namespace",   "folder",          "querySubject",
+std::vector<std::string> const classNames = {"namespace",   "folder",          "querySubject",
                                              "queryItem",   "queryItemFolder", "filter",
                                              "calculation", "shortcut",        "package"};
 
@@ -22,7 +22,7 @@ bool isBelowNamespace(Handle object) {
 
 } // namespace
 
-RequestGenerator::RequestGenerator(Random& random, const PlainModel& model, Text locale)
+RequestGenerator::RequestGenerator(Random& random, PlainModel const& model, Text locale)
     : m_random(random), m_model(model), m_locale(std::move(locale)) {
     for (Handle object : allObjects(model)) {
         if (isBelowNamespace(object)) {
@@ -33,7 +33,7 @@ RequestGenerator::RequestGenerator(Random& random, const PlainModel& model, Text
 
 std::string RequestGenerator::request() {
     m_classesOnPath.clear();
-    const std::string chosen = options();
+    std::string const chosen = options();
     std::string inside = properties();
     inside += collections();
     inside += globals();
@@ -41,8 +41,8 @@ std::string RequestGenerator::request() {
     if (m_random.chance(1)) {
         return "<Other>" + inside + "</Other>";
     }
-    const std::string functions = m_random.chance(2) ? "<Functions any=\"\"/>" : "";
-    const std::string metadata = "<Metadata" + chosen + ">" + functions + inside + "</Metadata>";
+    std::string const functions = m_random.chance(2) ? "<Functions any=\"\"/>" : "";
+    std::string const metadata = "<Metadata" + chosen + ">" + functions + inside + "</Metadata>";
     switch (m_random.weighted({85, 6, 5, 4})) {
     case 0:
         return metadata;
@@ -62,7 +62,7 @@ std::string RequestGenerator::options() {
         text += attribute("function", m_random.chance(90) ? "package" : "");
     }
     if (m_random.chance(9)) {
-        const int view = m_random.chance(50) ? 1 : m_random.between(1, 3);
+        int const view = m_random.chance(50) ? 1 : m_random.between(1, 3);
         text += attribute("securityView", "v" + std::to_string(view));
     }
     if (m_random.chance(10)) {
@@ -93,7 +93,7 @@ std::string RequestGenerator::depth() {
 }
 
 std::string RequestGenerator::start() {
-    const auto path = [this] { return toUtf8(spoilt(startPath())); };
+    auto const path = [this] { return toUtf8(spoilt(startPath())); };
     switch (m_random.weighted({14, 52, 16, 14, 4})) {
     case 0:
         return "";
@@ -119,7 +119,7 @@ std::string RequestGenerator::prefix() {
     }
 }
 
-std::string RequestGenerator::entry(const std::string& element, const std::string& text) {
+std::string RequestGenerator::entry(std::string const& element, std::string const& text) {
     std::string result = "<" + element + attribute("name", text);
     if (m_random.chance(3)) {
         result += attribute("also", prefix() + "@usage");
@@ -128,32 +128,32 @@ std::string RequestGenerator::entry(const std::string& element, const std::strin
 }
 
 std::string RequestGenerator::properties() {
-    static const std::vector<std::string> names = {
+    static std::vector<std::string> const names = {
         "name", "_path",  "_ref", "screenTip", "description", "usage",       "ID",
         "none", "format", "a b",  "",          "folder",      "relationship"};
     std::vector<std::string> asked;
     if (m_random.chance(5)) {
         asked.push_back((m_random.chance(70) ? "*/" : prefix()) + "@*");
     } else {
-        for (const auto& [name, percent] : {std::pair("name", 88), {"_path", 50}, {"_ref", 50}}) {
+        for (auto const& [name, percent] : {std::pair("name", 88), {"_path", 50}, {"_ref", 50}}) {
             if (m_random.chance(percent)) {
                 asked.push_back((m_random.chance(85) ? "*/@" : prefix() + "@") + name);
             }
         }
     }
     for (int more = m_random.between(0, 4); more > 0; --more) {
-        const std::size_t name = m_random.weighted({6, 8, 8, 20, 16, 14, 12, 8, 4, 2, 1, 2, 1});
+        std::size_t const name = m_random.weighted({6, 8, 8, 20, 16, 14, 12, 8, 4, 2, 1, 2, 1});
         asked.push_back(prefix() + "@" + names[name]);
     }
     if (m_random.chance(2)) {
         asked.push_back(prefix() + "@*");
     }
     for (int swaps = m_random.between(0, 3); swaps > 0 && asked.size() > 1; --swaps) {
-        const std::size_t one = m_random.below(asked.size());
+        std::size_t const one = m_random.below(asked.size());
         std::swap(asked[one], asked[m_random.below(asked.size())]);
     }
     std::string text;
-    for (const std::string& one : asked) {
+    for (std::string const& one : asked) {
         text += entry("Property", one);
     }
     return text;
@@ -169,14 +169,14 @@ std::string RequestGenerator::collections() {
     default:
         break;
     }
-    const int share = m_random.chance(70) ? 92 : 40;
-    const bool mixed = m_random.chance(15);
-    for (const std::string& name : classNames) {
-        const bool onPath = std::find(m_classesOnPath.begin(), m_classesOnPath.end(),
+    int const share = m_random.chance(70) ? 92 : 40;
+    bool const mixed = m_random.chance(15);
+    for (std::string const& name : classNames) {
+        bool const onPath = std::find(m_classesOnPath.begin(), m_classesOnPath.end(),
                                       fromUtf8(name)) != m_classesOnPath.end();
-        const bool seldom = name == "namespace" || name == "shortcut" || name == "package";
+        bool const seldom = name == "namespace" || name == "shortcut" || name == "package";
         if (m_random.chance(onPath && !seldom ? 97 : seldom ? 12 : share)) {
-            const std::string narrow = m_random.chance(50) ? "*/" : "./";
+            std::string const narrow = m_random.chance(50) ? "*/" : "./";
             text += entry("Property", (mixed && !onPath ? prefix() : narrow) + name);
         }
     }
@@ -184,7 +184,7 @@ std::string RequestGenerator::collections() {
 }
 
 std::string RequestGenerator::globals() {
-    static const std::vector<std::string> keys = {
+    static std::vector<std::string> const keys = {
         "/@decimal_separator", "/@decimalSeparator", "/@list_separator",   "/@listSeparator",
         "/@modelSearchPath",   "/@defaultLocale",    "/@supportedLocales", "/@effectiveLocale"};
     std::string text;
@@ -195,8 +195,8 @@ std::string RequestGenerator::globals() {
 }
 
 std::string RequestGenerator::constraints() {
-    static const std::vector<std::string> names = {"name", "usage", "screenTip", "ID", "*", ""};
-    static const std::vector<std::string> values = {"fact", "identifier", "about", "A", ""};
+    static std::vector<std::string> const names = {"name", "usage", "screenTip", "ID", "*", ""};
+    static std::vector<std::string> const values = {"fact", "identifier", "about", "A", ""};
     std::string text;
     if (!m_random.chance(12)) {
         return text;
@@ -226,7 +226,7 @@ std::string RequestGenerator::constraints() {
 }
 
 Text RequestGenerator::nameOf(Handle object) {
-    static const Texts locales = {u"en", u"de", u"ja", u"de_AT"};
+    static Texts const locales = {u"en", u"de", u"ja", u"de_AT"};
     Text name;
     m_model.readProperty(object, u"name", name,
                          m_random.chance(98) ? m_locale : m_random.pick(locales));
@@ -238,7 +238,7 @@ Texts RequestGenerator::pathTo(Handle object) {
     for (Handle step = object; step && isBelowNamespace(step); step = step->parent) {
         names.insert(names.begin(), nameOf(step));
         m_classesOnPath.push_back(step->cls);
-        const bool mayStop = step->cls == u"namespace" && !names.front().empty();
+        bool const mayStop = step->cls == u"namespace" && !names.front().empty();
         if (mayStop && m_random.chance(30)) {
             break;
         }
@@ -247,7 +247,7 @@ Texts RequestGenerator::pathTo(Handle object) {
 }
 
 Handle RequestGenerator::startObject() {
-    static const Texts containers = {u"namespace", u"folder", u"querySubject"};
+    static Texts const containers = {u"namespace", u"folder", u"querySubject"};
     Handles candidates = m_objects;
     switch (m_random.weighted({25, 55, 20})) {
     case 0:
@@ -267,7 +267,7 @@ Text RequestGenerator::startPath() {
     }
     Handle object = startObject();
     Texts names = pathTo(object);
-    const auto hasGap = [&names] {
+    auto const hasGap = [&names] {
         return std::find(names.begin(), names.end(), Text()) != names.end();
     };
     while (hasGap() && m_random.chance(85)) {
@@ -277,9 +277,9 @@ Text RequestGenerator::startPath() {
     if (object->cls == u"shortcut" && m_random.chance(60)) {
         Text target;
         m_model.readProperty(object, u"refobj", target, u"");
-        const Handles members = m_model.childObjects(m_model.objectWithReference(target));
+        Handles const members = m_model.childObjects(m_model.objectWithReference(target));
         if (!members.empty()) {
-            const Handle member = m_random.pick(members);
+            Handle const member = m_random.pick(members);
             m_classesOnPath.push_back(member->cls);
             names.push_back(nameOf(member));
         }
@@ -290,8 +290,8 @@ Text RequestGenerator::startPath() {
 Text RequestGenerator::reference() {
     Handles candidates;
     for (Handle object : m_objects) {
-        const bool inNamespace = m_model.getParent(object)->cls == u"namespace";
-        const bool member =
+        bool const inNamespace = m_model.getParent(object)->cls == u"namespace";
+        bool const member =
             object->cls == u"filter" || object->cls == u"calculation" || object->cls == u"shortcut";
         if (object->cls == u"queryItem" || (member && inNamespace)) {
             candidates.push_back(object);
@@ -300,11 +300,11 @@ Text RequestGenerator::reference() {
     if (candidates.empty() || m_random.chance(5)) {
         return m_random.chance(30) ? Text(u"[].[A].[B]") : startPath();
     }
-    const Handles shortcuts = m_model.elementsByTagName(m_model.root(), u"shortcut");
+    Handles const shortcuts = m_model.elementsByTagName(m_model.root(), u"shortcut");
     if (!shortcuts.empty() && m_random.chance(15)) {
         return quotedPath(referenceThrough(m_random.pick(shortcuts)));
     }
-    const Handle object = m_random.pick(candidates);
+    Handle const object = m_random.pick(candidates);
     Texts names = {nameOf(object)};
     for (Handle above = object->parent; above; above = above->parent) {
         if (above->cls == u"namespace") {
@@ -326,13 +326,13 @@ Texts RequestGenerator::referenceThrough(Handle shortcut) {
     }
     Text target;
     m_model.readProperty(shortcut, u"refobj", target, u"");
-    const Handles items =
+    Handles const items =
         m_model.elementsByTagName(m_model.objectWithReference(target), u"queryItem");
     return {nameOf(above), nameOf(shortcut),
             nameOf(m_random.pick(items.empty() ? m_objects : items))};
 }
 
-Text RequestGenerator::spoilt(const Text& path) {
+Text RequestGenerator::spoilt(Text const& path) {
     switch (m_random.weighted({94, 2, 1, 1, 1, 1})) {
     case 0:
         return path;
@@ -353,12 +353,12 @@ Text RequestGenerator::object() {
     if (m_objects.empty() || m_random.chance(3)) {
         return Text();
     }
-    const Handle object = m_random.pick(m_objects);
+    Handle const object = m_random.pick(m_objects);
     Text id;
     if (!m_random.chance(15) && m_model.getId(object, id)) {
         return id;
     }
-    const std::optional<Texts> names = m_model.referenceOf(object);
+    std::optional<Texts> const names = m_model.referenceOf(object);
     return names ? quotedPath(*names) : Text();
 }
 

@@ -7,7 +7,7 @@ namespace naive {
 /// Request documents for one model, most of them naming objects that are there.
 class RequestGenerator {
 public:
-    RequestGenerator(Random& random, const PlainModel& model, Text locale);
+    RequestGenerator(Random& random, PlainModel const& model, Text locale);
 
     std::string request();
 
@@ -22,7 +22,7 @@ private:
     std::string collections();
     std::string globals();
     std::string constraints();
-    std::string entry(const std::string& element, const std::string& text);
+    std::string entry(std::string const& element, std::string const& text);
     std::string prefix();
 
     Handle startObject();
@@ -30,11 +30,11 @@ private:
     Texts pathTo(Handle object);
     Text reference();
     Texts referenceThrough(Handle shortcut);
-    Text spoilt(const Text& path);
+    Text spoilt(Text const& path);
     Text nameOf(Handle object);
 
     Random& m_random;
-    const PlainModel& m_model;
+    PlainModel const& m_model;
     Text m_locale;
     Handles m_objects;
     Texts m_classesOnPath; ///< of the start path of the request at hand

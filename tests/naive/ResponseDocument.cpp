@@ -16,7 +16,7 @@ std::string ResponseElement::serialised() const {
 
 void ResponseElement::appendTo(std::string& output) const {
     output += "<" + toUtf8(tag);
-    for (const auto& [name, value] : attributes) {
+    for (auto const& [name, value] : attributes) {
         output += " " + toUtf8(name) + "=\"" + escapedAttribute(value) + "\"";
     }
     if (text.empty() && children.empty()) {
@@ -24,7 +24,7 @@ void ResponseElement::appendTo(std::string& output) const {
         return;
     }
     output += ">" + escapedContent(text);
-    for (const auto& child : children) {
+    for (auto const& child : children) {
         child->appendTo(output);
     }
     output += "</" + toUtf8(tag) + ">";
@@ -35,7 +35,7 @@ ResponseDocument::ResponseDocument(std::size_t elementLimit) : m_elementLimit(el
     m_response->children.push_back(createElement(u"Result"));
 }
 
-std::unique_ptr<ResponseElement> ResponseDocument::createElement(const Text& tag) {
+std::unique_ptr<ResponseElement> ResponseDocument::createElement(Text const& tag) {
     if (m_elements >= m_elementLimit) {
         throw ElementLimitReached{m_elementLimit};
     }

@@ -33,11 +33,11 @@ public:
     explicit ResponseDocument(std::size_t elementLimit);
 
     /// Every element that is created counts, whether or not it is appended later.
-    std::unique_ptr<ResponseElement> createElement(const Text& tag);
+    std::unique_ptr<ResponseElement> createElement(Text const& tag);
 
     ResponseElement& response() { return *m_response; }
     ResponseElement& result() { return *m_response->children.front(); }
-    const ResponseElement& response() const { return *m_response; }
+    ResponseElement const& response() const { return *m_response; }
 
 private:
     std::size_t m_elementLimit;

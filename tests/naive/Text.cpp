@@ -9,35 +9,35 @@
 
 namespace naive {
 
-std::string toUtf8(const Text& text) {
+std::string toUtf8(Text const& text) {
     std::string result;
     icu::UnicodeString(text.data(), static_cast<int32_t>(text.size())).toUTF8String(result);
     return result;
 }
 
-Text fromUtf8(const std::string& text) {
-    const icu::UnicodeString units = icu::UnicodeString::fromUTF8(text);
+Text fromUtf8(std::string const& text) {
+    icu::UnicodeString const units = icu::UnicodeString::fromUTF8(text);
     return Text(units.getBuffer(), static_cast<std::size_t>(units.length()));
 }
 
-int findText(const Text& text, const Text& what, int from) {
-    const std::size_t found = text.find(what, static_cast<std::size_t>(from < 0 ? 0 : from));
+int findText(Text const& text, Text const& what, int from) {
+    std::size_t const found = text.find(what, static_cast<std::size_t>(from < 0 ? 0 : from));
     return found == Text::npos ? -1 : static_cast<int>(found);
 }
 
-Text substring(const Text& text, int start, int length) {
-    const std::size_t first = static_cast<std::size_t>(start < 0 ? 0 : start);
+Text substring(Text const& text, int start, int length) {
+    std::size_t const first = static_cast<std::size_t>(start < 0 ? 0 : start);
     if (first >= text.size()) {
         return Text();
     }
     return length < 0 ? text.substr(first) : text.substr(first, static_cast<std::size_t>(length));
 }
 
-bool startsWith(const Text& text, const Text& prefix) {
+bool startsWith(Text const& text, Text const& prefix) {
     return findText(text, prefix) == 0;
 }
 
-Text trimmed(const Text& text) {
+Text trimmed(Text const& text) {
     std::size_t first = 0;
     std::size_t last = text.size();
     while (first < last && u_isUWhiteSpace(text[first])) {
@@ -49,11 +49,11 @@ Text trimmed(const Text& text) {
     return text.substr(first, last - first);
 }
 
-bool splitStartPath(const Text& path, Texts& parts) {
+bool splitStartPath(Text const& path, Texts& parts) {
     enum class State { ExpectingBracket, InsideName, AfterBracket };
     State state = State::ExpectingBracket;
     for (std::size_t i = 0; i < path.size(); ++i) {
-        const char16_t unit = path[i];
+        char16_t const unit = path[i];
         if (state == State::ExpectingBracket && unit == u'[') {
             parts.push_back(Text());
             state = State::InsideName;
@@ -76,27 +76,27 @@ bool splitStartPath(const Text& path, Texts& parts) {
     return path.empty() || state == State::AfterBracket;
 }
 
-bool isXmlName(const Text& text) {
+bool isXmlName(Text const& text) {
     return !text.empty() && xercesc::XMLChar1_0::isValidName(text.data(), text.size());
 }
 
-Text canonicalLocale(const Text& name) {
+Text canonicalLocale(Text const& name) {
     char canonical[ULOC_FULLNAME_CAPACITY] = {};
     UErrorCode status = U_ZERO_ERROR;
     uloc_canonicalize(toUtf8(name).c_str(), canonical, ULOC_FULLNAME_CAPACITY - 1, &status);
     return fromUtf8(canonical);
 }
 
-Text parentLocale(const Text& name) {
-    const std::size_t cut = name.rfind(u'_');
+Text parentLocale(Text const& name) {
+    std::size_t const cut = name.rfind(u'_');
     return cut == Text::npos ? Text() : name.substr(0, cut);
 }
 
-long leadingInteger(const Text& text) {
+long leadingInteger(Text const& text) {
     return std::strtol(toUtf8(text).c_str(), nullptr, 10);
 }
 
-Text joined(const Texts& items) {
+Text joined(Texts const& items) {
     Text result;
     for (std::size_t i = 0; i < items.size(); ++i) {
         result += items[i];

@@ -9,36 +9,36 @@ namespace naive {
 using Text = std::u16string;
 using Texts = std::vector<Text>;
 
-std::string toUtf8(const Text& text);
-Text fromUtf8(const std::string& text);
+std::string toUtf8(Text const& text);
+Text fromUtf8(std::string const& text);
 
 /// The first index of `what` in `text` at or after `from`, or -1.
-int findText(const Text& text, const Text& what, int from = 0);
+int findText(Text const& text, Text const& what, int from = 0);
 
 /// A start below 0 counts as 0, one past the end gives "", a negative length means to the end.
-Text substring(const Text& text, int start, int length);
+Text substring(Text const& text, int start, int length);
 
-bool startsWith(const Text& text, const Text& prefix);
+bool startsWith(Text const& text, Text const& prefix);
 
 /// White space of both ends cut off.
-Text trimmed(const Text& text);
+Text trimmed(Text const& text);
 
 /// Appends the names of "[a].[b]" to `parts`; false when the text is not of that form.
-bool splitStartPath(const Text& path, Texts& parts);
+bool splitStartPath(Text const& path, Texts& parts);
 
 /// True for a Name of XML 1.0.
-bool isXmlName(const Text& text);
+bool isXmlName(Text const& text);
 
 /// "de-at" becomes "de_AT".
-Text canonicalLocale(const Text& name);
+Text canonicalLocale(Text const& name);
 
 /// "de_AT" gives "de", "de" gives "".
-Text parentLocale(const Text& name);
+Text parentLocale(Text const& name);
 
 /// The decimal integer that the text begins with; 0 without digits, clamped to a long.
-long leadingInteger(const Text& text);
+long leadingInteger(Text const& text);
 
 /// `items` joined with ", ".
-Text joined(const Texts& items);
+Text joined(Texts const& items);
 
 } // namespace naive

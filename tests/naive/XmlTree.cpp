@@ -19,8 +19,8 @@ namespace {
 
 class TreeBuilder : public xercesc::DefaultHandler {
 public:
-    void startElement(const XMLCh*, const XMLCh*, const XMLCh* qname,
-                      const xercesc::Attributes& attributes) override {
+    void startElement(XMLCh const*, XMLCh const*, XMLCh const* qname,
+                      xercesc::Attributes const& attributes) override {
         auto element = std::make_unique<XmlElement>();
         element->name = qname;
         for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
@@ -35,15 +35,15 @@ public:
         m_open.push_back(added);
     }
 
-    void endElement(const XMLCh*, const XMLCh*, const XMLCh*) override { m_open.pop_back(); }
+    void endElement(XMLCh const*, XMLCh const*, XMLCh const*) override { m_open.pop_back(); }
 
-    void characters(const XMLCh* chars, XMLSize_t length) override {
+    void characters(XMLCh const* chars, XMLSize_t length) override {
         m_open.back()->text.append(chars, length);
     }
 
-    void error(const xercesc::SAXParseException& problem) override { fatalError(problem); }
+    void error(xercesc::SAXParseException const& problem) override { fatalError(problem); }
 
-    void fatalError(const xercesc::SAXParseException& problem) override {
+    void fatalError(xercesc::SAXParseException const& problem) override {
         throw std::runtime_error("not well-formed: " + toUtf8(problem.getMessage()));
     }
 
@@ -54,21 +54,21 @@ private:
     std::vector<XmlElement*> m_open;
 };
 
-void appendElements(const XmlElement& from, ResponseElement& to) {
-    for (const auto& [name, value] : from.attributes) {
+void appendElements(XmlElement const& from, ResponseElement& to) {
+    for (auto const& [name, value] : from.attributes) {
         to.attributes[name] = value;
     }
     to.text = from.text;
-    for (const auto& child : from.children) {
+    for (auto const& child : from.children) {
         auto copy = std::make_unique<ResponseElement>(child->name);
         appendElements(*child, *copy);
         to.children.push_back(std::move(copy));
     }
 }
 
-std::string escaped(const Text& value, bool attribute) {
+std::string escaped(Text const& value, bool attribute) {
     std::string result;
-    for (const char unit : toUtf8(value)) {
+    for (char const unit : toUtf8(value)) {
         switch (unit) {
         case '&':
             result += "&amp;";
@@ -100,8 +100,8 @@ std::string escaped(const Text& value, bool attribute) {
 
 } // namespace
 
-const Text* XmlElement::attribute(const Text& wanted) const {
-    for (const auto& candidate : attributes) {
+Text const* XmlElement::attribute(Text const& wanted) const {
+    for (auto const& candidate : attributes) {
         if (candidate.first == wanted) {
             return &candidate.second;
         }
@@ -109,9 +109,9 @@ const Text* XmlElement::attribute(const Text& wanted) const {
     return nullptr;
 }
 
-std::unique_ptr<XmlElement> parseXml(const std::string& utf8) {
+std::unique_ptr<XmlElement> parseXml(std::string const& utf8) {
     // One for all texts: making a reader takes longer than reading a small text.
-    static const std::unique_ptr<xercesc::SAX2XMLReader> reader = [] {
+    static std::unique_ptr<xercesc::SAX2XMLReader> const reader = [] {
         xercesc::XMLPlatformUtils::Initialize();
         std::unique_ptr<xercesc::SAX2XMLReader> made(xercesc::XMLReaderFactory::createXMLReader());
         made->setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, false);
@@ -120,24 +120,24 @@ std::unique_ptr<XmlElement> parseXml(const std::string& utf8) {
     TreeBuilder builder;
     reader->setContentHandler(&builder);
     reader->setErrorHandler(&builder);
-    const xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(utf8.data()),
+    xercesc::MemBufInputSource const source(reinterpret_cast<XMLByte const*>(utf8.data()),
                                             utf8.size(), "text");
     reader->parse(source);
     return builder.take();
 }
 
-std::string canonicalXml(const std::string& utf8) {
-    const std::unique_ptr<XmlElement> root = parseXml(utf8);
+std::string canonicalXml(std::string const& utf8) {
+    std::unique_ptr<XmlElement> const root = parseXml(utf8);
     ResponseElement copy(root->name);
     appendElements(*root, copy);
     return copy.serialised();
 }
 
-std::string escapedAttribute(const Text& value) {
+std::string escapedAttribute(Text const& value) {
     return escaped(value, true);
 }
 
-std::string escapedContent(const Text& value) {
+std::string escapedContent(Text const& value) {
     return escaped(value, false);
 }
 

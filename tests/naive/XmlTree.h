@@ -15,17 +15,17 @@ struct XmlElement {
     Text text; ///< its own character data, sub-elements left out
 
     /// The attribute's value, or null.
-    const Text* attribute(const Text& wanted) const;
+    Text const* attribute(Text const& wanted) const;
 };
 
 /// Throws std::runtime_error when the text is not well-formed.
-std::unique_ptr<XmlElement> parseXml(const std::string& utf8);
+std::unique_ptr<XmlElement> parseXml(std::string const& utf8);
 
 /// One element as text: attributes sorted by name, no indentation, an element without content as
 /// an empty tag.
-std::string canonicalXml(const std::string& utf8);
+std::string canonicalXml(std::string const& utf8);
 
-std::string escapedAttribute(const Text& value);
-std::string escapedContent(const Text& value);
+std::string escapedAttribute(Text const& value);
+std::string escapedContent(Text const& value);
 
 } // namespace naive

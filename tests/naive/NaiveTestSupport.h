@@ -8,8 +8,8 @@ namespace naive {
 
 /// A session on a model written into a test.
 struct TestSession {
-    explicit TestSession(const std::string& modelText, const Text& locale = u"en",
-                         const std::string& catalogueText = "", const Text& user = Text())
+    explicit TestSession(std::string const& modelText, Text const& locale = u"en",
+                         std::string const& catalogueText = "", Text const& user = Text())
         : model(modelText),
           catalogue(catalogueText.empty() ? nullptr
                                           : std::make_unique<PlainCatalogue>(catalogueText)),
@@ -17,10 +17,10 @@ struct TestSession {
 
     /// One metadata request; `options` are the attributes of "Metadata", each of `properties` a
     /// requested property or collection.
-    Outcome ask(const std::string& options, const std::vector<std::string>& properties,
-                const Text& path = u"m", const std::string& more = "") {
+    Outcome ask(std::string const& options, std::vector<std::string> const& properties,
+                Text const& path = u"m", std::string const& more = "") {
         std::string request = "<Metadata " + options + ">" + more;
-        for (const std::string& property : properties) {
+        for (std::string const& property : properties) {
             request += "<Property name=\"" + property + "\"/>";
         }
         return session.doAction(Value::ofLong(31000), {Value::ofLong(0), Value::ofString(path),
@@ -28,14 +28,14 @@ struct TestSession {
     }
 
     /// What stands in "Result" after the request; the failure's id when it raised.
-    std::string result(const std::string& options, const std::vector<std::string>& properties,
-                       const Text& path = u"m", const std::string& more = "") {
-        const Outcome outcome = ask(options, properties, path, more);
+    std::string result(std::string const& options, std::vector<std::string> const& properties,
+                       Text const& path = u"m", std::string const& more = "") {
+        Outcome const outcome = ask(options, properties, path, more);
         if (outcome.failure) {
             return "failure " + std::to_string(outcome.failure->id);
         }
-        const std::string start = "<Response><Result>";
-        const std::string end = "</Result></Response>";
+        std::string const start = "<Response><Result>";
+        std::string const end = "</Result></Response>";
         if (outcome.response == "<Response><Result/></Response>") {
             return "";
         }
@@ -45,8 +45,8 @@ struct TestSession {
     }
 
     /// 1 or 0; the failure's id when it raised.
-    long access(const Text& path, const Text& object, long mode = 0) {
-        const Outcome outcome =
+    long access(Text const& path, Text const& object, long mode = 0) {
+        Outcome const outcome =
             session.doAction(Value::ofLong(32000), {Value::ofLong(0), Value::ofString(path),
                                                     Value::ofObject(object), Value::ofLong(mode)});
         return outcome.failure ? static_cast<long>(outcome.failure->id)
@@ -58,8 +58,8 @@ struct TestSession {
     NaiveSession session;
 };
 
-inline void expectFailure(const Outcome& outcome, std::uint32_t id, int line, const Text& function,
-                          const Texts& parameters) {
+inline void expectFailure(Outcome const& outcome, std::uint32_t id, int line, Text const& function,
+                          Texts const& parameters) {
     ASSERT_TRUE(outcome.failure.has_value());
     EXPECT_EQ(outcome.failure->id, id);
     EXPECT_EQ(outcome.failure->line, line);

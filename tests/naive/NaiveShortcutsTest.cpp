@@ -1,9 +1,9 @@
-#include "tests/naive/SelftestSupport.h"
+#include "tests/naive/NaiveTestSupport.h"
 
 namespace naive {
 namespace {
 
-std::string withShortcuts(const std::string& shortcuts) {
+std::string withShortcuts(std::string const& shortcuts) {
     return R"(<model defaultLocale="en"><namespace id="n" name="N" tip="t">
         <querySubject id="q" name="Q" screenTip="target"><queryItem id="i" name="I"/></querySubject>)" +
            shortcuts + "</namespace></model>";
@@ -44,7 +44,7 @@ TEST(NaiveShortcuts, TheLastReadableTargetIsWritten) {
 
 TEST(NaiveShortcuts, ADanglingOneRaisesAndKeepsWhatWasAppended) {
     TestSession test(withShortcuts("<shortcut name='S' refobj='[N].[gone]'/>"));
-    const Outcome outcome = test.ask("", {"*/@name"});
+    Outcome const outcome = test.ask("", {"*/@name"});
     expectFailure(outcome, 1170588191, 2080, u"VexMDMaProvider::processShortCutCollection", {});
     EXPECT_EQ(outcome.response, R"(<Response><Result><folder name="N"/></Result></Response>)");
     expectFailure(test.ask("start_at='[N].[S].[I]'", {"*/@name"}), 1171122674, 550,
@@ -62,7 +62,7 @@ TEST(NaiveShortcuts, InTheMiddleOfAPathAreFollowed) {
 
 TEST(NaiveShortcuts, OnlyEndlessExpansionIsCutAtDepthZero) {
     TestSession test(withShortcuts("<shortcut name='S' refobj='[N]'/>"));
-    const std::vector<std::string> asked = {"*/@name", "*/@_path"};
+    std::vector<std::string> const asked = {"*/@name", "*/@_path"};
     EXPECT_EQ(test.result("Depth='0'", asked),
               R"(<folder _path="[N]" name="N"><folder _path="[N].[S]" name="S">)"
               R"(<folder _path="[N].[S]" name="S"/></folder></folder>)");

@@ -5,7 +5,7 @@
 namespace naive {
 namespace {
 
-bool contains(const std::string& text, const std::string& what) {
+bool contains(std::string const& text, std::string const& what) {
     return text.find(what) != std::string::npos;
 }
 
@@ -24,22 +24,22 @@ struct Tally {
     int allowed = 0;
     std::map<std::uint32_t, int> failureIds;
 
-    void run(const GeneratedWorld& world, const std::vector<SessionStep>& steps);
-    void count(const SessionStep& step, const Outcome& outcome, bool restrictedCase);
+    void run(GeneratedWorld const& world, std::vector<SessionStep> const& steps);
+    void count(SessionStep const& step, Outcome const& outcome, bool restrictedCase);
 };
 
-void Tally::run(const GeneratedWorld& world, const std::vector<SessionStep>& steps) {
-    const std::unique_ptr<PlainCatalogue> catalogue =
+void Tally::run(GeneratedWorld const& world, std::vector<SessionStep> const& steps) {
+    std::unique_ptr<PlainCatalogue> const catalogue =
         world.catalogue.empty() ? nullptr : std::make_unique<PlainCatalogue>(world.catalogue);
     NaiveSession session(
         SessionOptions{world.plainModel.get(), catalogue.get(), world.user, world.locale});
     shortcutModels += contains(world.model, "<shortcut") ? 1 : 0;
-    for (const SessionStep& step : steps) {
+    for (SessionStep const& step : steps) {
         if (step.notification) {
             session.notify(*step.notification);
             continue;
         }
-        const Outcome outcome = session.doAction(step.action, step.in);
+        Outcome const outcome = session.doAction(step.action, step.in);
         if (step.action.type == Value::Type::Long && step.action.number == 31000) {
             count(step, outcome, catalogue != nullptr);
         } else if (!outcome.appended.empty()) {
@@ -52,14 +52,14 @@ void Tally::run(const GeneratedWorld& world, const std::vector<SessionStep>& ste
     }
 }
 
-void Tally::count(const SessionStep& step, const Outcome& outcome, bool restrictedCase) {
+void Tally::count(SessionStep const& step, Outcome const& outcome, bool restrictedCase) {
     ++requests;
     gaveUp += outcome.gaveUp ? 1 : 0;
     if (outcome.failure) {
         ++failures;
         ++failureIds[outcome.failure->id];
     }
-    const bool tree = contains(outcome.response, "<Result>");
+    bool const tree = contains(outcome.response, "<Result>");
     trees += tree ? 1 : 0;
     withRef += contains(outcome.response, "_ref=") ? 1 : 0;
     withPath += contains(outcome.response, "_path=") ? 1 : 0;
@@ -70,7 +70,7 @@ void Tally::count(const SessionStep& step, const Outcome& outcome, bool restrict
 }
 
 std::string caseAsText(std::uint64_t seed) {
-    const GeneratedCase generated = generateCase(seed);
+    GeneratedCase const generated = generateCase(seed);
     return described(generated.world, generated.steps);
 }
 
@@ -81,13 +81,13 @@ TEST(NaiveGenerator, IsReplayable) {
 
 TEST(NaiveGenerator, MakesMostlyTrees) {
     Tally tally;
-    const int cases = 400;
+    int const cases = 400;
     for (std::uint64_t seed = 1; seed <= cases; ++seed) {
-        const GeneratedCase generated = generateCase(seed);
+        GeneratedCase const generated = generateCase(seed);
         tally.run(generated.world, generated.steps);
     }
-    const int requests = tally.requests;
-    for (const auto& [id, times] : tally.failureIds) {
+    int const requests = tally.requests;
+    for (auto const& [id, times] : tally.failureIds) {
         RecordProperty(std::to_string(id), times);
     }
     EXPECT_GT(requests, 3 * cases / 2);

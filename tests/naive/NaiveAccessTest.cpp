@@ -1,9 +1,9 @@
-#include "tests/naive/SelftestSupport.h"
+#include "tests/naive/NaiveTestSupport.h"
 
 namespace naive {
 namespace {
 
-std::string withViews(const std::string& views) {
+std::string withViews(std::string const& views) {
     return R"(<model defaultLocale="en"><namespace id="n" name="N"><folder id="f" name="F">
         <querySubject id="q" name="Q"/><querySubject id="p" name="P"/></folder>
         <namespace id="m" name="M"><querySubject id="r" name="R"/></namespace></namespace>
@@ -11,21 +11,21 @@ std::string withViews(const std::string& views) {
            views + "</securityViews></model>";
 }
 
-std::string included(const std::string& ids) {
+std::string included(std::string const& ids) {
     std::string set = "<set kind='included'>";
-    for (const char id : ids) {
+    for (char const id : ids) {
         set += std::string("<item>") + id + "</item>";
     }
     return set + "</set>";
 }
 
-const std::string catalogue = R"(<catalog><model path="/content/a" file="m.xml">
+std::string const catalogue = R"(<catalog><model path="/content/a" file="m.xml">
     <package value="Pack"><property name="tip" locale="en">Tip</property></package>
     <grant role="r" view="v2"/><grant role="r" view="v1"/><grant role="s" view="v1"/></model>
     <model path="/content/b" file="m.xml"/>
     <user name="u"><role>r</role></user><user name="w"><role>none</role></user></catalog>)";
 
-const std::vector<std::string> everything = {"*/@name", "*/folder", "*/querySubject"};
+std::vector<std::string> const everything = {"*/@name", "*/folder", "*/querySubject"};
 
 TEST(NaiveAccess, LiftsMembersOfWhatIsLeftOut) {
     TestSession test(withViews("<securityView id='v1'>" + included("nqm") + "</securityView>"), u"",
@@ -72,7 +72,7 @@ TEST(NaiveAccess, NeedsSecurityInformationOnContentPaths) {
 
 TEST(NaiveAccess, AFunctionRequestGivesThePackage) {
     TestSession test(withViews(""), u"", catalogue, u"u");
-    const std::vector<std::string> asked = {"package/@tip", "*/@none"};
+    std::vector<std::string> const asked = {"package/@tip", "*/@none"};
     EXPECT_EQ(test.result("function='x'", asked, u"/content/a"),
               R"(<package name="Pack" tip="Tip"/>)");
     TestSession free(withViews(""), u"", catalogue, u"u");

@@ -1,9 +1,9 @@
-#include "tests/naive/SelftestSupport.h"
+#include "tests/naive/NaiveTestSupport.h"
 
 namespace naive {
 namespace {
 
-const std::string sales = R"(<model defaultLocale="en">
+std::string const sales = R"(<model defaultLocale="en">
   <locales><locale>en</locale><locale>de-AT</locale></locales>
   <namespace id="n1"><property name="name" locale="en">Sales</property>
     <property name="name" locale="de">Vertrieb</property>
@@ -17,7 +17,7 @@ const std::string sales = R"(<model defaultLocale="en">
   </namespace></model>)";
 
 TEST(NaiveText, SplitsStartPaths) {
-    const auto split = [](const Text& path) {
+    auto const split = [](Text const& path) {
         Texts parts;
         return splitStartPath(path, parts) ? parts : Texts{u"refused"};
     };
@@ -26,17 +26,17 @@ TEST(NaiveText, SplitsStartPaths) {
     EXPECT_EQ(split(u"[a]]b]"), Texts{u"a]b"});
     EXPECT_EQ(split(u"[a]]]]]"), Texts{u"a]]"});
     EXPECT_EQ(split(u"[]"), Texts{u""});
-    for (const Text& wrong : {Text(u"   "), Text(u"[a]]]]"), Text(u"[a][b]"), Text(u"[a]."),
+    for (Text const& wrong : {Text(u"   "), Text(u"[a]]]]"), Text(u"[a][b]"), Text(u"[a]."),
                               Text(u"a"), Text(u"[a"), Text(u"[a] x"), Text(u"]"), Text(u".")}) {
         EXPECT_EQ(split(wrong), Texts{u"refused"}) << toUtf8(wrong);
     }
 }
 
 TEST(NaiveModel, FindsAPropertyByLocaleThenParentThenUnlocalised) {
-    const PlainModel model(R"(<model><namespace id="n" name="plain">
+    PlainModel const model(R"(<model><namespace id="n" name="plain">
         <property name="name" locale="de">deutsch</property>
         <property name="name" locale="fr"/></namespace></model>)");
-    const auto nameFor = [&](const Text& locale) {
+    auto const nameFor = [&](Text const& locale) {
         Text name = u"kept";
         model.readProperty(model.objectWithId(u"n"), u"name", name, locale);
         return name;
@@ -48,7 +48,7 @@ TEST(NaiveModel, FindsAPropertyByLocaleThenParentThenUnlocalised) {
 }
 
 TEST(NaiveModel, ListsALocalisedPropertyOnceAndCollectionsLast) {
-    const PlainModel model(R"(<model defaultLocale="de"><namespace id="n" a="1">
+    PlainModel const model(R"(<model defaultLocale="de"><namespace id="n" a="1">
         <folder/><property name="b" locale="en">B</property><filter/>
         <property name="c"><property name="d"/></property>
         <property name="b" locale="de">Bd</property><folder/></namespace></model>)");
@@ -60,7 +60,7 @@ TEST(NaiveModel, ListsALocalisedPropertyOnceAndCollectionsLast) {
 }
 
 TEST(NaiveModel, ReferencesLeaveFoldersBetweenOut) {
-    const PlainModel model(sales);
+    PlainModel const model(sales);
     EXPECT_EQ(model.objectWithReference(u"[Sales].[Orders].[Ordered]"), model.objectWithId(u"i2"));
     EXPECT_EQ(model.objectWithReference(u"[Sales].[Facts]"), model.objectWithId(u"f1"));
     EXPECT_EQ(model.objectWithReference(u"[Sales].[Facts].[Orders]"), nullptr);
@@ -69,7 +69,7 @@ TEST(NaiveModel, ReferencesLeaveFoldersBetweenOut) {
 }
 
 TEST(NaiveSessionLocale, IsTheAskedOneWhenAParentIsKnown) {
-    const PlainModel model(sales);
+    PlainModel const model(sales);
     EXPECT_EQ(model.negotiatedLocale(u"en-gb"), u"en_GB");
     EXPECT_EQ(model.negotiatedLocale(u"de"), u"en");
     EXPECT_EQ(model.negotiatedLocale(u"de_at"), u"de_AT");
@@ -77,7 +77,7 @@ TEST(NaiveSessionLocale, IsTheAskedOneWhenAParentIsKnown) {
 }
 
 TEST(NaiveRequestLists, AppendPrefixGroupsInOrder) {
-    const NaiveRequest request(R"(<a><Property p="./@x"/><Property p="*/@y"/><Property p="C/@z"/>
+    NaiveRequest const request(R"(<a><Property p="./@x"/><Property p="*/@y"/><Property p="C/@z"/>
         <Property p="C/@x"/><Property p="./n"/><Property p="D/@no"/></a>)");
     EXPECT_EQ(request.propertiesForClass(u"C"), (Texts{u"x", u"y", u"z", u"x"}));
     EXPECT_EQ(request.collectionsForClass(u"C"), (Texts{u"n", u"shortcut", u"namespace"}));
@@ -85,15 +85,15 @@ TEST(NaiveRequestLists, AppendPrefixGroupsInOrder) {
 }
 
 TEST(NaiveRequestLists, AWildcardHidesTheRestOfItsPrefix) {
-    const NaiveRequest request(R"(<Metadata><Property p="*/@a"/><Property p="*/@*"/>
+    NaiveRequest const request(R"(<Metadata><Property p="*/@a"/><Property p="*/@*"/>
         <Property p="*/@b"/><Property p="./@c"/></Metadata>)");
     EXPECT_EQ(request.propertiesForClass(u"C"), (Texts{u"c", u"*"}));
 }
 
 TEST(NaiveRequestLists, ConstraintsKeepTheFirstAndCutUnchecked) {
-    const NaiveRequest request(R"(<Metadata><Constraint c="./@x=[1]"/><Constraint c="C/@x=[2]"/>
+    NaiveRequest const request(R"(<Metadata><Constraint c="./@x=[1]"/><Constraint c="C/@x=[2]"/>
         <Constraint c="CX/@a=[3]"/><Constraint c="./@y=(4]"/><Constraint c="./@z"/></Metadata>)");
-    const std::map<Text, Text> expected = {
+    std::map<Text, Text> const expected = {
         {u"x", u"1"}, {u"@a", u"3"}, {u"y", u"4"}, {u"z", u"/@z"}};
     EXPECT_EQ(request.constraintsForClass(u"C"), expected);
 }
@@ -122,7 +122,7 @@ TEST(NaiveStart, AMiddleNameThatMatchesNothingIsSkipped) {
 }
 
 TEST(NaiveStart, LocaleJIsPairedWithItemJ) {
-    const std::string model = R"(<model defaultLocale="en">
+    std::string const model = R"(<model defaultLocale="en">
         <locales><locale>fr</locale><locale>de</locale></locales><namespace name="N">
         <folder name="A"/><folder name="B"><property name="name" locale="de">Be</property></folder>
         </namespace></model>)";
@@ -148,8 +148,8 @@ TEST(NaiveOutput, LeavesOutAnObjectWithoutAttributesAndAllBelow) {
 
 TEST(NaiveOutput, WritesDownToTheDepth) {
     TestSession test(sales);
-    const std::vector<std::string> asked = {"*/@name", "*/folder", "*/querySubject"};
-    const std::string whole = R"(<folder name="Sales"><folder name="Facts"><querySubject)"
+    std::vector<std::string> const asked = {"*/@name", "*/folder", "*/querySubject"};
+    std::string const whole = R"(<folder name="Sales"><folder name="Facts"><querySubject)"
                               R"( name="Orders"/></folder><querySubject name="a]b"/></folder>)";
     EXPECT_EQ(test.result("Depth='0'", asked), whole);
     EXPECT_EQ(test.result("Depth='x'", asked), whole);
@@ -178,8 +178,8 @@ TEST(NaiveOutput, ExpandsWildcards) {
 
 TEST(NaiveOutput, WithholdsOnlyForTheFirstConstraint) {
     TestSession test(sales);
-    const std::string options = "start_at='[Sales].[Facts].[Orders]' Depth='1'";
-    const std::vector<std::string> asked = {"*/@name", "*/@tip", "*/folder", "*/querySubject"};
+    std::string const options = "start_at='[Sales].[Facts].[Orders]' Depth='1'";
+    std::vector<std::string> const asked = {"*/@name", "*/@tip", "*/folder", "*/querySubject"};
     EXPECT_EQ(test.result(options, asked, u"m", "<Constraint c='./@name=[no]'/>"),
               R"(<querySubject tip="rows"/>)");
     EXPECT_EQ(test.result(options, asked, u"m",
@@ -189,7 +189,7 @@ TEST(NaiveOutput, WithholdsOnlyForTheFirstConstraint) {
 
 TEST(NaiveGlobalEntries, StandBesideTheResult) {
     TestSession test(sales, u"de_AT");
-    const Outcome outcome =
+    Outcome const outcome =
         test.ask("start_at='[x'", {"/@listSeparator", "/@decimal_separator", "/@modelSearchPath",
                                    "/@supportedLocales", "/@defaultLocale", "/@effectiveLocale"});
     expectFailure(outcome, 1170869272, 145, u"VexMDMaProvider::doRequest", {});
@@ -216,7 +216,7 @@ TEST(NaiveActions, CheckTheActionAndItsParameters) {
     TestSession test(sales);
     EXPECT_EQ(test.session.doAction(Value::ofLong(31001), {}).code, 6);
     EXPECT_EQ(test.session.doAction(Value::ofString(u"31000"), {}).code, 1);
-    const Outcome outcome = test.session.doAction(Value::ofLong(31000), {Value::ofLong(0)});
+    Outcome const outcome = test.session.doAction(Value::ofLong(31000), {Value::ofLong(0)});
     expectFailure(outcome, 1444379511, 83, u"VexAction::validateParameter", {});
     EXPECT_TRUE(outcome.appended.empty());
     EXPECT_EQ(outcome.response, "<Response><Result/></Response>");
@@ -224,7 +224,7 @@ TEST(NaiveActions, CheckTheActionAndItsParameters) {
 
 TEST(NaiveLimits, EndACall) {
     PlainModel model(sales);
-    const std::vector<Value> in = {
+    std::vector<Value> const in = {
         Value::ofLong(0), Value::ofString(u"m"),
         Value::ofNode("<Metadata><Property p='*/@name'/><Property p='*/*'/></Metadata>")};
     NaiveSession small(SessionOptions{&model, nullptr, u"", u"en", 4, 1000});

@@ -1,12 +1,12 @@
-#include "tests/naive/SelftestSupport.h"
+#include "tests/naive/NaiveTestSupport.h"
 
 namespace naive {
 namespace {
 
-const Text startFunction = u"VexMDMaProvider::processStartAtRefRequest";
-const Text itemFunction = u"VexMDMaProvider::FindReferencedItem";
+Text const startFunction = u"VexMDMaProvider::processStartAtRefRequest";
+Text const itemFunction = u"VexMDMaProvider::FindReferencedItem";
 
-const std::string nested = R"(<model defaultLocale="en"><namespace name="N">
+std::string const nested = R"(<model defaultLocale="en"><namespace name="N">
     <filter name="F"/><calculation name="F" id="c"/><calculation name="C"/>
     <shortcut name="S" refobj="[N].[Q]"/><shortcut name="L"/>
     <folder name="D"><querySubject name="Q"><queryItem name="I"/>
