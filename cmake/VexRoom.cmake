@@ -10,7 +10,8 @@ function(vex_room name)
   target_sources(${name} PUBLIC
     FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${headers})
   set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
-  target_link_libraries(${name} PUBLIC ${arg_USES} PRIVATE vex_compile ${arg_LIBRARIES})
+  target_link_libraries(${name} PUBLIC ${arg_USES} vex_compile PRIVATE ${arg_LIBRARIES})
+  vex_use_precompiled(${name} vex_headers)
 
   if(VEX_BUILD_TESTS AND NOT VEX_SANITIZE)
     add_library(${name}_alone MODULE ${PROJECT_SOURCE_DIR}/cmake/nothing.cpp)
