@@ -27,6 +27,9 @@ public:
     void validateParameter(VexVariant const& parameter, unsigned short expectedType);
 
 private:
+    /// Raises when the parameter is not an element to write into.
+    void validateResponse(VexVariant const& parameter);
+
     VexSession* m_session;
     std::unique_ptr<VexMDMaProvider> m_provider; // null until the first valid request
 };

@@ -48,15 +48,22 @@ void VexMDMaProvider::doRequest(VexMDMaProviderHelper& helper, KRLIDOM_Node resp
         RetrieveSecurityInfo();
     }
     m_document = KRLIDOM_Document(responseNode);
+    // Taken before anything is written: settings go behind it, and it stays the
+    // first child whatever they add.
+    KRLIDOM_Node const result = responseNode.getFirstChild();
     if (helper.GetAttributeValueForAttribute("function").empty()) {
-        answerModelRequest(helper, responseNode, depthOf(helper));
+        answerModelRequest(helper, responseNode, result, depthOf(helper));
     } else {
-        answerFunctionRequest(helper, responseNode);
+        answerFunctionRequest(helper, result);
     }
 }
 
 void VexMDMaProvider::answerModelRequest(VexMDMaProviderHelper const& helper,
-                                         KRLIDOM_Node const& response, int depth) {
+                                         KRLIDOM_Node const& response, KRLIDOM_Node const& result,
+                                         int depth) {
+    if (result.isNull()) {
+        RaiseFailure(VexFailure::MetadataParameterType); // there is nothing to take the tree
+    }
     getModelLocales();
     I18NLocale const* const locale = m_session->GetCurrentLocale();
     KRLIDOM_Element responseElement(response);
@@ -77,12 +84,11 @@ void VexMDMaProvider::answerModelRequest(VexMDMaProviderHelper const& helper,
     VexMDAccessEngine engine = getAccessEngine(helper, *locale);
     VexMDMaProviderVisability visibility(*locale, m_session, &engine, this);
     ProcessRequest(helper, parts, startPath, depth, locale, engine, visibility, isReference,
-                   response.getFirstChild());
+                   result);
 }
 
 void VexMDMaProvider::answerFunctionRequest(VexMDMaProviderHelper const& helper,
-                                            KRLIDOM_Node const& response) {
-    KRLIDOM_Node const result = response.getFirstChild();
+                                            KRLIDOM_Node const& result) {
     I18NLocale const& locale = *m_session->GetCurrentLocale();
     VexSecurityInfoSource* const source = m_security.source();
     KRLIDOM_Element const package =

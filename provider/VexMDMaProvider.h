@@ -158,9 +158,10 @@ public:
     void getAllCollections(Vex_Handle_Collection& properties, std::list<I18NString>& names);
 
 private:
+    /// The tree goes into `result`, settings behind it into `response`.
     void answerModelRequest(VexMDMaProviderHelper const& helper, KRLIDOM_Node const& response,
-                            int depth);
-    void answerFunctionRequest(VexMDMaProviderHelper const& helper, KRLIDOM_Node const& response);
+                            KRLIDOM_Node const& result, int depth);
+    void answerFunctionRequest(VexMDMaProviderHelper const& helper, KRLIDOM_Node const& result);
 
     /// The one place where what was found is written; nothing for none.
     static void writeStart(std::optional<VexFoundStart> const& start, VexTreeContext const& context,

@@ -71,6 +71,13 @@ protected:
 
 } // namespace
 
+TEST_F(VexAccessActionTest, AModelPathThatPointsToNothingIsRefused) {
+    m_in = {VexVariant(0L), VexVariant(static_cast<I18NString*>(nullptr)),
+            VexVariant(m_model.byId("x")), VexVariant(0L)};
+    expectRefusal();
+    EXPECT_EQ(m_model.calls().total(), 0);
+}
+
 TEST_F(VexAccessActionTest, AnIncludedObjectAnswersOneAndAnotherZero) {
     EXPECT_EQ(ask("x"), 1);
     EXPECT_EQ(ask("y"), 0);

@@ -114,6 +114,29 @@ TEST_F(VexMAActionTest, AResponseThatIsAbsentOrNoNodeIsRefused) {
     expectRefusal();
 }
 
+TEST_F(VexMAActionTest, APointerToNothingIsRefusedLikeAnotherType) {
+    std::vector<VexVariant> const good = m_in;
+    m_in[1] = VexVariant(static_cast<I18NString*>(nullptr));
+    expectRefusal();
+    m_in = good;
+    m_in[2] = VexVariant(static_cast<KRLIDOM_Node*>(nullptr));
+    expectRefusal();
+    m_in = good;
+    m_out[1] = VexVariant(static_cast<KRLIDOM_Node*>(nullptr));
+    expectRefusal();
+}
+
+TEST_F(VexMAActionTest, AResponseNodeThatIsNoElementIsRefused) {
+    KRLIDOM_Node none;
+    KRLIDOM_Node document = m_response.node().getOwnerDocument();
+    KRLIDOM_Node text = m_response.node().getOwnerDocument().createTextNode("text");
+    for (KRLIDOM_Node* const node : {&none, &document, &text}) {
+        m_out[1] = VexVariant(node);
+        expectRefusal();
+    }
+    EXPECT_EQ(m_response.text(), "<Response><Result/></Response>");
+}
+
 TEST_F(VexMAActionTest, AParameterOfTheExpectedTypePasses) {
     testing::internal::CaptureStdout();
     m_action.validateParameter(VexVariant(1L), 2);
@@ -151,6 +174,18 @@ TEST_F(VexMAActionTest, ARefusedRequestDoesNotSettleTheModelPath) {
     expectRefusal();
     m_path = "/content/second";
     m_in[2] = VexVariant(&m_request.node());
+    ask();
+    ASSERT_EQ(m_session.askedPaths().size(), 1U);
+    EXPECT_EQ(m_session.askedPaths()[0], "/content/second");
+}
+
+TEST_F(VexMAActionTest, ARequestWithoutAResponseDoesNotSettleTheModelPath) {
+    VexVariant const good = m_out[1];
+    m_path = "/public/unrestricted";
+    m_out[1] = VexVariant(1L);
+    expectRefusal();
+    m_path = "/content/second";
+    m_out[1] = good;
     ask();
     ASSERT_EQ(m_session.askedPaths().size(), 1U);
     EXPECT_EQ(m_session.askedPaths()[0], "/content/second");

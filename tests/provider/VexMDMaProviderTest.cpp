@@ -65,6 +65,17 @@ TEST(RequestEntry, DropsFiveCharactersOfAMarkedPathAndKeepsSecurityOn) {
     EXPECT_EQ(scene.session.askedPaths(), Strings{"/any/where"});
 }
 
+TEST(RequestEntry, RefusesATreeThatTheResponseHasNoPlaceForBeforeAnythingIsWritten) {
+    ProviderScene scene(Model);
+    TestRequest asked("<Metadata><Property a='/@effectiveLocale'/><Property a='*/@name'/>"
+                      "</Metadata>");
+    TestResponse response;
+    KRLIDOM_Node empty = response.result(); // no child that could take the tree
+    expectFailure([&] { scene.provider.doRequest(asked.node(), empty); }, 1444379511, "VexMAAction",
+                  83, "VexAction::validateParameter");
+    EXPECT_EQ(response.text(), "<Response><Result/></Response>");
+}
+
 TEST(RequestEntry, StaysOutsideContentOnceAPathWasThere) {
     ContentScene scene;
     scene.provider.Initialize("elsewhere");
