@@ -182,8 +182,8 @@ void CatalogueReader::enterPackage(xercesc::Attributes const& attributes) {
 void CatalogueReader::enterProperty(xercesc::Attributes const& attributes) {
     I18NString const locale = valueOf(attributes, u"locale");
     if (!locale.empty() && !I18NLocale::isKnown(locale)) {
-        Report("catalogue-locale", quoted(locale) + " is no known locale; write one like de or "
-                                                    "de_AT");
+        Report("catalogue-locale",
+               "the locale " + quoted(locale) + " is unknown; write one like de or de_AT");
     }
     m_propertyName = valueOf(attributes, u"name");
     m_propertyLocale = I18NLocale(locale);

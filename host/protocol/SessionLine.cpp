@@ -28,12 +28,12 @@ SessionValue readLong(Json& value, Kind kind) {
                                 static_cast<std::uint64_t>(std::numeric_limits<long>::max())
                           : value.is_number_integer();
     return fits ? SessionValue{kind, value.get<long>(), {}}
-                : unusable("is no whole number in the range of a long");
+                : unusable("is not a whole number in the range of a long");
 }
 
 SessionValue readText(Json& value, Kind kind) {
     return value.is_string() ? SessionValue{kind, 0, std::move(value.get_ref<std::string&>())}
-                             : unusable("is no text");
+                             : unusable("is not a text");
 }
 
 SessionValue readEmpty(Json& value, Kind kind) {
@@ -61,7 +61,7 @@ SessionValue readValue(Json& value) {
             }
         }
     }
-    return unusable("is no value of an action");
+    return unusable("is not a value of an action");
 }
 
 SessionLine readNotification(Json const& value) {
@@ -81,7 +81,7 @@ SessionLine readNotification(Json const& value) {
 SessionLine readSessionLine(std::string_view text) {
     Json json = Json::parse(text, nullptr, false);
     if (json.is_discarded() || !json.is_object()) {
-        return UnusableLine{std::string("the line is no JSON object; ") + wantedLine};
+        return UnusableLine{std::string("the line is not a JSON object; ") + wantedLine};
     }
     if (json.size() == 1 && json.contains("notify")) {
         return readNotification(json["notify"]);

@@ -65,7 +65,7 @@ template <class Call> auto PluginProxy::guarded(char const* operation, Call cons
     } catch (...) {
         throw PluginException(PluginFault::ForeignException,
                               described(operation) +
-                                  " raised something that is no exception of the platform");
+                                  " raised something that is not an exception of the platform");
     }
 }
 

@@ -69,16 +69,16 @@ TEST_P(ModelLimit, IsNamedWhereItIsPassedAndNothingIsLoaded) {
 
 INSTANTIATE_TEST_SUITE_P(
     Models, ModelLimit,
-    testing::Values(
-        DocumentLimit{"Depth", of<nested>("model"), 512,
-                      "elements stand inside each other more than 512 deep; flatten the model"},
-        DocumentLimit{"Attributes", of<withAttributes>("model"), 200,
-                      "the element has 201 attributes, more than the 200 allowed"},
-        DocumentLimit{"NameLength", of<withName>("model"), 1'000,
-                      "has more than 1000 characters; shorten it"},
-        DocumentLimit{"DistinctNames", of<withNames>("model"), 10'000,
-                      "the document has more than 10000 different names of elements and "
-                      "attributes"}),
+    testing::Values(DocumentLimit{"Depth", of<nested>("model"), 512,
+                                  "elements are nested more than 512 deep; flatten the model"},
+                    DocumentLimit{"Attributes", of<withAttributes>("model"), 200,
+                                  "the element has 201 attributes, more than the 200 allowed"},
+                    DocumentLimit{"NameLength", of<withName>("model"), 1'000,
+                                  "has more than 1000 characters; shorten it"},
+                    DocumentLimit{
+                        "DistinctNames", of<withNames>("model"), 10'000,
+                        "the document has more than 10000 different names of elements and "
+                        "attributes"}),
     [](auto const& tested) { return std::string(tested.param.name); });
 
 class RequestLimit : public testing::TestWithParam<DocumentLimit> {};

@@ -41,7 +41,7 @@ ModelWriter::~ModelWriter() = default;
 
 void ModelWriter::admitDepth(std::size_t depth) {
     if (depth > m_limits.depth) {
-        m_report.stop("too-deep", "elements stand inside each other more than " +
+        m_report.stop("too-deep", "elements are nested more than " +
                                       std::to_string(m_limits.depth) +
                                       " deep; flatten the model here");
     }

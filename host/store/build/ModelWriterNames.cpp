@@ -98,9 +98,10 @@ I18NLocale ModelWriter::locale(std::u16string_view name) {
     if (!known.isLocale) {
         I18NString const text(name);
         if (!I18NLocale::isKnown(text)) {
-            m_report.report("unknown-locale", "there is no locale " + inQuotes(name) +
-                                                  "; write a language and, if need be, a region, "
-                                                  "such as \"de\" or \"de_AT\"");
+            m_report.report("unknown-locale",
+                            "the locale " + inQuotes(name) +
+                                " is unknown; write a language and, if need be, a region, "
+                                "such as \"de\" or \"de_AT\"");
             return {};
         }
         known.isLocale = true;

@@ -8,7 +8,7 @@ void raiseStructure(xercesc::DOMException const& failure) {
     std::string const reason = text(failure.getMessage()).toUtf8();
     throw KRLDocumentException("", 0, 0,
                                failure.code == xercesc::DOMException::INVALID_CHARACTER_ERR
-                                   ? "The document takes no such name: " + reason
+                                   ? "The document does not accept this name: " + reason
                                    : "The document's structure forbids the change: " + reason);
 }
 

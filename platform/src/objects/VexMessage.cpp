@@ -18,7 +18,7 @@ bool isPlaceholder(std::string_view text) {
 std::string VexMessage::GetText() const {
     char const* const found = VexFindMessageText(GetId());
     if (found == nullptr) {
-        return "Failure " + std::to_string(GetId()) + ", for which there is no text.";
+        return "Failure " + std::to_string(GetId()) + "; it has no text.";
     }
     std::vector<KRLMessageParm> const& parameters = m_components.GetParameters();
     std::string text;

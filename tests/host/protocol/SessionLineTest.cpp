@@ -88,22 +88,24 @@ TEST_P(BadValues, KeepTheirPlaceAndSayWhatIsWrong) {
 
 INSTANTIATE_TEST_SUITE_P(
     SessionLine, BadValues,
-    testing::Values(
-        BadValue{R"({"long": 1.5})", "is no whole number in the range of a long"},
-        BadValue{R"({"long": "1"})", "is no whole number in the range of a long"},
-        BadValue{R"({"string": 1})", "is no text"}, BadValue{R"({"handle": null})", "is no text"},
-        BadValue{R"({"node": {}})", "is no text"}, BadValue{R"({"empty": false})", "is not true"},
-        BadValue{R"({"empty": 1})", "is not true"},
-        BadValue{R"({"short": 1})", "is no value of an action"},
-        BadValue{R"({"long": 1, "string": ""})", "is no value of an action"},
-        BadValue{"{}", "is no value of an action"}, BadValue{"1", "is no value of an action"},
-        BadValue{"[]", "is no value of an action"}));
+    testing::Values(BadValue{R"({"long": 1.5})", "is not a whole number in the range of a long"},
+                    BadValue{R"({"long": "1"})", "is not a whole number in the range of a long"},
+                    BadValue{R"({"string": 1})", "is not a text"},
+                    BadValue{R"({"handle": null})", "is not a text"},
+                    BadValue{R"({"node": {}})", "is not a text"},
+                    BadValue{R"({"empty": false})", "is not true"},
+                    BadValue{R"({"empty": 1})", "is not true"},
+                    BadValue{R"({"short": 1})", "is not a value of an action"},
+                    BadValue{R"({"long": 1, "string": ""})", "is not a value of an action"},
+                    BadValue{"{}", "is not a value of an action"},
+                    BadValue{"1", "is not a value of an action"},
+                    BadValue{"[]", "is not a value of an action"}));
 
 TEST(SessionLine, MayHaveAnUnusableAction) {
     EXPECT_THAT(actionOf(R"({"action": 1.5, "in": []})").action.text,
-                HasSubstr("is no whole number in the range of a long"));
+                HasSubstr("is not a whole number in the range of a long"));
     EXPECT_THAT(actionOf(R"({"action": "31000", "in": []})").action.text,
-                HasSubstr("is no value of an action"));
+                HasSubstr("is not a value of an action"));
 }
 
 TEST(SessionLine, SaysWhichNotification) {
@@ -128,7 +130,7 @@ TEST(SessionLine, IsUnusableWhenItIsNoJsonObject) {
           "{\"notify\": \"\xFF\"}", R"({"action": 1, "in": [{"string": "\ud83d"}]})"}) {
         EXPECT_EQ(
             problemOf(line),
-            R"(the line is no JSON object; send {"action": A, "in": [V, ...]} or {"notify": kind} on one line)")
+            R"(the line is not a JSON object; send {"action": A, "in": [V, ...]} or {"notify": kind} on one line)")
             << line;
     }
 }

@@ -87,7 +87,7 @@ TEST(VexMessage, DoesNotLookForPlacesInsideAParameter) {
 
 TEST(VexMessage, SaysSoWhenAParameterOrATextIsMissing) {
     EXPECT_NE(VexMessage(1170551942).GetText().find("Requested: (not stated)."), std::string::npos);
-    EXPECT_EQ(VexMessage(42).GetText(), "Failure 42, for which there is no text.");
+    EXPECT_EQ(VexMessage(42).GetText(), "Failure 42; it has no text.");
 }
 
 TEST(KRLDocumentException, SaysWhere) {

@@ -66,7 +66,7 @@ TEST(ModelWriterRefusal, ReportsALocaleThatIsNone) {
     EXPECT_EQ(written.finish(), nullptr);
     ASSERT_EQ(written.found().size(), 3U);
     EXPECT_EQ(toString(written.found()[0]),
-              "shop: error: there is no locale \"klingon\"; write a language and, if need be, a "
+              "shop: error: the locale \"klingon\" is unknown; write a language and, if need be, a "
               "region, such as \"de\" or \"de_AT\"");
     EXPECT_EQ(written.found()[1].rule, "unknown-locale");
     EXPECT_EQ(written.found()[2].rule, "unknown-locale");
@@ -179,7 +179,7 @@ TEST(ModelWriterRefusal, EndsTheReadingWhereObjectsAndPropertiesNestTooDeep) {
     openTwo(objects);
     EXPECT_THROW(objects.writer().openObject(u"c"), vex::SourceReport::Stop);
     EXPECT_EQ(std::move(objects.writer()).finish(), nullptr);
-    EXPECT_EQ(objects.foundText(), "too-deep: shop: error: elements stand inside each other more "
+    EXPECT_EQ(objects.foundText(), "too-deep: shop: error: elements are nested more "
                                    "than 3 deep; flatten the model here");
     WrittenModel properties(limits);
     openTwo(properties);
