@@ -5,6 +5,7 @@
 #include "VexNotification.h"
 #include "fuzz/FuzzTargets.h"
 #include "host/catalogue/Catalogue.h"
+#include "host/content/MemoryContent.h"
 #include "host/import/xml/ModelLoader.h"
 
 namespace {
@@ -37,25 +38,49 @@ constexpr std::string_view catalogueText = R"(<catalog>
     </package><grant role="r" view="v"/><grant role="r" view="w"/></model>
   <user name="ann"><role>r</role></user></catalog>)";
 
+std::shared_ptr<vex::PluginProxy> const& sharedPlugin() {
+    static std::shared_ptr<vex::PluginProxy> const proxy = vex::loadPlugin(VEX_PLUGIN_FILE);
+    return proxy;
+}
+
 } // namespace
 
 namespace fuzz {
 
 vex::PluginProxy& plugin() {
-    static vex::PluginProxy proxy(VEX_PLUGIN_FILE);
-    static bool const initialised = (proxy.Initialize(), true);
-    static_cast<void>(initialised);
-    return proxy;
+    return *sharedPlugin();
+}
+
+vex::Service& service() {
+    static vex::Service calls(sharedPlugin());
+    return calls;
+}
+
+vex::Visit const& usualVisit() {
+    static vex::MemoryContent content([] {
+        vex::Diagnostics found;
+        return vex::readCatalogueText(catalogueText, "c.xml", ".", found);
+    }());
+    static vex::Visit const visit = [] {
+        content.setModel("/content/m", vex::loadModelText(modelText, "m.xml"));
+        return vex::openVisit(content, {"/content/m", "ann", I18NLocale("de")});
+    }();
+    return visit;
+}
+
+vex::Visit visitAlone(std::shared_ptr<vex::Model const> model) {
+    static vex::MemoryContent content;
+    content.setModel("file:m", std::move(model));
+    return vex::openVisit(content, {"file:m", "", I18NLocale("de")});
+}
+
+vex::MetadataAnswer request(vex::Visit const& visit, std::string_view text) {
+    KRLIDOM_OwnedDocument const document = KRLIDOM_Reader::parse(text, "request");
+    return service().metadata(visit, document.document(), smallLimits());
 }
 
 std::unique_ptr<vex::HostSession> openSession() {
-    static auto const model = vex::loadModelText(modelText, "m.xml");
-    static auto const catalogue = [] {
-        vex::Diagnostics found;
-        return vex::readCatalogueText(catalogueText, "c.xml", ".", found);
-    }();
-    return std::make_unique<vex::HostSession>(model, I18NLocale("de"), catalogue,
-                                              catalogue->findUser("ann"));
+    return vex::openSession(usualVisit());
 }
 
 void close(vex::HostSession& session) {
@@ -100,6 +125,19 @@ void requireSound(vex::ActionOutcome const& outcome) {
                 "only a limit of the answer stops a call: " + outcome.text);
     }
     require(outcome.response.elementCount() <= smallLimits().response.elements,
+            "an answer keeps to its limit");
+}
+
+void requireSound(vex::MetadataAnswer const& answer) {
+    using Kind = vex::CallEnd::Kind;
+    if (answer.end.kind == Kind::Raised) {
+        require(answer.end.failure->id != 0 && !answer.end.text.empty(),
+                "a failure says what it is");
+    } else if (answer.end.kind == Kind::Stopped) {
+        require(answer.end.text.find(", which is the limit.") != std::string::npos,
+                "only a limit of the answer stops a call: " + answer.end.text);
+    }
+    require(answer.response.elementCount() <= smallLimits().response.elements,
             "an answer keeps to its limit");
 }
 

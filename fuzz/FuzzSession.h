@@ -3,6 +3,7 @@
 #include "host/service/ActionCall.h"
 #include "host/service/HostSession.h"
 #include "host/service/PluginProxy.h"
+#include "host/service/Service.h"
 
 #include <memory>
 #include <string>
@@ -13,7 +14,20 @@ namespace fuzz {
 /// The plug-in of the whole program.
 vex::PluginProxy& plugin();
 
-/// The user "ann" on a small model with views, a shortcut and two languages.
+/// Typed calls of that plug-in.
+vex::Service& service();
+
+/// The user "ann" before a small model with views, a shortcut and two languages.
+vex::Visit const& usualVisit();
+
+/// Somebody who is not restricted before that model; good until the next one.
+vex::Visit visitAlone(std::shared_ptr<vex::Model const> model);
+
+/// A metadata request through the service. Raises `KRLDocumentException` when the
+/// request cannot be read.
+vex::MetadataAnswer request(vex::Visit const& visit, std::string_view text);
+
+/// A session of the user "ann" on the small model.
 std::unique_ptr<vex::HostSession> openSession();
 
 /// Ends the session as a host does.
@@ -30,7 +44,10 @@ vex::ActionOutcome ask(vex::HostSession& session, std::string_view request);
 /// calls.
 vex::ActionOutcome check(vex::HostSession& session);
 
+/// @{
 /// Requires that a call ended in one of the ways that calls may end.
 void requireSound(vex::ActionOutcome const& outcome);
+void requireSound(vex::MetadataAnswer const& answer);
+/// @}
 
 } // namespace fuzz

@@ -51,7 +51,5 @@ void fuzz::model(std::string_view input) {
     }
     requireLinked(*model);
     vex::checkModel(*model, "m.xml", found);
-    vex::HostSession session(model, I18NLocale("de"), nullptr, nullptr);
-    requireSound(ask(session, whole));
-    close(session);
+    requireSound(request(visitAlone(model), whole));
 }

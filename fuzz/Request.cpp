@@ -5,13 +5,12 @@
 
 namespace {
 
+constexpr std::string_view usualRequest =
+    "<Metadata Depth='1'><Property n='*/@name'/><Property n='/@defaultLocale'/></Metadata>";
+
 std::string usualAnswer() {
-    auto const session = fuzz::openSession();
-    auto const outcome = fuzz::ask(
-        *session, "<Metadata Depth='1'><Property n='*/@name'/><Property n='/@defaultLocale'/>"
-                  "</Metadata>");
-    fuzz::close(*session);
-    return KRLIDOM_Writer::toUtf8(outcome.response.document());
+    vex::MetadataAnswer const answer = fuzz::request(fuzz::usualVisit(), usualRequest);
+    return KRLIDOM_Writer::toUtf8(answer.response.document());
 }
 
 } // namespace
@@ -19,21 +18,19 @@ std::string usualAnswer() {
 void fuzz::request(std::string_view input) {
     static std::string const usual = usualAnswer();
     constexpr std::size_t seldom = 16; // inputs of every 16th length look further
-    auto const session = openSession();
     try {
-        vex::ActionOutcome const outcome = ask(*session, input);
-        requireSound(outcome);
+        vex::MetadataAnswer const answer = request(usualVisit(), input);
+        requireSound(answer);
         if (input.size() % seldom == 0) {
-            vex::ActionOutcome const again = ask(*session, input);
-            require(again.end == outcome.end && again.text == outcome.text &&
+            vex::MetadataAnswer const again = request(usualVisit(), input);
+            require(again.end.kind == answer.end.kind && again.end.text == answer.end.text &&
                         KRLIDOM_Writer::toUtf8(again.response.document()) ==
-                            KRLIDOM_Writer::toUtf8(outcome.response.document()),
-                    "a session answers the same request alike");
+                            KRLIDOM_Writer::toUtf8(answer.response.document()),
+                    "the same request is answered alike");
         }
     } catch (KRLDocumentException const& problem) {
         require(!problem.GetProblem().empty(), "a refusal says why");
     }
-    close(*session);
     require(input.size() % seldom != 0 || usualAnswer() == usual,
-            "other sessions are answered as ever");
+            "other requests are answered as ever");
 }
