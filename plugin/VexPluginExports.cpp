@@ -4,7 +4,9 @@
 #include "VexAccessExplanation.h"
 #include "VexPlatformVersion.h"
 #include "VexPluginExtension.h"
+#include "VexTreeExplanation.h"
 #include "plugin/VexAccessAction.h"
+#include "plugin/VexExplainedTree.h"
 
 #include <string_view>
 
@@ -20,6 +22,7 @@ void explainAccess(VexSession& session, I18NString const& modelPath,
 }
 
 constexpr VexExplainAccess accessExplanation{explainAccess};
+constexpr VexExplainTree treeExplanation{ExplainTree};
 
 struct ExtensionRow {
     std::string_view id;
@@ -28,6 +31,7 @@ struct ExtensionRow {
 
 constexpr ExtensionRow extensions[] = {
     {VexExplainAccess::Id, &accessExplanation},
+    {VexExplainTree::Id, &treeExplanation},
 };
 
 } // namespace

@@ -21,6 +21,7 @@ struct VexFoundStart;
 struct VexModelScope;
 struct VexStartContext;
 struct VexTreeContext;
+class VexTreeObservation;
 
 /// Answers the metadata requests of one session, one at a time.
 ///
@@ -45,6 +46,10 @@ public:
     /// takes the tree.
     void doRequest(KRLIDOM_Node& request, KRLIDOM_Node& response);
     void doRequest(VexMDMaProviderHelper& helper, KRLIDOM_Node responseNode);
+
+    /// Tells `observation` about every tree that is written from now on; null tells
+    /// nobody. It must outlive those trees.
+    void observe(VexTreeObservation* observation) { m_observation = observation; }
 
     /// The engine for the views that the request asks for.
     VexMDAccessEngine getAccessEngine(VexMDMaProviderHelper const& helper,
@@ -179,4 +184,5 @@ private:
     int m_currentRequestValue = 0; // the root namespace's handle
     Vex_I18NString_Collection m_supportedLocales;
     I18NString m_defaultLocale;
+    VexTreeObservation* m_observation = nullptr;
 };

@@ -98,5 +98,5 @@ void VexMDMaProvider::AddSubtree(VEX_HANDLE object, I18NLocale const* locale,
 VexTreeContext VexMDMaProvider::treeContext(VexMDMaProviderHelper const& helper, int depth,
                                             I18NLocale const* locale, VexMDAccessEngine& engine,
                                             VexMDMaProviderVisability& visibility) const {
-    return {modelScope(locale), m_document, helper, depth, engine, visibility};
+    return {modelScope(locale), m_document, helper, depth, engine, visibility, m_observation};
 }

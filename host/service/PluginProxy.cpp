@@ -91,7 +91,8 @@ Extension const& PluginProxy::offered(Extension const* extension, char const* op
 
 PluginProxy::PluginProxy(std::string const& file, std::string const& name)
     : m_library(file), m_creator(m_library.FindCreator(name)),
-      m_explainAccess(findExtension<VexExplainAccess>()) {
+      m_explainAccess(findExtension<VexExplainAccess>()),
+      m_explainTree(findExtension<VexExplainTree>()) {
     guarded("create", [&] {
         if (m_creator.initialize() != nullptr) {
             m_creator.initialize()();
@@ -171,6 +172,15 @@ void PluginProxy::explainAccess(HostSession& session, I18NString const& modelPat
     Running const running(*this, session, "explainAccess");
     guarded("explainAccess",
             [&] { extension.explain(session, modelPath, objects, skipViewLists, explanation); });
+}
+
+void PluginProxy::explainTree(HostSession& session, I18NString const& modelPath,
+                              KRLIDOM_Node& request, KRLIDOM_Node* response,
+                              VexTreeObserver& observer) {
+    VexExplainTree const& extension = offered(m_explainTree, "explainTree");
+    Running const running(*this, session, "explainTree");
+    guarded("explainTree",
+            [&] { extension.explain(session, modelPath, request, response, observer); });
 }
 
 std::string PluginProxy::described(char const* operation) const {

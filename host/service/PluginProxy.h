@@ -3,6 +3,7 @@
 #include "VexAccessExplanation.h"
 #include "VexException.h"
 #include "VexPluginInterface.h"
+#include "VexTreeExplanation.h"
 #include "host/service/HostSession.h"
 #include "host/service/PluginLibrary.h"
 
@@ -39,6 +40,11 @@ public:
                        Vex_Handle_Collection const& objects, bool skipViewLists,
                        VexAccessExplanation& explanation);
 
+    /// How the plug-in treats each object of a metadata answer: see `VexExplainTree`.
+    /// Not every plug-in offers it.
+    void explainTree(HostSession& session, I18NString const& modelPath, KRLIDOM_Node& request,
+                     KRLIDOM_Node* response, VexTreeObserver& observer);
+
     std::string const& getFile() const { return m_library.getFile(); }
 
 private:
@@ -54,7 +60,11 @@ private:
 
     PluginLibrary m_library;
     VexPluginFactory::Creator& m_creator;
-    VexExplainAccess const* m_explainAccess; // null when the plug-in does not offer it
+    /// @{
+    /// Null when the plug-in does not offer it.
+    VexExplainAccess const* m_explainAccess;
+    VexExplainTree const* m_explainTree;
+    /// @}
     std::unique_ptr<VexPluginInterface> m_plugin;
     std::atomic<State> m_state{State::Loaded};
     std::atomic<unsigned> m_running{0}; // calls of sessions

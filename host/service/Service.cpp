@@ -117,4 +117,14 @@ AccessReasons Service::explainAccess(Visit const& visit, Vex_Handle_Collection c
     return reasons;
 }
 
+CallEnd Service::explainTree(Visit const& visit, KRLIDOM_Document const& request,
+                             VexTreeObserver& observer, ActionLimits const& limits) {
+    SessionPool::Loan loan = m_sessions.take(visit, SessionKind::Metadata);
+    KRLIDOM_Node node = request;
+    return endOf(loan, limits, [&](HostSession& session) {
+        m_plugin->explainTree(session, visit.version->path(), node, nullptr, observer);
+        return long{VexErrorCode::Handled};
+    });
+}
+
 } // namespace vex

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VexAccessExplanation.h"
+#include "VexTreeExplanation.h"
 #include "host/service/ActionCall.h"
 #include "host/service/CallEnd.h"
 #include "host/service/MetadataRequest.h"
@@ -66,6 +67,11 @@ public:
     /// Why objects are accessible or not. Not every plug-in tells.
     AccessReasons explainAccess(Visit const& visit, Vex_Handle_Collection const& objects,
                                 bool skipViewLists, ActionLimits const& limits);
+
+    /// Tells the observer how a metadata request is answered, object by object; the
+    /// answer is not built. Not every plug-in tells.
+    CallEnd explainTree(Visit const& visit, KRLIDOM_Document const& request,
+                        VexTreeObserver& observer, ActionLimits const& limits);
 
     SessionPool const& sessions() const { return m_sessions; }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "provider/tree/VexMDMaTreeWriter.h"
+#include "resources.h"
 
 #include <forward_list>
 #include <optional>
@@ -22,6 +23,13 @@ public:
     I18NString name;
     bool isNameRead = false;
     std::optional<VexPropertySelection> allAttributes; // when the request asks for all
+
+    /// The tag of its element.
+    I18NString const& tag() const {
+        return className == resources::getString(resources::Namespace)
+                   ? resources::getString(resources::Folder)
+                   : className;
+    }
 
     void extendPath(VexNestedText& paths) { texts.path = paths.extend(texts.path, name, true); }
 

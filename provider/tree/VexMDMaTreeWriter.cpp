@@ -17,12 +17,6 @@ namespace {
 // Far beyond any model, and reached before the call stack ends.
 constexpr int maximumLevel = 1024;
 
-I18NString const& tagOf(I18NString const& className) {
-    return className == resources::getString(resources::Namespace)
-               ? resources::getString(resources::Folder)
-               : className;
-}
-
 } // namespace
 
 /// A level of members in use while this lives.
@@ -59,7 +53,7 @@ VexTreePlace VexMDMaTreeWriter::placeOf(VexTreeStart const& start) {
         texts.reference = m_references.put({}, reference.view());
     }
     return {start.className,     texts,         start.parent, start.level,
-            start.skipViewLists, start.isStart, nullptr};
+            start.skipViewLists, start.isStart, nullptr,      {}};
 }
 
 void VexMDMaTreeWriter::writeObjects(VexTreePlace const& place,
@@ -100,22 +94,25 @@ void VexMDMaTreeWriter::writeReached(VexTreePlace const& place, VexPropertySelec
     Object object(handle, className, place.texts);
     // The element is made only when it is shown; until then its attributes wait.
     if (!collectAttributes(place, requested, object)) {
+        reportLeftOut(place, handle, VexTreeTreatment::WithoutAttributes, VexTreeMembers::LeftOut);
         return; // an object without attributes is left out with all its members
     }
+    bool const shown = isShown(place, handle);
     KRLIDOM_Element element;
-    if (isShown(place, handle)) {
-        element = m_context.document.createElement(tagOf(className));
+    if (shown) {
+        element = makeElement(object.tag());
         for (std::size_t index = 0; index < m_attributeCount; ++index) {
-            element.setAttribute(*m_attributes[index].name, m_attributes[index].value);
+            setAttribute(element, *m_attributes[index].name, m_attributes[index].value);
         }
     }
-    finish(place, object, element);
+    finish(place, object, shown, element);
 }
 
 void VexMDMaTreeWriter::writeMember(VexTreePlace const& place, VexPropertySelection& requested,
                                     VEX_HANDLE handle) {
     bool const shown = isShown(place, handle);
     if (!shown && !VexMDMaProviderUtility::hasChildObjects(handle)) {
+        reportLeftOut(place, handle, VexTreeTreatment::NotIncluded, VexTreeMembers::Lifted);
         return;
     }
     // A member's class is the name of the collection that it was reached in.
@@ -123,7 +120,7 @@ void VexMDMaTreeWriter::writeMember(VexTreePlace const& place, VexPropertySelect
     readName(object);
     KRLIDOM_Element element;
     if (shown) {
-        element = m_context.document.createElement(tagOf(place.className));
+        element = makeElement(object.tag());
     }
     for (VexSelectedProperty& property : requested.properties) {
         bool const reachesMembers = property.kind == VexSelectedProperty::Kind::Path ||
@@ -134,16 +131,20 @@ void VexMDMaTreeWriter::writeMember(VexTreePlace const& place, VexPropertySelect
         I18NString read;
         I18NString const& value = readValue(place, object, property, read);
         if (shown && !value.empty() && property.isXmlName) {
-            element.setAttribute(property.name, value);
+            setAttribute(element, property.name, value);
         }
     }
-    finish(place, object, element);
+    finish(place, object, shown, element);
 }
 
-void VexMDMaTreeWriter::finish(VexTreePlace const& place, Object const& object,
+void VexMDMaTreeWriter::finish(VexTreePlace const& place, Object const& object, bool shown,
                                KRLIDOM_Element const& element) {
+    VexTreeSurroundings around = place.around;
+    if (m_context.observation != nullptr) {
+        around.container = reportObject(place, object, shown);
+    }
     KRLIDOM_Node parent = place.parent; // of the members of an object that is not shown
-    if (!element.isNull()) {
+    if (shown) {
         parent.appendChild(element);
         if (!descends(place.level)) {
             return;
@@ -152,8 +153,8 @@ void VexMDMaTreeWriter::finish(VexTreePlace const& place, Object const& object,
     }
     if (VexMDMaProviderUtility::hasChildObjects(object.handle)) {
         writeMembers({object.className, object.texts, parent, place.level + 1, place.skipViewLists,
-                      false, place.expansion},
-                     object.handle, tagOf(object.className));
+                      false, place.expansion, around},
+                     object.handle, object.tag());
     }
 }
 
@@ -193,7 +194,7 @@ void VexMDMaTreeWriter::writeMembers(VexTreePlace const& place, VEX_HANDLE objec
             }
         } else {
             writeObjects({name, place.texts, place.parent, place.level, place.skipViewLists, false,
-                          place.expansion},
+                          place.expansion, place.around},
                          level->collection);
         }
     }

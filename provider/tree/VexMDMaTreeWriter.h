@@ -2,6 +2,7 @@
 
 #include "KRLIDOM_Element.h"
 #include "VEX_HANDLE.h"
+#include "VexTreeExplanation.h"
 #include "Vex_Handle_Collection.h"
 #include "model/VexMembers.h"
 #include "provider/request/VexClassSelections.h"
@@ -17,6 +18,12 @@
 struct VexExpansion {
     VEX_HANDLE shortcut;
     VexExpansion const* outer;
+};
+
+/// What an observed tree has reported about the surroundings of a place.
+struct VexTreeSurroundings {
+    std::size_t container = VexTreeReport::None;
+    std::size_t shortcut = VexTreeReport::None;
 };
 
 /// Where a tree starts.
@@ -48,6 +55,7 @@ struct VexTreePlace {
     bool skipViewLists;
     bool isStart;
     VexExpansion const* expansion;
+    VexTreeSurroundings around;
 };
 
 /// Writes the requested tree into the response: an element for each object,
@@ -85,7 +93,8 @@ private:
     void writeReached(VexTreePlace const& place, VexPropertySelection& requested,
                       VEX_HANDLE object);
     void writeMember(VexTreePlace const& place, VexPropertySelection& requested, VEX_HANDLE object);
-    void finish(VexTreePlace const& place, Object const& object, KRLIDOM_Element const& element);
+    void finish(VexTreePlace const& place, Object const& object, bool shown,
+                KRLIDOM_Element const& element);
     bool collectAttributes(VexTreePlace const& place, VexPropertySelection& requested,
                            Object& object);
     /// The property's value; `value` holds it unless the object does.
@@ -102,6 +111,19 @@ private:
     void setShortcutAttributes(KRLIDOM_Element const& element, VexPropertySelection& selected,
                                VEX_HANDLE shortcut, VEX_HANDLE target, I18NString const& name,
                                I18NString const& pathText, I18NString const& reference);
+    /// The element, or null when nothing is built.
+    KRLIDOM_Element makeElement(I18NString const& tag) const;
+    void setAttribute(KRLIDOM_Element const& element, I18NString const& name,
+                      I18NString const& value) const;
+    /// @{
+    /// Only when the tree is observed; gives the report's number.
+    std::size_t reportObject(VexTreePlace const& place, Object const& object, bool shown) const;
+    std::size_t reportShortcut(VexTreePlace const& place, VEX_HANDLE shortcut, VEX_HANDLE target,
+                               I18NString const& tag, bool endless) const;
+    /// @}
+    /// Does nothing unless the tree is observed.
+    void reportLeftOut(VexTreePlace const& place, VEX_HANDLE object, VexTreeTreatment treatment,
+                       VexTreeMembers members) const;
     bool descends(int level) const { return m_context.depth == 0 || level < m_context.depth; }
     /// `name` stays as it is.
     void readProperty(VEX_HANDLE object, I18NString& name, I18NString& value) const;

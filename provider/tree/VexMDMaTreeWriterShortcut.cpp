@@ -34,6 +34,8 @@ KRLIDOM_Node VexMDMaTreeWriter::shortcutElement(VexTreePlace const& place, VEX_H
     I18NString targetClass;
     VexMDMaProviderUtility::GetName(target, targetClass);
     if (name.empty() || targetClass.empty()) {
+        reportLeftOut(place, shortcut, VexTreeTreatment::NothingToStandFor,
+                      VexTreeMembers::LeftOut);
         return KRLIDOM_Node();
     }
 
@@ -53,7 +55,7 @@ KRLIDOM_Node VexMDMaTreeWriter::shortcutElement(VexTreePlace const& place, VEX_H
     if (targetClass == resources::getString(resources::Namespace)) {
         targetClass = resources::getString(resources::Folder);
     }
-    KRLIDOM_Element const element = m_context.document.createElement(targetClass);
+    KRLIDOM_Element const element = makeElement(targetClass);
     VexPropertySelection& requested = m_selections.propertiesOf(targetClass);
     std::optional<VexPropertySelection> all;
     if (requested.all) {
@@ -65,6 +67,11 @@ KRLIDOM_Node VexMDMaTreeWriter::shortcutElement(VexTreePlace const& place, VEX_H
     // Without a depth, a shortcut that is met inside its own expansion is where
     // the tree would go on for ever. With one, the depth ends it.
     bool const endless = m_context.depth == 0 && isUnderWay(place.expansion, shortcut);
+    VexTreeSurroundings around;
+    if (m_context.observation != nullptr) {
+        around.container = reportShortcut(place, shortcut, target, targetClass, endless);
+        around.shortcut = around.container;
+    }
     if (descends(place.level) && !endless) {
         VexExpansion const expansion{shortcut, place.expansion};
         VexMembers members;
@@ -73,9 +80,9 @@ KRLIDOM_Node VexMDMaTreeWriter::shortcutElement(VexTreePlace const& place, VEX_H
             Vex_Handle_Collection collection;
             members.appendOfClass(collectionName, collection);
             if (!collection.empty()) {
-                writeObjects(
-                    {collectionName, texts, element, place.level + 1, true, false, &expansion},
-                    collection);
+                writeObjects({collectionName, texts, element, place.level + 1, true, false,
+                              &expansion, around},
+                             collection);
             }
         }
     }
@@ -118,7 +125,7 @@ void VexMDMaTreeWriter::setShortcutAttributes(KRLIDOM_Element const& element,
             break;
         }
         if (property.isXmlName) {
-            element.setAttribute(property.name, value);
+            setAttribute(element, property.name, value);
         }
     }
 }

@@ -6,6 +6,7 @@ class KRLIDOM_Document;
 class VexMDAccessEngine;
 class VexMDMaProviderHelper;
 class VexMDMaProviderVisability;
+class VexTreeObservation;
 
 /// What stays the same while the tree of one request is written. All that is
 /// referred to outlives it.
@@ -16,4 +17,5 @@ struct VexTreeContext {
     int depth; // 0: unlimited
     VexMDAccessEngine& engine;
     VexMDMaProviderVisability& visibility;
+    VexTreeObservation* observation; // null: nobody observes the tree
 };

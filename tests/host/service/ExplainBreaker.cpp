@@ -5,32 +5,48 @@
 #include "KRLException.h"
 #include "VexAccessExplanation.h"
 #include "VexPluginExtension.h"
+#include "VexTreeExplanation.h"
 
 #include <cstring>
 #include <stdexcept>
 
 namespace {
 
-void explainAccess(VexSession& /*session*/, I18NString const& modelPath,
-                   Vex_Handle_Collection const& objects, bool skipViewLists,
-                   VexAccessExplanation& explanation) {
+void throwAsAskedFor(I18NString const& modelPath) {
     if (modelPath == explainBreaker::throwStandard) {
         throw std::runtime_error("a standard one");
     }
     if (modelPath == explainBreaker::throwPlatform) {
         throw KRLException("a plain one");
     }
+}
+
+void explainAccess(VexSession& /*session*/, I18NString const& modelPath,
+                   Vex_Handle_Collection const& objects, bool skipViewLists,
+                   VexAccessExplanation& explanation) {
+    throwAsAskedFor(modelPath);
     explanation.objects.resize(objects.size());
     for (VexExplainedObject& object : explanation.objects) {
         object.included = skipViewLists;
     }
 }
 
+void explainTree(VexSession& /*session*/, I18NString const& modelPath, KRLIDOM_Node& /*request*/,
+                 KRLIDOM_Node* /*response*/, VexTreeObserver& observer) {
+    throwAsAskedFor(modelPath);
+    observer.report({});
+    observer.reportOutside({2, 0, 0});
+}
+
 constexpr VexExplainAccess accessExplanation{explainAccess};
+constexpr VexExplainTree treeExplanation{explainTree};
 
 } // namespace
 
 extern "C" __attribute__((visibility("default"))) void const*
 VexPlugin_getExtension(char const* id) {
+    if (std::strcmp(id, VexExplainTree::Id) == 0) {
+        return &treeExplanation;
+    }
     return std::strcmp(id, VexExplainAccess::Id) == 0 ? &accessExplanation : nullptr;
 }

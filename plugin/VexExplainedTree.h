@@ -1,0 +1,10 @@
+#pragma once
+
+class I18NString;
+class KRLIDOM_Node;
+class VexSession;
+class VexTreeObserver;
+
+/// What the extension `VexExplainTree` does.
+void ExplainTree(VexSession& session, I18NString const& modelPath, KRLIDOM_Node& request,
+                 KRLIDOM_Node* response, VexTreeObserver& observer);

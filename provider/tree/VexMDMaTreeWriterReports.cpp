@@ -1,0 +1,72 @@
+// What an observed tree tells, and what is left out of it when nothing is built.
+
+#include "KRLIDOM_Document.h"
+#include "KRLIDOM_Helper.h"
+#include "provider/tree/VexMDMaTreeObject.h"
+#include "provider/tree/VexTreeObservation.h"
+
+namespace {
+
+VexTreeReport reportAt(VexTreePlace const& place, VEX_HANDLE object, VexTreeTreatment treatment,
+                       VexTreeMembers members) {
+    VexTreeReport report;
+    report.object = object;
+    report.treatment = treatment;
+    report.members = members;
+    report.container = place.around.container;
+    report.shortcut = place.around.shortcut;
+    report.level = place.level;
+    report.passesOverViewLists = place.skipViewLists;
+    return report;
+}
+
+} // namespace
+
+KRLIDOM_Element VexMDMaTreeWriter::makeElement(I18NString const& tag) const {
+    bool const builds = m_context.observation == nullptr || m_context.observation->builds();
+    // A tag that no element can have is refused all the same.
+    return builds || !KRLIDOM_Helper::isName(tag) ? m_context.document.createElement(tag)
+                                                  : KRLIDOM_Element();
+}
+
+void VexMDMaTreeWriter::setAttribute(KRLIDOM_Element const& element, I18NString const& name,
+                                     I18NString const& value) const {
+    if (m_context.observation != nullptr) {
+        m_context.observation->addAttribute(value);
+    }
+    element.setAttribute(name, value);
+}
+
+std::size_t VexMDMaTreeWriter::reportObject(VexTreePlace const& place, Object const& object,
+                                            bool shown) const {
+    if (!shown) {
+        VexTreeReport report =
+            reportAt(place, object.handle, VexTreeTreatment::NotIncluded, VexTreeMembers::Lifted);
+        return m_context.observation->report(report);
+    }
+    VexTreeReport report =
+        reportAt(place, object.handle, VexTreeTreatment::Written,
+                 descends(place.level) ? VexTreeMembers::Below : VexTreeMembers::PastDepth);
+    report.tag = object.tag();
+    return m_context.observation->report(report);
+}
+
+std::size_t VexMDMaTreeWriter::reportShortcut(VexTreePlace const& place, VEX_HANDLE shortcut,
+                                              VEX_HANDLE target, I18NString const& tag,
+                                              bool endless) const {
+    VexTreeMembers const members = endless                 ? VexTreeMembers::Endless
+                                   : descends(place.level) ? VexTreeMembers::Below
+                                                           : VexTreeMembers::PastDepth;
+    VexTreeReport report = reportAt(place, shortcut, VexTreeTreatment::Written, members);
+    report.target = target;
+    report.tag = tag;
+    return m_context.observation->report(report);
+}
+
+void VexMDMaTreeWriter::reportLeftOut(VexTreePlace const& place, VEX_HANDLE object,
+                                      VexTreeTreatment treatment, VexTreeMembers members) const {
+    if (m_context.observation != nullptr) {
+        VexTreeReport report = reportAt(place, object, treatment, members);
+        m_context.observation->report(report);
+    }
+}
