@@ -23,7 +23,7 @@ struct MetadataCommand {
         MetadataRequest const asked = MetadataRequest::read(document.document());
         Workplace workplace(source, console);
         if (estimate) {
-            return giveEstimate(asked, workplace, console);
+            return giveEstimate(document, asked, workplace, console);
         }
         MetadataAnswer const answer = workplace.metadata(document.document());
         if (!answer.end.isAnswered()) {
@@ -35,14 +35,21 @@ struct MetadataCommand {
         return Done;
     }
 
-    int giveEstimate(MetadataRequest const& asked, Workplace& workplace, Console& console) const {
-        AnswerEstimate const answer =
-            estimateAnswer(workplace.model(), {asked, workplace.locale(), source.response.elements,
-                                               !source.user.empty()});
-        char const* const bound = answer.isMore ? "more than " : "at most ";
-        std::size_t const elements = answer.isMore ? source.response.elements : answer.elements;
-        console.out() << "elements  " << bound << elements << "\nbytes     " << bound
-                      << answer.bytes << '\n';
+    static int giveEstimate(KRLIDOM_OwnedDocument const& document, MetadataRequest const& asked,
+                            Workplace& workplace, Console& console) {
+        std::size_t const limit = workplace.responseLimits().elements;
+        AnswerEstimate estimate(limit);
+        CallEnd const end = workplace.explainTree(document.document(), estimate);
+        if (!end.isAnswered() && !estimate.isMore()) {
+            return complainAboutRequest(end, asked, workplace, console);
+        }
+        std::ostream& out = console.out();
+        if (estimate.isMore()) {
+            out << "elements  more than " << limit << "\nbytes     more than ";
+        } else {
+            out << "elements  " << estimate.elements() << "\nbytes     at most ";
+        }
+        out << estimate.bytes() << '\n';
         return Done;
     }
 };
@@ -59,9 +66,8 @@ CommandRun addMetadataCommand(CommandSyntax& command) {
                  .help = "Break lines and indent (always done on a terminal)"});
     command.add({.name = "--estimate",
                  .into = &metadata->estimate,
-                 .help =
-                     "Say how large the answer may be, and do not make it: an upper estimate of "
-                     "its elements and memory that leaves views out of account"});
+                 .help = "Say how large the answer is, and do not build it: its elements, and the "
+                         "memory that it takes at most"});
     command.epilog = R"(Examples:
   vexma metadata retail.model.xml --depth 2 --property name --property screenTip
   vexma metadata --catalog retail.catalog.xml --model /content/retail --user ann \

@@ -13,9 +13,14 @@ struct ModelTrees {
     AnsweredTree objects;
     std::optional<CallEnd> refusal; // of the first tree that was not answered
 };
-ModelTrees askForTrees(Workplace& workplace, I18NString const& view = {});
 
-/// One tree.
+/// As the plug-in reports them; no answer is built.
+ModelTrees askForTrees(Workplace& workplace, I18NString const& view = {});
+/// As the answers show them: each is matched with the model (`matchAnswer`), so that
+/// the plug-in's own word is not needed.
+ModelTrees matchTrees(Workplace& workplace);
+
+/// One tree, as the plug-in reports it.
 struct TreeAnswer {
     AnsweredTree objects;
     CallEnd end;

@@ -86,7 +86,7 @@ struct VerifyCommand {
     static UserVerification verify(Workplace& workplace, std::string const& user,
                                    Console& console) {
         Progress progress(console, "verifying" + (user.empty() ? "" : " for " + user));
-        ModelTrees trees = askForTrees(workplace);
+        ModelTrees trees = matchTrees(workplace);
         CallEnd refusal;
         auto const accessible = askForAccessOfAll(workplace, progress, refusal);
         if (trees.refusal.has_value() || !accessible) {

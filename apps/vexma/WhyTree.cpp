@@ -15,16 +15,16 @@ namespace {
 class Reasons {
 public:
     Reasons(Workplace& workplace, AnsweredTree const& tree) {
-        // Behind a shortcut the views' lists do not count.
-        for (bool const behindShortcut : {false, true}) {
+        for (bool const skipViewLists : {false, true}) {
             Vex_Handle_Collection objects;
             for (AnsweredObject const& entry : tree) {
-                if (entry.fate == ObjectFate::LeftOut && entry.behindShortcut == behindShortcut) {
+                if (entry.fate == ObjectFate::LeftOut &&
+                    entry.passesOverViewLists == skipViewLists) {
                     objects.push_back(entry.object);
                 }
             }
             if (!objects.empty() && m_end.isAnswered()) {
-                add(workplace, objects, behindShortcut);
+                add(workplace, objects, skipViewLists);
             }
         }
     }
@@ -33,19 +33,19 @@ public:
     CallEnd const& end() const { return m_end; }
 
     std::string const& of(AnsweredObject const& entry) const {
-        return m_texts[entry.behindShortcut ? 1 : 0].at(entry.object);
+        return m_texts[entry.passesOverViewLists ? 1 : 0].at(entry.object);
     }
 
 private:
-    void add(Workplace& workplace, Vex_Handle_Collection const& objects, bool behindShortcut) {
-        AccessReasons const reasons = workplace.explain(objects, behindShortcut);
+    void add(Workplace& workplace, Vex_Handle_Collection const& objects, bool skipViewLists) {
+        AccessReasons const reasons = workplace.explain(objects, skipViewLists);
         m_end = reasons.end;
         if (!m_end.isAnswered()) {
             return;
         }
         AccessStory const story(workplace.model(), workplace.locale(), reasons.explanation);
         for (std::size_t index = 0; index < objects.size(); ++index) {
-            m_texts[behindShortcut ? 1 : 0].try_emplace(
+            m_texts[skipViewLists ? 1 : 0].try_emplace(
                 objects[index], story.verdictOf(reasons.explanation.objects[index]));
         }
     }

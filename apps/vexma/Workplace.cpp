@@ -117,6 +117,12 @@ AccessReasons Workplace::explain(Vex_Handle_Collection const& objects, bool skip
     });
 }
 
+CallEnd Workplace::explainTree(KRLIDOM_Document const& request, VexTreeObserver& observer) {
+    return interruptible(m_limits, [&](ActionLimits const& limits) {
+        return m_service->explainTree(m_visit, request, observer, limits);
+    });
+}
+
 int complainAbout(CallEnd const& end, Console& console) {
     std::string text = end.text;
     if (end.failure) {

@@ -20,6 +20,8 @@ public:
 
     Model const& model() const { return m_visit.model(); }
     I18NLocale const& locale() const { return m_visit.locale; }
+    /// How large an answer may grow.
+    KRLIDOM_Limits const& responseLimits() const { return m_limits.response; }
 
     /// @{
     /// The calls of `Service`, under the command line's limits; an interrupt
@@ -28,6 +30,7 @@ public:
     MetadataAnswer metadata(KRLIDOM_Document const& request);
     AccessAnswer access(Vex_Handle_Collection const& objects, long mode);
     AccessReasons explain(Vex_Handle_Collection const& objects, bool skipViewLists);
+    CallEnd explainTree(KRLIDOM_Document const& request, VexTreeObserver& observer);
     /// @}
 
 private:

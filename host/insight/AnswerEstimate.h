@@ -1,29 +1,34 @@
 #pragma once
 
-#include "host/service/MetadataRequest.h"
-#include "host/store/image/Model.h"
+#include "VexTreeExplanation.h"
 
 namespace vex {
 
-/// How large an answer may become.
-struct AnswerEstimate {
-    std::size_t elements = 0; // "Response" and "Result" counted
-    std::size_t bytes = 0;    // of memory while it is made
-    bool isMore = false;      // counting stopped at the limit
-};
+/// How large an answer becomes: adds up what the plug-in reports about it while
+/// nothing is built.
+class AnswerEstimate final : public VexTreeObserver {
+public:
+    /// Counting ends when the elements are more than `elementLimit`.
+    explicit AnswerEstimate(std::size_t elementLimit) : m_elementLimit(elementLimit) {}
 
-struct EstimateQuestion {
-    MetadataRequest const& request;
-    I18NLocale locale;
-    std::size_t elementLimit;
-    /// Views may hide objects: below a depth's limit the members of what is
-    /// hidden come up in its place.
-    bool viewsMayHide;
-};
+    /// @{
+    /// Raise `KRLLimitException` past the limit.
+    void report(VexTreeReport const& report) override { Add(report.size); }
+    void reportOutside(VexTreeSize const& size) override { Add(size); }
+    /// @}
 
-/// Counts what the request reaches from its start, without building it. An upper
-/// estimate: views and properties without value are left out of account, and
-/// where several objects have the name of the start, the largest answer counts.
-AnswerEstimate estimateAnswer(Model const& model, EstimateQuestion const& question);
+    /// As many as the answer has: "Response" and "Result" count.
+    std::size_t elements() const { return m_size.elements; }
+    /// Of memory while it is made, at most.
+    std::size_t bytes() const;
+    /// True when the answer has more than the limit.
+    bool isMore() const { return m_size.elements > m_elementLimit; }
+
+private:
+    void Add(VexTreeSize const& size);
+
+    std::size_t m_elementLimit;
+    VexTreeSize m_size;
+};
 
 } // namespace vex

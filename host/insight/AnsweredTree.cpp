@@ -28,18 +28,9 @@ I18NString tagFor(I18NString const& className) {
 class AnswerMatch {
 public:
     AnswerMatch(Model const& model, I18NLocale const& locale, TreeQuestion const& question)
-        : m_model(model), m_locale(locale), m_question(question), m_listed(question.collections),
-          m_listedOfNamespaces(question.collections) {
-        if (question.goesIntoEveryCollection() && !question.start.empty()) {
-            for (std::string_view const collection : collectionsOnThePath) {
-                m_listedOfNamespaces.push_back(
-                    I18NString::fromUtf8(collection.substr(collection.find('/') + 1)));
-            }
-        }
-        for (auto* const list : {&m_listed, &m_listedOfNamespaces}) {
-            list->emplace_back(shortcutClass);
-            list->emplace_back("namespace");
-        }
+        : m_model(model), m_locale(locale), m_question(question), m_listed(question.collections) {
+        m_listed.emplace_back(shortcutClass);
+        m_listed.emplace_back("namespace");
     }
 
     AnsweredTree match(KRLIDOM_Element const& response) {
@@ -53,13 +44,11 @@ public:
         if (!start.IsNotNull()) {
             throw HostException("the tree starts at an object without an id; give it one");
         }
-        Place const place{root.getAttribute("_path"), AnsweredObject::None, 1, false, nullptr};
+        Place const place{root.getAttribute("_path"), AnsweredObject::None, false, nullptr};
         Elements members(root);
         if (root.getAttribute(m_question.marker).empty()) {
             std::size_t const entry = Add(start, writtenFate(start, place), place);
-            if (descends(place.level)) {
-                Members(start, membersPlace(place, place.path, entry), members);
-            }
+            Members(start, membersPlace(place, place.path, entry), members);
         } else {
             expandStart(shortcutTo(start, root.getAttribute("name")), start, place, members);
         }
@@ -91,7 +80,6 @@ private:
     struct Place {
         I18NString path;       // that the answer gives for their container
         std::size_t container; // its entry
-        int level;
         bool behindShortcut;
         Expansion const* expansion;
     };
@@ -114,20 +102,17 @@ private:
                      Elements& elements) {
         std::size_t const entry = Add(shortcut, writtenFate(shortcut, place), place);
         m_tree[entry].target = target;
-        if (descends(place.level)) {
-            Expansion const expansion{shortcut, nullptr};
-            membersBehind(target, {place.path, entry, place.level + 1, true, &expansion}, elements);
-        }
+        Expansion const expansion{shortcut, nullptr};
+        membersBehind(target, {place.path, entry, true, &expansion}, elements);
     }
 
     static Place membersPlace(Place const& place, I18NString const& path, std::size_t entry) {
-        return {path, entry, place.level + 1, place.behindShortcut, place.expansion};
+        return {path, entry, place.behindShortcut, place.expansion};
     }
 
-    bool descends(int level) const { return m_question.depth == 0 || level < m_question.depth; }
-
     std::size_t Add(VEX_HANDLE object, ObjectFate fate, Place const& place) {
-        m_tree.push_back({object, VEX_HANDLE(), fate, place.container, place.behindShortcut});
+        m_tree.push_back({object, VEX_HANDLE(), fate, place.container, place.behindShortcut,
+                          place.behindShortcut});
         return m_tree.size() - 1;
     }
 
@@ -169,8 +154,7 @@ private:
     void membersBehind(VEX_HANDLE target, Place const& place, Elements& elements) {
         Vex_Handle_Collection children;
         VexObject(target).childObjects(children, nullptr, nullptr);
-        for (I18NString const& name :
-             classOf(target) == "namespace" ? m_listedOfNamespaces : m_listed) {
+        for (I18NString const& name : m_listed) {
             for (VEX_HANDLE const child : children) {
                 if (classOf(child) != name) {
                     continue;
@@ -221,9 +205,7 @@ private:
         }
         elements.take();
         Elements inside(next);
-        if (descends(place.level)) {
-            Members(object, members, inside);
-        }
+        Members(object, members, inside);
         refuseRest(inside);
     }
 
@@ -242,9 +224,9 @@ private:
         std::size_t const entry = Add(shortcut, writtenFate(shortcut, place), place);
         m_tree[entry].target = target;
         Elements inside(next);
-        if (descends(place.level) && !(m_question.depth == 0 && isUnderWay(place, shortcut))) {
+        if (!isUnderWay(place, shortcut)) {
             Expansion const expansion{shortcut, place.expansion};
-            membersBehind(target, {path, entry, place.level + 1, true, &expansion}, inside);
+            membersBehind(target, {path, entry, true, &expansion}, inside);
         }
         refuseRest(inside);
     }
@@ -271,7 +253,6 @@ private:
     I18NLocale const& m_locale;
     TreeQuestion const& m_question;
     std::vector<I18NString> m_listed; // as the request names them
-    std::vector<I18NString> m_listedOfNamespaces;
     AnsweredTree m_tree;
 };
 

@@ -23,8 +23,9 @@ struct AnsweredObject {
     VEX_HANDLE object;
     VEX_HANDLE target; // of a shortcut that is written
     ObjectFate fate = ObjectFate::Written;
-    std::size_t container = None; // the entry that it was met in; the start has none
-    bool behindShortcut = false;  // met as a member, however deep, of a shortcut's target
+    std::size_t container = None;     // the entry that it was met in; the start has none
+    bool behindShortcut = false;      // met as a member, however deep, of a shortcut's target
+    bool passesOverViewLists = false; // decided without the views' included objects
 };
 
 /// A tree answer, object by object as it was gone through: also those that it
@@ -33,7 +34,8 @@ struct AnsweredObject {
 /// that asks for nothing else.
 using AnsweredTree = std::vector<AnsweredObject>;
 
-/// Matches an answer to `question.makeRequest()`. Raises `HostException` when it
+/// Matches an answer to `question.makeRequest()`, which asks without a depth for all
+/// collections of the model (`collectionsOf`). Raises `HostException` when the answer
 /// holds something that the model does not explain, or starts at an object
 /// without an id.
 AnsweredTree matchAnswer(Model const& model, I18NLocale const& locale, TreeQuestion const& question,

@@ -62,6 +62,22 @@ TEST(TreeWithReasons, EndsAtTheDepth) {
               "folder Retail\n");
 }
 
+TEST(TreeWithReasons, EndsAtTheLimitOfElements) {
+    ToolResult const result = runOnSample("tree", "carl", {"--why", "--max-elements", "20"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_THAT(result.error, HasSubstr("more than 20 elements"));
+}
+
+TEST(TreeWithReasons, TellsTheRuleThatCountsBehindAShortcutThatThePathLeadsThrough) {
+    // There the included objects of views are not asked for.
+    std::string const why =
+        runOnSample("tree", "ann",
+                    {"--why", "--start", "[Stock].[Sales at a Glance].[Transactions]"})
+            .out;
+    EXPECT_THAT(why, testing::Not(HasSubstr("not among the included objects")));
+}
+
 TEST(TreeWithReasons, IsRefusedTogetherWithOtherRequests) {
     EXPECT_EQ(runOnSample("tree", "carl", {"--why", "--property", "usage"}).status, 2);
     EXPECT_EQ(runOnSample("tree", "carl", {"--why", "--request", "r.xml"}).status, 2);
