@@ -13,14 +13,14 @@ struct AccessCommand {
     std::vector<std::string> given;
     long mode = 0;
 
-    int Run(Console& console) {
+    int run(Console& console) {
         ObjectArguments const arguments(given, source);
         Workplace workplace(source, console);
         // All must be known before the first answer.
         Vex_Handle_Collection const objects = arguments.findIn(workplace.model());
         AccessAnswer const answer = workplace.access(objects, mode);
         for (std::size_t index = 0; index < answer.verdicts.size(); ++index) {
-            console.out() << (answer.verdicts[index] ? 1 : 0) << '\t' << arguments.Texts()[index]
+            console.out() << (answer.verdicts[index] ? 1 : 0) << '\t' << arguments.texts()[index]
                           << '\n';
         }
         return answer.end.isAnswered() ? Done : complainAbout(answer.end, console);
@@ -46,7 +46,7 @@ Examples:
   vexma access --catalog retail.catalog.xml --model /content/retail --user ann \
       '[Sales].[Orders]' qi.calendar.date
   vexma access retail.model.xml qi.calendar.date)";
-    return [access](Console& console) { return access->Run(console); };
+    return [access](Console& console) { return access->run(console); };
 }
 
 } // namespace vex

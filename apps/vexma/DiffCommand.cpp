@@ -56,7 +56,7 @@ struct DiffCommand {
     OtherSide other;
     bool json = false;
 
-    int Run(Console& console) const {
+    int run(Console& console) const {
         source.check();
         SourceOptions const otherSource = makeOther();
         Workplace first(source, console);
@@ -137,7 +137,7 @@ Examples:
   vexma diff --catalog retail.catalog.xml --model /content/retail --user admin \
       --view view.analyst --other-view view.clerk
   vexma diff retail.model.xml --other-locale de)";
-    return [diff](Console& console) { return diff->Run(console); };
+    return [diff](Console& console) { return diff->run(console); };
 }
 
 } // namespace vex

@@ -62,7 +62,7 @@ void drawDifferences(std::ostream& out, Differences const& differences, bool col
     for (std::size_t number = 0; number < differences.objects.size(); ++number) {
         ToldChange const& object = differences.objects[number];
         ChangeRow const& row = rowOf(object.change);
-        out << row.sign << ' ' << branches.Before(number) << (colour ? row.colour : "")
+        out << row.sign << ' ' << branches.before(number) << (colour ? row.colour : "")
             << printable(describeObject(object.object) + changesText(object) + presenceText(object),
                          false)
             << (colour ? colourEnd : "") << '\n';

@@ -16,7 +16,7 @@ struct ExplainCommand {
     long mode = 0;
     bool json = false;
 
-    int Run(Console& console) {
+    int run(Console& console) {
         ObjectArguments const arguments(given, source);
         Workplace workplace(source, console);
         Vex_Handle_Collection const objects = arguments.findIn(workplace.model());
@@ -67,7 +67,7 @@ Examples:
   vexma explain --catalog retail.catalog.xml --model /content/retail --user ann \
       '[Sales].[Margin]'
   vexma explain retail.model.xml ca.margin --json)";
-    return [explain](Console& console) { return explain->Run(console); };
+    return [explain](Console& console) { return explain->run(console); };
 }
 
 } // namespace vex

@@ -117,7 +117,7 @@ struct ManCommand {
     std::string about;
     std::string folder;
 
-    int Run(CommandSyntax const& program, Console& console) const {
+    int run(CommandSyntax const& program, Console& console) const {
         std::vector<CommandSyntax const*> pages{&program};
         for (CommandSyntax const& command : program.commands) {
             pages.push_back(&command);
@@ -165,7 +165,7 @@ CommandRun addManCommand(CommandSyntax& command) {
   vexma man metadata | man -l -
   vexma man --into man/man1)";
     return
-        [man, &program = *command.program](Console& console) { return man->Run(program, console); };
+        [man, &program = *command.program](Console& console) { return man->run(program, console); };
 }
 
 } // namespace vex

@@ -16,7 +16,7 @@ struct MetadataCommand {
     bool pretty = false;
     bool estimate = false;
 
-    int Run(Console& console) const {
+    int run(Console& console) const {
         source.check();
         request.check(source);
         KRLIDOM_OwnedDocument const document = request.makeRequest();
@@ -73,7 +73,7 @@ CommandRun addMetadataCommand(CommandSyntax& command) {
   vexma metadata --catalog retail.catalog.xml --model /content/retail --user ann \
       --locale de --start '[Retail].[Sales]' --collection querySubject
   vexma metadata retail.model.xml --request - < request.xml)";
-    return [metadata](Console& console) { return metadata->Run(console); };
+    return [metadata](Console& console) { return metadata->run(console); };
 }
 
 } // namespace vex

@@ -18,7 +18,7 @@ public:
     /// among them.
     ObjectArguments(std::vector<std::string> arguments, SourceOptions& source);
 
-    std::vector<std::string> const& Texts() const { return m_texts; }
+    std::vector<std::string> const& texts() const { return m_texts; }
     /// Raises `HostException` for the first one that names nothing.
     Vex_Handle_Collection findIn(Model const& model) const;
 

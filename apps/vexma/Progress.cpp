@@ -21,7 +21,7 @@ Progress::~Progress() {
     }
 }
 
-void Progress::Report(std::size_t done, std::size_t total) {
+void Progress::report(std::size_t done, std::size_t total) {
     if (!m_watched || total == 0 || Clock::now() < m_next) {
         return;
     }

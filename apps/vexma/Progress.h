@@ -18,7 +18,7 @@ public:
     /// Removes what it wrote.
     ~Progress();
 
-    void Report(std::size_t done, std::size_t total);
+    void report(std::size_t done, std::size_t total);
 
 private:
     using Clock = std::chrono::steady_clock;

@@ -53,7 +53,7 @@ struct SessionCommand {
     SourceOptions source;
     RequestSize requestSize;
 
-    int Run(Console& console) const {
+    int run(Console& console) const {
         source.check();
         if (source.modelFile == "-") {
             throw UsageException("a session's lines come from standard input; name a model file");
@@ -103,7 +103,7 @@ Example:
   echo '{"action": 31000, "in": [{"long": 0}, {"string": "/content/retail"},
          {"node": "<Metadata Depth=\"1\"><Property name=\"*/@name\"/></Metadata>"}]}' | tr -d '\n' |
     vexma session --catalog retail.catalog.xml --model /content/retail --user ann)";
-    return [session](Console& console) { return session->Run(console); };
+    return [session](Console& console) { return session->run(console); };
 }
 
 } // namespace vex

@@ -16,7 +16,7 @@ public:
     explicit TreeBranches(std::vector<std::size_t> const& containers);
 
     /// What stands before an entry; "" for one without a container.
-    std::string const& Before(std::size_t entry) const { return m_before[entry]; }
+    std::string const& before(std::size_t entry) const { return m_before[entry]; }
 
 private:
     std::vector<std::string> m_before;

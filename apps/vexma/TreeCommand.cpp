@@ -16,7 +16,7 @@ struct TreeCommand {
     RequestOptions request;
     bool why = false;
 
-    int Run(Console& console) const {
+    int run(Console& console) const {
         source.check();
         request.check(source);
         if (why) {
@@ -63,7 +63,7 @@ Examples:
   vexma tree --catalog retail.catalog.xml --model /content/retail --user ann --why
   vexma tree --catalog retail.catalog.xml --model /content/retail --user carl --locale de
   vexma tree retail.model.xml --start '[Retail].[Sales]' --property name --property usage)";
-    return [tree](Console& console) { return tree->Run(console); };
+    return [tree](Console& console) { return tree->run(console); };
 }
 
 } // namespace vex

@@ -44,7 +44,7 @@ struct ValidateCommand {
     bool all = false;
     bool listsRules = false;
 
-    int Run(Console& console) const {
+    int run(Console& console) const {
         if (listsRules) {
             writeRules(console.out());
             return Done;
@@ -66,7 +66,7 @@ struct ValidateCommand {
                         Console const& console) const {
         Progress progress(console);
         auto const report = [&](std::size_t done, std::size_t total) {
-            progress.Report(done, total);
+            progress.report(done, total);
         };
         return file.empty() || isCatalogueText(text)
                    ? findInCatalogue(text, name,
@@ -109,7 +109,7 @@ Examples:
   vexma validate retail.model.xml
   vexma validate retail.catalog.xml --strict
   vexma validate retail.catalog.xml --format sarif > retail.sarif)";
-    return [validate](Console& console) { return validate->Run(console); };
+    return [validate](Console& console) { return validate->run(console); };
 }
 
 } // namespace vex

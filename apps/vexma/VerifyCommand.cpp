@@ -31,7 +31,7 @@ std::optional<std::vector<bool>> askForAccessOfAll(Workplace& workplace, Progres
             return std::nullopt;
         }
         accessible.insert(accessible.end(), answer.verdicts.begin(), answer.verdicts.end());
-        progress.Report(accessible.size(), model.elementCount());
+        progress.report(accessible.size(), model.elementCount());
     }
     return accessible;
 }
@@ -40,7 +40,7 @@ struct VerifyCommand {
     SourceOptions source;
     bool json = false;
 
-    int Run(Console& console) {
+    int run(Console& console) {
         std::shared_ptr<Catalogue const> catalogue;
         std::vector<CatalogueUser const*> users{nullptr};
         if (!source.catalogFile.empty()) {
@@ -118,7 +118,7 @@ the user cannot see. Exit status: 1 when something leaks or a difference has no 
 Examples:
   vexma verify --catalog retail.catalog.xml --model /content/retail
   vexma verify --catalog retail.catalog.xml --model /content/retail --user ann --json)";
-    return [verify](Console& console) { return verify->Run(console); };
+    return [verify](Console& console) { return verify->run(console); };
 }
 
 } // namespace vex

@@ -100,7 +100,7 @@ CallEnd drawTreeWithReasons(std::ostream& out, Workplace& workplace, AnsweredTre
     TreeBranches const branches(containers);
     for (std::size_t number = 0; number < tree.size(); ++number) {
         AnsweredObject const& entry = tree[number];
-        out << style(dimmed) << branches.Before(number) << end;
+        out << style(dimmed) << branches.before(number) << end;
         std::string const name = printable(nameIn(locale, entry.object).toUtf8(), false);
         if (entry.fate == ObjectFate::Written) {
             out << style(classColour) << printable(tagOf(entry), false) << end << ' '

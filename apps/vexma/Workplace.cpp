@@ -62,7 +62,7 @@ template <class Call> auto interruptible(ActionLimits limits, Call const& call) 
 Visit openVisit(SourceOptions const& options, Console& console) {
     Progress progress(console);
     LoadOptions load;
-    load.progress = [&](std::size_t done, std::size_t total) { progress.Report(done, total); };
+    load.progress = [&](std::size_t done, std::size_t total) { progress.report(done, total); };
     return openVisit(*makeContent(options, load),
                      {modelPathOf(options), I18NString::fromUtf8(options.user),
                       I18NLocale(I18NString::fromUtf8(options.locale))});

@@ -4,7 +4,7 @@
 
 namespace vex {
 
-bool LocalisedText::Add(I18NLocale locale, I18NString text) {
+bool LocalisedText::add(I18NLocale locale, I18NString text) {
     if (findExact(locale) != nullptr) {
         return false;
     }
@@ -12,7 +12,7 @@ bool LocalisedText::Add(I18NLocale locale, I18NString text) {
     return true;
 }
 
-I18NString const& LocalisedText::Find(I18NLocale locale) const {
+I18NString const& LocalisedText::find(I18NLocale locale) const {
     static I18NString const none;
     I18NLocale const nameless;
     for (;; locale = locale.getParent()) {

@@ -17,11 +17,11 @@ namespace vex {
 class LocalisedText {
 public:
     /// False when the locale has a value already, which stays.
-    bool Add(I18NLocale locale, I18NString text);
+    bool add(I18NLocale locale, I18NString text);
 
     /// The value of the locale, else of its nearest parent, else the
     /// unlocalised one, else "". A value without text answers too.
-    I18NString const& Find(I18NLocale locale) const;
+    I18NString const& find(I18NLocale locale) const;
 
 private:
     I18NString const* findExact(I18NLocale locale) const;

@@ -87,7 +87,7 @@ void CatalogueReader::startElement(XMLCh const* /*uri*/, XMLCh const* /*localNam
     }
     Rule const* const rule = findRule(tag);
     if (rule == nullptr) {
-        Report("catalogue-element",
+        report("catalogue-element",
                m_open.empty()
                    ? "the root element is " + quoted(tag) + "; a catalogue's is \"catalog\""
                    : quoted(tag) + " has no place in " + quoted(m_open.back()->tag));
@@ -112,7 +112,7 @@ void CatalogueReader::checkAttributes(Rule const& rule, xercesc::Attributes cons
     for (Attribute const& attribute : rule.attributes) {
         if (attribute.name != nullptr && attribute.required &&
             valueOf(attributes, attribute.name).empty()) {
-            Report("catalogue-attribute",
+            report("catalogue-attribute",
                    quoted(rule.tag) + " needs the attribute " + quoted(attribute.name));
         }
     }
@@ -122,7 +122,7 @@ void CatalogueReader::checkAttributes(Rule const& rule, xercesc::Attributes cons
             std::begin(rule.attributes), std::end(rule.attributes),
             [&](Attribute const& each) { return each.name != nullptr && name == each.name; });
         if (!known) {
-            Report("catalogue-attribute",
+            report("catalogue-attribute",
                    quoted(rule.tag) + " has no attribute " + quoted(I18NString(name)));
         }
     }
@@ -161,7 +161,7 @@ void CatalogueReader::enterModel(xercesc::Attributes const& attributes) {
     model.line = at.line;
     model.column = at.column;
     if (!m_modelPaths.insert(model.path).second) {
-        Report("catalogue-model-twice", "the model path " + quoted(model.path) +
+        report("catalogue-model-twice", "the model path " + quoted(model.path) +
                                             " stands here for "
                                             "the second time; a path names one model");
     }
@@ -171,18 +171,18 @@ void CatalogueReader::enterModel(xercesc::Attributes const& attributes) {
 void CatalogueReader::enterPackage(xercesc::Attributes const& attributes) {
     CatalogueModel& model = m_catalogue.models.back();
     if (std::exchange(model.hasPackage, true)) {
-        Report("catalogue-package-twice", "a model has one package; this is the second");
+        report("catalogue-package-twice", "a model has one package; this is the second");
         return;
     }
     if (XMLCh const* const value = attributes.getValue(u"value")) {
-        model.package["value"].Add(I18NLocale(), trimmed(I18NString(std::u16string_view(value))));
+        model.package["value"].add(I18NLocale(), trimmed(I18NString(std::u16string_view(value))));
     }
 }
 
 void CatalogueReader::enterProperty(xercesc::Attributes const& attributes) {
     I18NString const locale = valueOf(attributes, u"locale");
     if (!locale.empty() && !I18NLocale::isKnown(locale)) {
-        Report("catalogue-locale",
+        report("catalogue-locale",
                "the locale " + quoted(locale) + " is unknown; write one like de or de_AT");
     }
     m_propertyName = valueOf(attributes, u"name");
@@ -193,7 +193,7 @@ void CatalogueReader::enterUser(xercesc::Attributes const& attributes) {
     CatalogueUser user;
     user.name = valueOf(attributes, u"name");
     if (!m_userNames.insert(user.name).second) {
-        Report("catalogue-user-twice", "the user " + quoted(user.name) +
+        report("catalogue-user-twice", "the user " + quoted(user.name) +
                                            " stands here for the "
                                            "second time");
     }
@@ -213,7 +213,7 @@ void CatalogueReader::endElement(XMLCh const* /*uri*/, XMLCh const* /*localName*
     } else if (place == Place::Role) {
         leaveRole();
     } else if (!m_text.empty()) {
-        Report("catalogue-text", quoted(m_open.back()->tag) + " holds no text, but " +
+        report("catalogue-text", quoted(m_open.back()->tag) + " holds no text, but " +
                                      quoted(m_text.substring(0, 40)) + " stands in it");
     }
     m_open.pop_back();
@@ -222,8 +222,8 @@ void CatalogueReader::endElement(XMLCh const* /*uri*/, XMLCh const* /*localName*
 
 void CatalogueReader::leaveProperty() {
     LocalisedText& property = m_catalogue.models.back().package[m_propertyName];
-    if (!property.Add(m_propertyLocale, m_text)) {
-        Report("catalogue-property-twice",
+    if (!property.add(m_propertyLocale, m_text)) {
+        report("catalogue-property-twice",
                "the package property " + quoted(m_propertyName) +
                    " has two values for one locale; the second is here");
     }
@@ -231,7 +231,7 @@ void CatalogueReader::leaveProperty() {
 
 void CatalogueReader::leaveRole() {
     if (m_text.empty()) {
-        Report("catalogue-role", "a role needs its name as text");
+        report("catalogue-role", "a role needs its name as text");
         return;
     }
     m_catalogue.users.back().roles.push_back(m_text);
@@ -249,7 +249,7 @@ void CatalogueReader::fatalError(xercesc::SAXParseException const& problem) {
                                I18NString(std::u16string_view(problem.getMessage())).toUtf8());
 }
 
-void CatalogueReader::Report(char const* rule, std::string text) {
+void CatalogueReader::report(char const* rule, std::string text) {
     DocumentPosition const at = positionOf(*m_locator);
     m_found.push_back({Severity::Error, rule, m_name, at.line, at.column, std::move(text)});
 }

@@ -40,7 +40,7 @@ private:
     void enterUser(xercesc::Attributes const& attributes);
     void leaveProperty();
     void leaveRole();
-    void Report(char const* rule, std::string text);
+    void report(char const* rule, std::string text);
 
     Catalogue& m_catalogue;
     std::string m_name;

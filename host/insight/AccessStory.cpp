@@ -71,17 +71,17 @@ std::string AccessStory::verdictOf(VexExplainedObject const& object) const {
                     viewsThat(object, excluded, VexViewRole::RoleHeld);
         }
         if (says(object, excluded, VexViewRole::DefaultView)) {
-            text += ", which comes before the default view's exclusion (" + DefaultView() + ')';
+            text += ", which comes before the default view's exclusion (" + defaultView() + ')';
         }
         return text;
     }
     case VexAccessReason::RoleExcludes:
         return "hidden: " + rolesThat(object, excluded, "excludes it");
     case VexAccessReason::DefaultExcludes:
-        return "hidden: the default view (" + DefaultView() +
+        return "hidden: the default view (" + defaultView() +
                ") excludes it, and no view of a role that the user holds includes it";
     case VexAccessReason::DefaultAllows:
-        return "shown: " + includedBy(object) + ", and neither the default view (" + DefaultView() +
+        return "shown: " + includedBy(object) + ", and neither the default view (" + defaultView() +
                ") nor a view of a role that the user holds excludes it";
     case VexAccessReason::RoleHides:
         return "hidden: " + rolesThat(object, hidden, "hides it") +
@@ -192,7 +192,7 @@ std::string AccessStory::includedBy(VexExplainedObject const& object) const {
                         : "included by the views in force (" + list + ')';
 }
 
-std::string AccessStory::DefaultView() const {
+std::string AccessStory::defaultView() const {
     for (VexExplainedView const& view : m_explanation.views) {
         if (view.role == VexViewRole::DefaultView) {
             return nameOf(view);

@@ -41,7 +41,7 @@ private:
     std::string viewsThat(VexExplainedObject const& object, Mark mark, VexViewRole role) const;
     std::string rolesThat(VexExplainedObject const& object, Mark mark, char const* verb) const;
     std::string includedBy(VexExplainedObject const& object) const;
-    std::string DefaultView() const;
+    std::string defaultView() const;
     bool says(VexExplainedObject const& object, Mark mark, VexViewRole role) const;
 
     Model const& m_model;

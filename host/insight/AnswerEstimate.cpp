@@ -33,7 +33,7 @@ std::size_t inChunks(std::size_t used) {
 
 } // namespace
 
-void AnswerEstimate::Add(VexTreeSize const& size) {
+void AnswerEstimate::add(VexTreeSize const& size) {
     m_size.elements += size.elements;
     m_size.attributes += size.attributes;
     m_size.characters += size.characters;

@@ -13,8 +13,8 @@ public:
 
     /// @{
     /// Raise `KRLLimitException` past the limit.
-    void report(VexTreeReport const& report) override { Add(report.size); }
-    void reportOutside(VexTreeSize const& size) override { Add(size); }
+    void report(VexTreeReport const& report) override { add(report.size); }
+    void reportOutside(VexTreeSize const& size) override { add(size); }
     /// @}
 
     /// As many as the answer has: "Response" and "Result" count.
@@ -25,7 +25,7 @@ public:
     bool isMore() const { return m_size.elements > m_elementLimit; }
 
 private:
-    void Add(VexTreeSize const& size);
+    void add(VexTreeSize const& size);
 
     std::size_t m_elementLimit;
     VexTreeSize m_size;

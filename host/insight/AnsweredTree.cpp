@@ -47,7 +47,7 @@ public:
         Place const place{root.getAttribute("_path"), AnsweredObject::None, false, nullptr};
         Elements members(root);
         if (root.getAttribute(m_question.marker).empty()) {
-            std::size_t const entry = Add(start, writtenFate(start, place), place);
+            std::size_t const entry = add(start, writtenFate(start, place), place);
             Members(start, membersPlace(place, place.path, entry), members);
         } else {
             expandStart(shortcutTo(start, root.getAttribute("name")), start, place, members);
@@ -100,7 +100,7 @@ private:
 
     void expandStart(VEX_HANDLE shortcut, VEX_HANDLE target, Place const& place,
                      Elements& elements) {
-        std::size_t const entry = Add(shortcut, writtenFate(shortcut, place), place);
+        std::size_t const entry = add(shortcut, writtenFate(shortcut, place), place);
         m_tree[entry].target = target;
         Expansion const expansion{shortcut, nullptr};
         membersBehind(target, {place.path, entry, true, &expansion}, elements);
@@ -110,7 +110,7 @@ private:
         return {path, entry, place.behindShortcut, place.expansion};
     }
 
-    std::size_t Add(VEX_HANDLE object, ObjectFate fate, Place const& place) {
+    std::size_t add(VEX_HANDLE object, ObjectFate fate, Place const& place) {
         m_tree.push_back({object, VEX_HANDLE(), fate, place.container, place.behindShortcut,
                           place.behindShortcut});
         return m_tree.size() - 1;
@@ -198,7 +198,7 @@ private:
         if (fate == ObjectFate::Written && !isWritten) {
             fate = ObjectFate::LeftOut;
         }
-        Place const members = membersPlace(place, path, Add(object, fate, place));
+        Place const members = membersPlace(place, path, add(object, fate, place));
         if (!isWritten) {
             Members(object, members, elements);
             return;
@@ -215,13 +215,13 @@ private:
         VEX_HANDLE const target = targetOf(m_model, shortcut);
         if (next.isNull() || next.getAttribute(m_question.marker).empty() ||
             next.getAttribute("_path") != path) {
-            Add(shortcut,
+            add(shortcut,
                 isLost(place) ? ObjectFate::WithItsContainer : ObjectFate::NothingToStandFor,
                 place);
             return;
         }
         elements.take();
-        std::size_t const entry = Add(shortcut, writtenFate(shortcut, place), place);
+        std::size_t const entry = add(shortcut, writtenFate(shortcut, place), place);
         m_tree[entry].target = target;
         Elements inside(next);
         if (!isUnderWay(place, shortcut)) {

@@ -14,7 +14,7 @@ public:
 
     explicit ExpansionGraph(Model const& model);
 
-    std::size_t Size() const { return m_children.size(); }
+    std::size_t size() const { return m_children.size(); }
     VEX_HANDLE element(Number number) const { return m_model.getElement(number); }
     /// Raises `std::out_of_range` for a handle that is no element of the model.
     Number numberOf(VEX_HANDLE element) const { return m_numbers.at(element); }

@@ -11,7 +11,7 @@ std::string inQuotes(I18NString const& text) {
     return '"' + text.toUtf8() + '"';
 }
 
-void ModelFindings::Add(RuleName rule, VEX_HANDLE element, std::string text) {
+void ModelFindings::add(RuleName rule, VEX_HANDLE element, std::string text) {
     DocumentPosition const at = m_model.findPosition(element).value_or(DocumentPosition{});
     m_found.push_back(finding(rule, m_file, at.line, at.column, std::move(text)));
 }

@@ -13,7 +13,7 @@ public:
 
     Model const& getModel() const { return m_model; }
 
-    void Add(RuleName rule, VEX_HANDLE element, std::string text);
+    void add(RuleName rule, VEX_HANDLE element, std::string text);
 
     /// The elements of a class in the model, or below an element.
     Vex_Handle_Collection elementsOf(I18NString const& tag) const;

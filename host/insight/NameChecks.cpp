@@ -51,7 +51,7 @@ private:
         }
         I18NString const name = nameOf(member, fallback);
         bool const hasWay = !name.empty() && pairs.count(name) == 0;
-        m_findings.Add("unreachable-by-path", member,
+        m_findings.add("unreachable-by-path", member,
                        "a start path with the name " + caught + " leads to " +
                            m_findings.nameOf(first) + ", the first beside it; " +
                            (hasWay ? "paths reach it by " + inQuotes(name)

@@ -53,7 +53,7 @@ public:
         }
     }
 
-    std::vector<Second> const& Seconds() const { return m_seconds; }
+    std::vector<Second> const& seconds() const { return m_seconds; }
     bool isFirst(VEX_HANDLE object) const { return m_firsts.count(object.Number()) != 0; }
 
 private:
@@ -67,17 +67,17 @@ void checkTarget(ModelFindings& findings, SharedReferences const& shared, VEX_HA
     std::string const points =
         inQuotes(reference) + " that the shortcut " + findings.nameOf(shortcut) + " points to";
     if (!target.IsNotNull()) {
-        findings.Add("dangling-refobj", shortcut, "no object has the reference " + points);
+        findings.add("dangling-refobj", shortcut, "no object has the reference " + points);
         return;
     }
     if (shared.isFirst(target)) {
-        findings.Add("ambiguous-refobj", shortcut,
+        findings.add("ambiguous-refobj", shortcut,
                      "several objects have the reference " + points + "; the first is taken");
     }
     I18NString cls;
     VexObject(target).GetName(cls);
     if (cls == resources::getString(resources::Shortcut) && target != shortcut) {
-        findings.Add("unreachable-shortcut-target", shortcut,
+        findings.add("unreachable-shortcut-target", shortcut,
                      "the shortcut " + findings.nameOf(shortcut) + " points to the shortcut " +
                          findings.nameOf(target) +
                          ", whose own target is not shown here; point to that one");
@@ -92,16 +92,16 @@ void checkOneShortcut(ModelFindings& findings, SharedReferences const& shared,
         checkTarget(findings, shared, shortcut, reference);
     }
     if (references.empty()) {
-        findings.Add("shortcut-without-target", shortcut,
+        findings.add("shortcut-without-target", shortcut,
                      "the shortcut " + name + " has no refobj, so it is never shown");
     }
     if (references.size() > 1) {
-        findings.Add("unreachable-shortcut-target", shortcut,
+        findings.add("unreachable-shortcut-target", shortcut,
                      "the shortcut " + name + " has " + std::to_string(references.size()) +
                          " targets; answers show the last, start paths follow the first; keep one");
     }
     if (name == emptyName) {
-        findings.Add("shortcut-without-name", shortcut,
+        findings.add("shortcut-without-name", shortcut,
                      "the shortcut has no name, so it is never shown");
     }
 }
@@ -122,20 +122,20 @@ std::string cycleText(ModelFindings const& findings, EndlessShortcut const& endl
 
 void checkShortcuts(ModelFindings& findings) {
     SharedReferences const shared(findings);
-    for (SharedReferences::Second const& second : shared.Seconds()) {
+    for (SharedReferences::Second const& second : shared.seconds()) {
         auto const position = findings.getModel().findPosition(second.first);
         std::string text = "a second object has the reference " + second.reference.toUtf8();
         if (position) {
             text += ", which finds the one in line " + std::to_string(position->line);
         }
-        findings.Add("duplicate-reference", second.object, text + "; rename one of them");
+        findings.add("duplicate-reference", second.object, text + "; rename one of them");
     }
     for (VEX_HANDLE const shortcut :
          findings.elementsOf(resources::getString(resources::Shortcut))) {
         checkOneShortcut(findings, shared, shortcut);
     }
     for (EndlessShortcut const& endless : findEndlessShortcuts(findings.getModel())) {
-        findings.Add("endless-shortcut", endless.shortcut,
+        findings.add("endless-shortcut", endless.shortcut,
                      "the shortcut " + findings.nameOf(endless.shortcut) +
                          " is met again inside its own target" + cycleText(findings, endless) +
                          "; its expansion is cut there");

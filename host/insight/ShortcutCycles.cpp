@@ -15,9 +15,9 @@ public:
     using Number = ExpansionGraph::Number;
 
     explicit MutualReach(ExpansionGraph const& graph)
-        : m_graph(graph), m_order(graph.Size(), unseen), m_low(graph.Size()),
-          m_group(graph.Size(), unseen) {
-        for (Number start = 0; start < graph.Size(); ++start) {
+        : m_graph(graph), m_order(graph.size(), unseen), m_low(graph.size()),
+          m_group(graph.size(), unseen) {
+        for (Number start = 0; start < graph.size(); ++start) {
             if (m_order[start] == unseen) {
                 walk(start);
             }
@@ -88,11 +88,11 @@ public:
     using Number = ExpansionGraph::Number;
 
     WayBack(ExpansionGraph const& graph, MutualReach const& reach)
-        : m_graph(graph), m_reach(reach), m_before(graph.Size()), m_turn(graph.Size(), 0) {}
+        : m_graph(graph), m_reach(reach), m_before(graph.size()), m_turn(graph.size(), 0) {}
 
     /// The shortcuts and targets on the way; empty once the searches have taken
     /// as many steps as they may.
-    std::vector<VEX_HANDLE> Find(Number shortcut, Number target) {
+    std::vector<VEX_HANDLE> find(Number shortcut, Number target) {
         ++m_count;
         std::vector<Number> reached{target};
         m_turn[target] = m_count;
@@ -100,7 +100,7 @@ public:
         for (std::size_t next = 0; next < reached.size() && m_steps < stepLimit; ++next) {
             Number const at = reached[next];
             if (at == shortcut) {
-                return Trace(shortcut);
+                return trace(shortcut);
             }
             for (std::size_t way = 0; way < m_graph.wayCount(at); ++way, ++m_steps) {
                 Number const to = m_graph.way(at, way);
@@ -117,13 +117,13 @@ public:
 private:
     static constexpr std::size_t stepLimit = 50'000'000; // about a second
 
-    std::vector<VEX_HANDLE> Trace(Number shortcut) const {
+    std::vector<VEX_HANDLE> trace(Number shortcut) const {
         std::vector<VEX_HANDLE> cycle;
         Number at = shortcut;
         do {
             Number const before = m_before[at];
             ExpansionGraph::Shortcut const* const from = m_graph.findShortcut(before);
-            bool const isTarget = from != nullptr && Holds(from->targets, at);
+            bool const isTarget = from != nullptr && holds(from->targets, at);
             if (isTarget || m_graph.findShortcut(at) != nullptr) {
                 cycle.push_back(m_graph.element(at));
             }
@@ -133,7 +133,7 @@ private:
         return cycle;
     }
 
-    static bool Holds(std::vector<Number> const& numbers, Number number) {
+    static bool holds(std::vector<Number> const& numbers, Number number) {
         return std::find(numbers.begin(), numbers.end(), number) != numbers.end();
     }
 
@@ -157,7 +157,7 @@ std::vector<EndlessShortcut> findEndlessShortcuts(Model const& model) {
             shortcut.targets.begin(), shortcut.targets.end(),
             [&](ExpansionGraph::Number each) { return reach.sameGroup(shortcut.number, each); });
         if (target != shortcut.targets.end()) {
-            endless.push_back({graph.element(shortcut.number), way.Find(shortcut.number, *target)});
+            endless.push_back({graph.element(shortcut.number), way.find(shortcut.number, *target)});
         }
     }
     return endless;

@@ -32,10 +32,10 @@ void checkElement(ModelFindings& findings, VEX_HANDLE element) {
             continue;
         }
         if (name == resources::getString(resources::Name)) {
-            findings.Add("untranslated-name", element,
+            findings.add("untranslated-name", element,
                          findings.nameOf(element) + " has no name in " + missing);
         } else {
-            findings.Add("untranslated-property", element,
+            findings.add("untranslated-property", element,
                          "the property " + inQuotes(name) + " of " + findings.nameOf(element) +
                              " has no value in " + missing);
         }

@@ -51,14 +51,14 @@ public:
 
     bool has(VEX_HANDLE object) const { return m_entries.contains(object); }
 
-    template <class Holds> AnsweredObject const* Find(VEX_HANDLE object, Holds const& holds) const {
+    template <class Holds> AnsweredObject const* find(VEX_HANDLE object, Holds const& holds) const {
         auto const [first, last] = m_entries.equal_range(object);
         auto const found =
             std::find_if(first, last, [&](auto const& entry) { return holds(*entry.second); });
         return found == last ? nullptr : found->second;
     }
     bool isWritten(VEX_HANDLE object) const {
-        return Find(object, [](auto const& entry) { return entry.fate == ObjectFate::Written; }) !=
+        return find(object, [](auto const& entry) { return entry.fate == ObjectFate::Written; }) !=
                nullptr;
     }
 
@@ -67,7 +67,7 @@ private:
 };
 
 DifferenceCause causeOfPresence(VEX_HANDLE object, TreeIndex const& index) {
-    AnsweredObject const* const direct = index.Find(object, [](auto const& entry) {
+    AnsweredObject const* const direct = index.find(object, [](auto const& entry) {
         return entry.fate == ObjectFate::Written && !entry.behindShortcut;
     });
     if (direct == nullptr) {
@@ -94,7 +94,7 @@ DifferenceCause causeOfAbsence(VEX_HANDLE object, TreeIndex const& index) {
         {ObjectFate::NothingToStandFor, DifferenceCause::NothingToStandFor},
     };
     for (Row const& row : rows) {
-        if (index.Find(object, [&](auto const& entry) { return entry.fate == row.fate; })) {
+        if (index.find(object, [&](auto const& entry) { return entry.fate == row.fate; })) {
             return row.cause;
         }
     }

@@ -101,7 +101,7 @@ public:
                 isListed[at] = true;
             }
         }
-        return InOrder(isListed);
+        return inOrder(isListed);
     }
 
 private:
@@ -112,19 +112,19 @@ private:
             VEX_HANDLE const object = m_after.model.getElement(number);
             auto const pair = pairs.find(object);
             VEX_HANDLE const other = pair == pairs.end() ? VEX_HANDLE() : pair->second;
-            Add(other, object, m_placeAfter, object);
+            add(other, object, m_placeAfter, object);
         }
         for (std::size_t number = 0; number < m_before.model.elementCount(); ++number) {
             VEX_HANDLE const object = m_before.model.getElement(number);
             if (!m_placeBefore.contains(object)) {
-                Add(object, {}, m_placeBefore, object);
+                add(object, {}, m_placeBefore, object);
             }
         }
     }
 
     using Places = std::unordered_map<VEX_HANDLE, std::size_t>;
 
-    void Add(VEX_HANDLE before, VEX_HANDLE after, Places const& places, VEX_HANDLE placed) {
+    void add(VEX_HANDLE before, VEX_HANDLE after, Places const& places, VEX_HANDLE placed) {
         auto const container = places.find(VexObject(placed).GetParent());
         ComparedObject object;
         object.before = before;
@@ -174,7 +174,7 @@ private:
     }
 
     /// The listed ones, each behind its container and its earlier siblings.
-    std::vector<ComparedObject> InOrder(std::vector<bool> const& isListed) {
+    std::vector<ComparedObject> inOrder(std::vector<bool> const& isListed) {
         std::vector<std::vector<std::size_t>> members(m_objects.size());
         std::vector<std::size_t> pending;
         for (std::size_t number = m_objects.size(); number-- > 0;) {

@@ -24,26 +24,26 @@ public:
 
     void checkView(VEX_HANDLE view) {
         std::size_t entries = 0;
-        for (VEX_HANDLE const set : Below(view, setClass)) {
+        for (VEX_HANDLE const set : below(view, setClass)) {
             entries += checkSet(set);
         }
         bool const isRoleBased = saysYes(
             ModelFindings::valueOf(view, resources::getString(resources::RoleBased), nullptr));
         Vex_Handle_Collection const members =
-            Below(view, resources::getString(resources::ViewMember));
+            below(view, resources::getString(resources::ViewMember));
         bool const isDefault = isRoleBased && members.size() == 0;
         if (entries == 0 && !isDefault) { // an empty default view hides nothing on purpose
-            m_findings.Add("view-without-set", view,
+            m_findings.add("view-without-set", view,
                            nameOfView(view) + " has no set with an entry, so it shows nothing");
         }
         if (isRoleBased && members.size() > 1) {
-            m_findings.Add("ignored-member", members[1],
+            m_findings.add("ignored-member", members[1],
                            "only the first member's role counts for " + nameOfView(view) +
                                "; make a view for each role");
         }
         if (isDefault) {
             if (m_default.IsNotNull()) {
-                m_findings.Add("replaced-default-view", m_default,
+                m_findings.add("replaced-default-view", m_default,
                                nameOfView(m_default) + " has no effect: " + nameOfView(view) +
                                    " is a later role-based view without members");
             }
@@ -65,7 +65,7 @@ public:
             I18NString id;
             VexObject(element).GetId(id);
             if (m_included.count(id) == 0) {
-                m_findings.Add("object-in-no-view", element,
+                m_findings.add("object-in-no-view", element,
                                "no view includes " + text.toUtf8() + ' ' +
                                    m_findings.nameOf(element) +
                                    (id.empty() ? "; it has no id to include it by" : ""));
@@ -82,17 +82,17 @@ private:
             return kind == resources::getString(known);
         });
         if (!isKnown) {
-            m_findings.Add("unknown-set-kind", set,
+            m_findings.add("unknown-set-kind", set,
                            "the kind of the set is " + inQuotes(kind) +
                                ", so it has no effect; write included, excluded or hidden");
         }
         bool const isIncluded = kind == resources::getString(resources::Included);
-        Vex_Handle_Collection const entries = Below(set, resources::getString(resources::SetEntry));
+        Vex_Handle_Collection const entries = below(set, resources::getString(resources::SetEntry));
         for (VEX_HANDLE const entry : entries) {
             I18NString id;
             VexObject(entry).GetValue(id, true);
             if (!m_findings.getModel().findById(id).IsNotNull()) {
-                m_findings.Add("set-entry-without-object", entry,
+                m_findings.add("set-entry-without-object", entry,
                                "no object has the id " + inQuotes(id) +
                                    " that the security set lists");
             }
@@ -103,7 +103,7 @@ private:
         return entries.size();
     }
 
-    static Vex_Handle_Collection Below(VEX_HANDLE element, I18NString const& tag) {
+    static Vex_Handle_Collection below(VEX_HANDLE element, I18NString const& tag) {
         return ModelFindings::elementsBelow(element, tag);
     }
 

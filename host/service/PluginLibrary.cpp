@@ -145,7 +145,7 @@ void PluginLibrary::checkVersion() const {
     }
 }
 
-VexPluginFactory::Creator& PluginLibrary::FindCreator(std::string const& name) const {
+VexPluginFactory::Creator& PluginLibrary::findCreator(std::string const& name) const {
     VexPluginFactory::Creator* const creator = VexPluginFactory_getInstance()->FindCreator(name);
     if (creator == nullptr) {
         throw PluginException(PluginFault::NotLoaded,

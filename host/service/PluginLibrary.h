@@ -32,7 +32,7 @@ public:
 
     /// The creator that this library registered under `name`. Raises
     /// `PluginException` when it registered none.
-    VexPluginFactory::Creator& FindCreator(std::string const& name) const;
+    VexPluginFactory::Creator& findCreator(std::string const& name) const;
 
     /// The address that this library exports under `name`; null when it does
     /// not.

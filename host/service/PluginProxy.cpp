@@ -90,7 +90,7 @@ Extension const& PluginProxy::offered(Extension const* extension, char const* op
 }
 
 PluginProxy::PluginProxy(std::string const& file, std::string const& name)
-    : m_library(file), m_creator(m_library.FindCreator(name)),
+    : m_library(file), m_creator(m_library.findCreator(name)),
       m_explainAccess(findExtension<VexExplainAccess>()),
       m_explainTree(findExtension<VexExplainTree>()) {
     guarded("create", [&] {

@@ -23,7 +23,7 @@ I18NString SessionSecuritySource::GetPackagePropertyValue(I18NString const& mode
         return {};
     }
     auto const property = model->package.find(name);
-    return property == model->package.end() ? I18NString() : property->second.Find(locale);
+    return property == model->package.end() ? I18NString() : property->second.find(locale);
 }
 
 SessionSecurity::SessionSecurity(std::shared_ptr<Catalogue const> catalogue,

@@ -55,7 +55,7 @@ std::vector<std::string> findings(std::string_view text) {
 
 I18NString packageText(char const* name, char const* locale) {
     auto const catalogue = readWhole();
-    return catalogue->models[0].package.at(name).Find(I18NLocale(locale));
+    return catalogue->models[0].package.at(name).find(I18NLocale(locale));
 }
 
 TEST(Catalogue, FindsModelsByPathAndUsersByName) {

@@ -28,7 +28,7 @@ protected:
 };
 
 TEST_F(ModelFindingsTest, GiveAFindingTheSeverityOfItsRuleAndTheElementsPlace) {
-    m_findings.Add("dangling-refobj", m_model->findById("f"), "it is lost");
+    m_findings.add("dangling-refobj", m_model->findById("f"), "it is lost");
     ASSERT_EQ(m_found.size(), 1U);
     EXPECT_EQ(m_found[0].severity, vex::Severity::Warning);
     EXPECT_EQ(m_found[0].rule, "dangling-refobj");
@@ -40,14 +40,14 @@ TEST_F(ModelFindingsTest, GiveAFindingTheSeverityOfItsRuleAndTheElementsPlace) {
 TEST_F(ModelFindingsTest, HaveNoPlaceInAModelThatKeptNone) {
     auto const bare = load(false);
     vex::ModelFindings findings(*bare, m_file, m_found);
-    findings.Add("duplicate-reference", bare->findById("f"), "twice");
+    findings.add("duplicate-reference", bare->findById("f"), "twice");
     EXPECT_EQ(m_found[0].line, 0U);
     EXPECT_EQ(m_found[0].column, 0U);
 }
 
 TEST_F(ModelFindingsTest, StandInTheOrderInWhichTheyWereAdded) {
-    m_findings.Add("object-in-no-view", m_model->findById("f"), "first");
-    m_findings.Add("dangling-refobj", m_model->findById("n"), "second");
+    m_findings.add("object-in-no-view", m_model->findById("f"), "first");
+    m_findings.add("dangling-refobj", m_model->findById("n"), "second");
     ASSERT_EQ(m_found.size(), 2U);
     EXPECT_EQ(m_found[0].text, "first");
     EXPECT_EQ(m_found[0].severity, vex::Severity::Note);
