@@ -28,7 +28,7 @@ enum class VexTreeMembers {
 
 /// How large a part of an answer is.
 struct VexTreeSize {
-    std::size_t elements = 0;
+    std::size_t elements = 0;   ///< how many elements
     std::size_t attributes = 0; ///< one that is set again counts again
     std::size_t characters = 0; ///< UTF-16 code units of the attributes' values
 };
@@ -39,10 +39,10 @@ struct VexTreeReport {
     /// No report's number.
     static constexpr std::size_t None = static_cast<std::size_t>(-1);
 
-    VEX_HANDLE object;
+    VEX_HANDLE object; ///< what was come to: an element of the model
     VEX_HANDLE target; ///< what a shortcut that is written stands for; else null
-    VexTreeTreatment treatment = VexTreeTreatment::Written;
-    VexTreeMembers members = VexTreeMembers::Below;
+    VexTreeTreatment treatment = VexTreeTreatment::Written; ///< what became of it
+    VexTreeMembers members = VexTreeMembers::Below;         ///< what became of its members
     std::size_t container = None;     ///< of what it was met in; `None` where the tree starts
     std::size_t shortcut = None;      ///< the innermost one that led here; `None` without one
     int level = 1;                    ///< 1 where the tree starts; counts what is left out
@@ -68,6 +68,7 @@ protected:
 
 /// The extension that explains metadata answers; see `VexPluginExtension.h`.
 struct VexExplainTree {
+    /// What a host asks for.
     static constexpr char const* Id = "vex.explain-tree/1";
 
     /// Answers `request` into `response` exactly as the metadata request of a fresh
