@@ -1,6 +1,7 @@
 #include "apps/vexma/DiffReport.h"
 
 #include "apps/vexma/Console.h"
+#include "apps/vexma/TextColours.h"
 #include "apps/vexma/TreeBranches.h"
 
 #include <algorithm>
@@ -14,15 +15,14 @@ using Change = ComparedObject::Change;
 struct ChangeRow {
     Change change;
     char const* sign;
-    char const* colour; // of a terminal
+    char const* TextColours::*colour;
 };
 constexpr ChangeRow changes[] = {
-    {Change::None, " ", "\033[2m"},
-    {Change::Appears, "+", "\033[32m"},
-    {Change::Disappears, "-", "\033[31m"},
-    {Change::Changes, "~", "\033[33m"},
+    {Change::None, " ", &TextColours::detail},
+    {Change::Appears, "+", &TextColours::good},
+    {Change::Disappears, "-", &TextColours::bad},
+    {Change::Changes, "~", &TextColours::doubtful},
 };
-constexpr char const* colourEnd = "\033[0m";
 
 ChangeRow const& rowOf(Change change) {
     return *std::find_if(std::begin(changes), std::end(changes),
@@ -59,13 +59,14 @@ void drawDifferences(std::ostream& out, Differences const& differences, bool col
         containers.push_back(object.container);
     }
     TreeBranches const branches(containers);
+    TextColours const& colours = textColours(colour);
     for (std::size_t number = 0; number < differences.objects.size(); ++number) {
         ToldChange const& object = differences.objects[number];
         ChangeRow const& row = rowOf(object.change);
-        out << row.sign << ' ' << branches.before(number) << (colour ? row.colour : "")
+        out << row.sign << ' ' << branches.before(number) << colours.*row.colour
             << printable(describeObject(object.object) + changesText(object) + presenceText(object),
                          false)
-            << (colour ? colourEnd : "") << '\n';
+            << colours.end << '\n';
     }
     out << differences.appear << " appear, " << differences.disappear << " disappear, "
         << differences.change << " change, " << differences.renamed << " of them renamed\n";

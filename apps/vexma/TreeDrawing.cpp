@@ -3,6 +3,7 @@
 #include "KRLIDOM_NamedNodeMap.h"
 #include "KRLIDOM_Text.h"
 #include "apps/vexma/Console.h"
+#include "apps/vexma/TextColours.h"
 
 #include <algorithm>
 #include <string>
@@ -12,16 +13,6 @@
 namespace vex {
 
 namespace {
-
-/// Text attributes of a terminal; nothing without colour.
-struct Style {
-    char const* className;
-    char const* name;
-    char const* detail;
-    char const* end;
-};
-constexpr Style coloured{"\033[36m", "\033[1m", "\033[2m", "\033[0m"};
-constexpr Style plain{"", "", "", ""};
 
 /// An element that is yet to be drawn, and where.
 struct Pending {
@@ -55,7 +46,7 @@ std::vector<std::pair<I18NString, I18NString>> details(KRLIDOM_Element const& el
     return found;
 }
 
-void drawObject(std::ostream& out, KRLIDOM_Element const& element, Style const& style) {
+void drawObject(std::ostream& out, KRLIDOM_Element const& element, TextColours const& style) {
     out << style.className << shown(element.getTagName()) << style.end;
     I18NString const name = element.getAttribute("name");
     if (!name.empty()) {
@@ -68,7 +59,7 @@ void drawObject(std::ostream& out, KRLIDOM_Element const& element, Style const& 
 }
 
 /// Does not recurse: an answer may be as deep as a model.
-void drawTree(std::ostream& out, KRLIDOM_Node const& root, Style const& style) {
+void drawTree(std::ostream& out, KRLIDOM_Node const& root, TextColours const& style) {
     std::vector<Pending> pending{{root, "", true}};
     while (!pending.empty()) {
         Pending const at = std::move(pending.back());
@@ -92,7 +83,7 @@ void drawTree(std::ostream& out, KRLIDOM_Node const& root, Style const& style) {
 }
 
 /// A setting: its value attribute, its text, or the texts of its entries.
-void drawSetting(std::ostream& out, KRLIDOM_Element const& setting, Style const& style) {
+void drawSetting(std::ostream& out, KRLIDOM_Element const& setting, TextColours const& style) {
     out << style.className << shown(setting.getTagName()) << style.end << ' ' << style.name
         << shown(setting.getAttribute("value"));
     char const* separator = "";
@@ -108,7 +99,7 @@ void drawSetting(std::ostream& out, KRLIDOM_Element const& setting, Style const&
 } // namespace
 
 void drawResponse(std::ostream& out, KRLIDOM_Element const& response, bool colour) {
-    Style const& style = colour ? coloured : plain;
+    TextColours const& style = textColours(colour);
     KRLIDOM_Node const result = firstElementFrom(response.getFirstChild());
     for (KRLIDOM_Node setting = firstElementFrom(result.getNextSibling()); !setting.isNull();
          setting = firstElementFrom(setting.getNextSibling())) {

@@ -1,6 +1,7 @@
 #include "apps/vexma/WhyTree.h"
 
 #include "apps/vexma/Console.h"
+#include "apps/vexma/TextColours.h"
 #include "apps/vexma/TreeBranches.h"
 #include "host/insight/AccessStory.h"
 #include "host/insight/ObjectText.h"
@@ -82,12 +83,7 @@ std::string tagOf(AnsweredObject const& entry) {
 
 CallEnd drawTreeWithReasons(std::ostream& out, Workplace& workplace, AnsweredTree const& tree,
                             bool colour) {
-    constexpr char const* classColour = "\033[36m";
-    constexpr char const* nameColour = "\033[1m";
-    constexpr char const* dimmed = "\033[2m";
-    auto const style = [&](char const* escape) { return colour ? escape : ""; };
-    auto const* const end = style("\033[0m");
-
+    TextColours const& style = textColours(colour);
     I18NLocale const& locale = workplace.locale();
     Reasons const reasons(workplace, tree);
     if (!reasons.end().isAnswered()) {
@@ -100,18 +96,18 @@ CallEnd drawTreeWithReasons(std::ostream& out, Workplace& workplace, AnsweredTre
     TreeBranches const branches(containers);
     for (std::size_t number = 0; number < tree.size(); ++number) {
         AnsweredObject const& entry = tree[number];
-        out << style(dimmed) << branches.before(number) << end;
+        out << style.detail << branches.before(number) << style.end;
         std::string const name = printable(nameIn(locale, entry.object).toUtf8(), false);
         if (entry.fate == ObjectFate::Written) {
-            out << style(classColour) << printable(tagOf(entry), false) << end << ' '
-                << style(nameColour) << name << end << '\n';
+            out << style.className << printable(tagOf(entry), false) << style.end << ' '
+                << style.name << name << style.end << '\n';
             continue;
         }
         std::string const called =
             name.empty() ? '(' + printable(idOf(entry.object).toUtf8(), false) + ')' : name;
         std::string const text = printable(tagOf(entry), false) + ' ' + called + "  " +
                                  printable(reasonOf(entry, reasons, locale), false);
-        out << (colour ? dimmed + text + end : '[' + text + ']') << '\n';
+        out << (colour ? style.detail + text + style.end : '[' + text + ']') << '\n';
     }
     return reasons.end();
 }
