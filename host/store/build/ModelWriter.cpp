@@ -39,12 +39,9 @@ ModelWriter::ModelWriter(SourceReport& report, ModelWriterOptions const& options
 
 ModelWriter::~ModelWriter() = default;
 
-void ModelWriter::admitDepth(std::size_t depth) {
-    if (depth > m_limits.depth) {
-        m_report.stop("too-deep", "elements are nested more than " +
-                                      std::to_string(m_limits.depth) +
-                                      " deep; flatten the model here");
-    }
+void ModelWriter::stopTooDeep() {
+    m_report.stop("too-deep", "elements are nested more than " + std::to_string(m_limits.depth) +
+                                  " deep; flatten the model here");
 }
 
 ModelWriter::Open& ModelWriter::innermostObject(char const* misuse) {
@@ -126,7 +123,7 @@ std::uint32_t ModelWriter::closeProperties(Open const& owner) {
 ShapeEntry ModelWriter::entryOf(Property const& property) {
     ShapeEntry entry{property.name.m_number,
                      property.locale.has_value() ? property.locale->getNumber() : 0,
-                     m_store->addText(heldByDocument(property.role))};
+                     property.role.empty() ? 0 : m_store->addText(heldByDocument(property.role))};
     if (property.name.isEmpty()) {
         m_report.report("property-without-name",
                         "the property has no name; " +

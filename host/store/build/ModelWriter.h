@@ -161,7 +161,11 @@ public:
 
     /// Ends the reading with "too-deep" when `depth` is past the limit. For a
     /// source that nests more than it hands on.
-    void admitDepth(std::size_t depth);
+    void admitDepth(std::size_t depth) {
+        if (depth > m_limits.depth) {
+            stopTooDeep();
+        }
+    }
 
     /// The model; null when an error was reported. Everything is closed before,
     /// unless there was one.
@@ -178,9 +182,18 @@ private:
 
     Open& innermostObject(char const* misuse);
     Open& innermostOwner(char const* misuse);
-    KnownName& known(std::uint32_t name);
-    /// False, and reported, when no document can hold the text.
-    bool isHeldByDocument(std::u16string_view text);
+    [[noreturn]] void stopTooDeep();
+    [[gnu::noinline]] void countName(std::u16string_view text);
+    KnownName& known(std::uint32_t name) {
+        if (name >= m_known.size()) {
+            m_known.resize(name + 1);
+        }
+        return m_known[name];
+    }
+    /// False, and reported, when no document can hold the text. Asked for each
+    /// text, so what a document says costs no call.
+    bool isHeldByDocument(std::u16string_view text) { return m_isDocument || checkWritable(text); }
+    bool checkWritable(std::u16string_view text);
     std::u16string_view heldByDocument(std::u16string_view text) {
         return isHeldByDocument(text) ? text : std::u16string_view();
     }

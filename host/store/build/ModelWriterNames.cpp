@@ -34,33 +34,31 @@ ModelWriter::Name ModelWriter::countedName(std::u16string_view text) {
     KnownName& known = this->known(name.m_number);
     if (!known.isCounted) {
         known.isCounted = true;
-        ++m_countedNames;
-        if (text.size() > m_limits.nameLength) {
-            m_report.stop("name-too-long", "the name " + inQuotes(text) + " has more than " +
-                                               std::to_string(m_limits.nameLength) +
-                                               " characters; shorten it");
-        }
-        if (m_countedNames > m_limits.distinctNames) {
-            SourceTerms const terms = m_report.source().terms();
-            m_report.stop("too-many-names", "the " + std::string(terms.source) + " has more than " +
-                                                std::to_string(m_limits.distinctNames) +
-                                                " different names of " +
-                                                std::string(terms.countedNames) + "; " +
-                                                std::string(terms.onTooManyNames));
-        }
+        countName(text);
     }
     return name;
 }
 
-ModelWriter::KnownName& ModelWriter::known(std::uint32_t name) {
-    if (name >= m_known.size()) {
-        m_known.resize(name + 1);
+// Apart from what is asked for every name.
+void ModelWriter::countName(std::u16string_view text) {
+    ++m_countedNames;
+    if (text.size() > m_limits.nameLength) {
+        m_report.stop("name-too-long", "the name " + inQuotes(text) + " has more than " +
+                                           std::to_string(m_limits.nameLength) +
+                                           " characters; shorten it");
     }
-    return m_known[name];
+    if (m_countedNames > m_limits.distinctNames) {
+        SourceTerms const terms = m_report.source().terms();
+        m_report.stop("too-many-names", "the " + std::string(terms.source) + " has more than " +
+                                            std::to_string(m_limits.distinctNames) +
+                                            " different names of " +
+                                            std::string(terms.countedNames) + "; " +
+                                            std::string(terms.onTooManyNames));
+    }
 }
 
-bool ModelWriter::isHeldByDocument(std::u16string_view text) {
-    std::size_t const at = m_isDocument ? text.npos : findUnwritable(text);
+bool ModelWriter::checkWritable(std::u16string_view text) {
+    std::size_t const at = findUnwritable(text);
     if (at == text.npos) {
         return true;
     }
