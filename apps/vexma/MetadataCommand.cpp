@@ -2,6 +2,7 @@
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/RequestComplaint.h"
 #include "apps/vexma/RequestOptions.h"
+#include "apps/vexma/StartWarning.h"
 #include "host/insight/AnswerEstimate.h"
 
 #include <memory>
@@ -22,8 +23,13 @@ struct MetadataCommand {
         KRLIDOM_OwnedDocument const document = request.makeRequest();
         MetadataRequest const asked = MetadataRequest::read(document.document());
         Workplace workplace(source, console);
+        RequestWarnings warnings = request.makeWarnings();
         if (estimate) {
-            return giveEstimate(document, asked, workplace, console);
+            int const status = giveEstimate(document, asked, workplace, console);
+            if (status == Done) {
+                warnAboutStart(asked, KRLIDOM_Node(), workplace, warnings);
+            }
+            return warnings.finish(console, status);
         }
         MetadataAnswer const answer = workplace.metadata(document.document());
         if (!answer.end.isAnswered()) {
@@ -32,7 +38,8 @@ struct MetadataCommand {
         bool const inLines = pretty || console.outIsTerminal();
         KRLIDOM_Writer::write(console.out(), answer.response.document(), inLines);
         console.out() << (inLines ? "" : "\n"); // lines end with one already
-        return Done;
+        warnAboutStart(asked, answer.response.document().getDocumentElement(), workplace, warnings);
+        return warnings.finish(console, Done);
     }
 
     static int giveEstimate(KRLIDOM_OwnedDocument const& document, MetadataRequest const& asked,

@@ -27,7 +27,7 @@ int complainAboutRequest(CallEnd const& end, MetadataRequest const& request,
     if (isAboutStart(end)) {
         Model const& model = workplace.model();
         std::string const question = toQuestion(
-            request.reference.empty() ? suggestPaths(model, request.start, workplace.locale())
+            request.reference.empty() ? suggestPaths(model, request.startText(), workplace.locale())
                                       : suggestObjects(model, request.reference));
         if (!question.empty()) {
             console.complain(question);

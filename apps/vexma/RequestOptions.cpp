@@ -88,6 +88,7 @@ void RequestOptions::addTo(CommandSyntax& command) {
         m_building.push_back(&command.add(option));
     }
     m_size.addTo(command);
+    m_strict.addTo(command);
 }
 
 void RequestOptions::check(SourceOptions const& source) const {

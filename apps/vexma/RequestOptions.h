@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apps/vexma/RequestWarnings.h"
 #include "apps/vexma/SourceOptions.h"
 #include "host/insight/TreeQuestion.h"
 
@@ -25,6 +26,9 @@ public:
     /// Raises `UsageException` when the options ask for more than names.
     TreeQuestion makeQuestion(Model const& model) const;
 
+    /// Takes what is doubtful about the request.
+    RequestWarnings makeWarnings() const { return RequestWarnings(m_strict); }
+
 private:
     MetadataRequest build() const;
 
@@ -39,6 +43,7 @@ private:
     std::string m_view;
     bool m_functions = false;
     RequestSize m_size;
+    StrictOption m_strict;
     std::vector<OptionSyntax const*> m_building; // the options that build a request
 };
 

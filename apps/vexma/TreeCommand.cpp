@@ -1,6 +1,7 @@
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/RequestComplaint.h"
 #include "apps/vexma/RequestOptions.h"
+#include "apps/vexma/StartWarning.h"
 #include "apps/vexma/TreeAnswer.h"
 #include "apps/vexma/TreeDrawing.h"
 #include "apps/vexma/WhyTree.h"
@@ -29,20 +30,28 @@ struct TreeCommand {
         if (!answer.end.isAnswered()) {
             return complainAboutRequest(answer.end, asked, workplace, console);
         }
-        drawResponse(console.out(), answer.response.document().getDocumentElement(),
-                     console.outHasColour());
-        return Done;
+        KRLIDOM_Element const response = answer.response.document().getDocumentElement();
+        drawResponse(console.out(), response, console.outHasColour());
+        RequestWarnings warnings = request.makeWarnings();
+        warnAboutStart(asked, response, workplace, warnings);
+        return warnings.finish(console, Done);
     }
 
     int runWithReasons(Console& console) const {
         Workplace workplace(source, console);
-        TreeAnswer const answer = askForTree(workplace, request.makeQuestion(workplace.model()));
+        TreeQuestion const question = request.makeQuestion(workplace.model());
+        TreeAnswer const answer = askForTree(workplace, question);
         if (!answer.end.isAnswered()) {
             return complainAbout(answer.end, console);
         }
         CallEnd const explained =
             drawTreeWithReasons(console.out(), workplace, answer.objects, console.outHasColour());
-        return explained.isAnswered() ? Done : complainAbout(explained, console);
+        if (!explained.isAnswered()) {
+            return complainAbout(explained, console);
+        }
+        RequestWarnings warnings = request.makeWarnings();
+        warnAboutStart(question.makeRequest(), KRLIDOM_Node(), workplace, warnings);
+        return warnings.finish(console, Done);
     }
 };
 

@@ -19,6 +19,7 @@ constexpr char const* propertyTag = "Property";
 constexpr char const* constraintTag = "Constraint";
 constexpr char const* depthOption = "Depth";
 constexpr char const* startOption = "start_at";
+constexpr char const* pathOption = "start_atPath"; // wins over the other one
 constexpr char const* referenceOption = "start_atRef";
 constexpr char const* functionOption = "function";
 
@@ -137,6 +138,14 @@ void MetadataRequest::addCollection(I18NString const& text) {
 void MetadataRequest::addConstraint(I18NString const& property, I18NString value) {
     constraints.push_back(
         {has(property, u'@') ? property : I18NString(startObject) + property, std::move(value)});
+}
+
+I18NString const& MetadataRequest::startText() const {
+    if (!reference.empty()) {
+        return reference;
+    }
+    auto const path = otherOptions.find(pathOption);
+    return path == otherOptions.end() || path->second.empty() ? start : path->second;
 }
 
 KRLIDOM_OwnedDocument MetadataRequest::toDocument() const {

@@ -40,6 +40,10 @@ struct MetadataRequest {
     void addConstraint(I18NString const& property, I18NString value);
     /// @}
 
+    /// The text that says where to start, as plug-ins take it: the reference, else the
+    /// option "start_atPath", else the start path.
+    I18NString const& startText() const;
+
     /// The "Metadata" document that asks for this.
     KRLIDOM_OwnedDocument toDocument() const;
 

@@ -36,6 +36,17 @@ TEST(MetadataRequest, WritesItsOptions) {
               R"(<Metadata authoringLocale="de"/>)");
 }
 
+TEST(MetadataRequest, StartsAtTheReferenceElseAtThePathThatWins) {
+    MetadataRequest request{.start = "[A]"};
+    EXPECT_EQ(request.startText(), "[A]");
+    request.otherOptions["start_atPath"] = "";
+    EXPECT_EQ(request.startText(), "[A]");
+    request.otherOptions["start_atPath"] = "[B]";
+    EXPECT_EQ(request.startText(), "[B]");
+    request.reference = "[C].[D]";
+    EXPECT_EQ(request.startText(), "[C].[D]");
+}
+
 TEST(MetadataRequest, WritesAFunctionRequest) {
     EXPECT_EQ(written({.functions = true}), R"(<Metadata><Functions function="1"/></Metadata>)");
 }

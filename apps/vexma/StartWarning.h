@@ -1,0 +1,16 @@
+#pragma once
+
+#include "KRLIDOM_Element.h"
+#include "apps/vexma/RequestWarnings.h"
+#include "apps/vexma/Workplace.h"
+
+namespace vex {
+
+/// Warns when the object that the request's start path or reference led to does not
+/// bear the last name asked for, and when a reference led to nothing. `response` is
+/// the answer; null when none was built. The object is named only when the answer
+/// names it, or the user may see it.
+void warnAboutStart(MetadataRequest const& asked, KRLIDOM_Node const& response,
+                    Workplace& workplace, RequestWarnings& warnings);
+
+} // namespace vex

@@ -1,0 +1,140 @@
+#include "tests/apps/vexma/ToolRun.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+// The German name of the second query subject stands at the place of the second
+// language: it leads to the first one.
+constexpr char const* twoLanguages = R"(<model defaultLocale="en">
+  <locales><locale>en</locale><locale>de</locale></locales>
+  <namespace id="n" name="Sales">
+    <querySubject id="a" usage="list">
+      <property name="name" locale="en">Prices</property>
+      <property name="name" locale="de">Preise</property>
+    </querySubject>
+    <querySubject id="b">
+      <property name="name" locale="en">Orders</property>
+      <property name="name" locale="de">Auftraege</property>
+    </querySubject>
+  </namespace>
+  <securityViews>
+    <securityView id="v"><set kind="included"><item>n</item><item>b</item></set></securityView>
+  </securityViews>
+</model>
+)";
+
+constexpr char const* catalogue = R"(<catalog>
+  <model path="/content/two" file="two.model.xml"><grant role="clerk" view="v"/></model>
+  <user name="ann"><role>clerk</role></user>
+</catalog>
+)";
+
+class StartWarning : public testing::Test {
+protected:
+    StartWarning() {
+        m_folder.Write("two.model.xml", twoLanguages);
+        m_folder.Write("two.catalog.xml", catalogue);
+    }
+
+    ToolResult ask(std::string const& command, std::vector<std::string> const& more) const {
+        std::vector<std::string> arguments{command, "two.model.xml"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return m_folder.Run(arguments);
+    }
+    ToolResult askAsAnn(std::vector<std::string> const& more) const {
+        std::vector<std::string> arguments{
+            "metadata", "--catalog", "two.catalog.xml", "--model", "/content/two", "--user", "ann"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return m_folder.Run(arguments);
+    }
+
+    ToolFolder m_folder;
+};
+
+TEST_F(StartWarning, NamesWhatWasAskedForAndWhatWasFound) {
+    for (char const* const command : {"metadata", "tree"}) {
+        ToolResult const result = ask(command, {"--start", "[Sales].[Auftraege]"});
+        EXPECT_EQ(result.status, 0) << command;
+        EXPECT_THAT(result.out, HasSubstr("Prices")) << command;
+        EXPECT_EQ(result.error,
+                  "vexma: warning: the start path [Sales].[Auftraege] asks for \"Auftraege\" and "
+                  "leads to querySubject \"Prices\", which has that name in no language\n")
+            << command;
+    }
+}
+
+TEST_F(StartWarning, NamesThemForAReferenceInADocumentToo) {
+    m_folder.Write("by-reference.xml",
+                   "<Metadata start_atRef='[Sales].[Teuer]'><Property name='*/@name'/></Metadata>");
+    m_folder.Write("two.model.xml", R"(<model defaultLocale="en">
+      <locales><locale>en</locale><locale>de</locale></locales>
+      <namespace id="n" name="Sales">
+        <filter id="a" name="Cheap"/>
+        <filter id="b"><property name="name" locale="en">Dear</property>
+          <property name="name" locale="de">Teuer</property></filter>
+      </namespace></model>)");
+    ToolResult const result = ask("metadata", {"--request", "by-reference.xml"});
+    EXPECT_THAT(result.out, HasSubstr("<filter name=\"Cheap\"/>"));
+    EXPECT_THAT(result.error, HasSubstr("warning: the reference [Sales].[Teuer] asks for "
+                                        "\"Teuer\" and leads to filter \"Cheap\""));
+}
+
+TEST_F(StartWarning, TellsOfAReferenceThatLeadsToNothing) {
+    ToolResult const result = ask("metadata", {"--ref", "[Sales].[Ordres]"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "<Response><Result/></Response>\n");
+    EXPECT_THAT(result.error, HasSubstr("vexma: warning: the reference [Sales].[Ordres] leads to "
+                                        "nothing; the answer is empty\n"));
+}
+
+TEST_F(StartWarning, EndsAStrictCommandWithStatusOneAndItsAnswer) {
+    for (std::string const command : {"metadata", "tree"}) {
+        ToolResult const result = ask(command, {"--start", "[Sales].[Auftraege]", "--strict"});
+        EXPECT_EQ(result.status, 1) << command;
+        EXPECT_THAT(result.out, HasSubstr("Prices")) << command;
+        EXPECT_THAT(result.error, HasSubstr("warning: ")) << command;
+    }
+}
+
+TEST_F(StartWarning, IsNotGivenWhereTheObjectHasTheNameInSomeLanguage) {
+    for (std::string const language : {"en", "de"}) {
+        for (std::string const start : {"[Sales].[Prices]", "[Sales].[Orders]"}) {
+            ToolResult const result =
+                ask("metadata", {"--locale", language, "--start", start, "--strict"});
+            EXPECT_EQ(result.status, 0) << language << start;
+            EXPECT_THAT(result.error, IsEmpty()) << language << start;
+        }
+    }
+}
+
+TEST_F(StartWarning, IsNotGivenWithoutAStart) {
+    ToolResult const result = ask("metadata", {"--strict", "--property", "usage"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.error, IsEmpty());
+}
+
+TEST_F(StartWarning, GoesWithAnEstimateAndWithReasons) {
+    EXPECT_THAT(ask("metadata", {"--start", "[Sales].[Auftraege]", "--estimate"}).error,
+                HasSubstr("leads to querySubject \"Prices\""));
+    ToolResult const reasons = ask("tree", {"--start", "[Sales].[Auftraege]", "--why", "--strict"});
+    EXPECT_EQ(reasons.status, 1);
+    EXPECT_THAT(reasons.error, HasSubstr("leads to querySubject \"Prices\""));
+}
+
+// The start of an answer is shown to everyone; its name only when it is asked for.
+TEST_F(StartWarning, DoesNotNameWhatTheUserMayNotSeeBeyondTheAnswer) {
+    ToolResult const named = askAsAnn({"--start", "[Sales].[Auftraege]"});
+    EXPECT_THAT(named.out, HasSubstr("Prices"));
+    EXPECT_THAT(named.error, HasSubstr("\"Prices\""));
+    ToolResult const unnamed = askAsAnn({"--start", "[Sales].[Auftraege]", "--property", "usage"});
+    EXPECT_THAT(unnamed.out, HasSubstr("<querySubject usage=\"list\"/>"));
+    EXPECT_THAT(unnamed.error, HasSubstr("asks for \"Auftraege\" and leads to another object, "));
+    EXPECT_THAT(unnamed.error, Not(HasSubstr("Prices")));
+}
+
+} // namespace
