@@ -20,8 +20,8 @@ public:
     KRLMessageComponents const& GetComponents() const { return m_components; }
     /// @}
 
-    /// The text for people, in UTF-8, with the parameters in their places. An
-    /// unknown number gives a text that says so.
+    /// The text for people, in UTF-8, with the parameters in their places; when one is
+    /// missing, the text that shows none. An unknown number gives a text that says so.
     std::string GetText() const;
 
 private:

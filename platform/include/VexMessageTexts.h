@@ -31,15 +31,20 @@ enum Number : unsigned {
 
 } // namespace VexFailureId
 
-/// A failure's number and its text for people (UTF-8). In the text "{0}" stands
-/// for the first parameter, "{1}" for the second.
+/// A failure's number and its texts for people (UTF-8), which are static. In the text
+/// "{0}" stands for the first parameter, "{1}" for the second.
 struct VexMessageText {
-    unsigned id;      ///< the failure's number
-    char const* text; ///< static text
+    unsigned id;                     ///< the failure's number
+    char const* text;                ///< for a failure with its parameters
+    char const* plainText = nullptr; ///< for one without; null when there are none to miss
 };
 
 /// The text of a failure; null for a number that the table lacks.
 VEX_PLATFORM_API char const* VexFindMessageText(unsigned id);
+
+/// The text of a failure that came without its parameters, which shows none; null for
+/// a number that the table lacks.
+VEX_PLATFORM_API char const* VexFindPlainMessageText(unsigned id);
 
 /// The whole table, ascending by number.
 VEX_PLATFORM_API VexMessageText const* VexMessageTexts(std::size_t& count);

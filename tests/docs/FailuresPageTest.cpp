@@ -37,14 +37,18 @@ std::string rowStart(VexFailureRecord const& record) {
 
 } // namespace
 
-TEST(FailuresPage, ShowsTheTextOfEveryNumberOnce) {
+TEST(FailuresPage, ShowsTheTextsOfEveryNumberOnce) {
     std::vector<std::string> const rows = numberedRows();
     std::size_t count = 0;
     VexMessageText const* const texts = VexMessageTexts(count);
     for (std::size_t index = 0; index < count; ++index) {
-        std::string const row =
-            "| " + std::to_string(texts[index].id) + " | " + texts[index].text + " |";
-        EXPECT_EQ(std::count(rows.begin(), rows.end(), row), 1) << row;
+        for (char const* const text : {texts[index].text, texts[index].plainText}) {
+            if (text != nullptr) {
+                std::string const row =
+                    "| " + std::to_string(texts[index].id) + " | " + text + " |";
+                EXPECT_EQ(std::count(rows.begin(), rows.end(), row), 1) << row;
+            }
+        }
     }
 }
 
@@ -61,7 +65,9 @@ TEST(FailuresPage, ShowsWhereEveryFailureComesFrom) {
 }
 
 TEST(FailuresPage, ShowsNoOtherFailure) {
-    std::size_t texts = 0;
-    VexMessageTexts(texts);
-    EXPECT_EQ(numberedRows().size(), texts + failureCount);
+    std::size_t count = 0;
+    VexMessageText const* const texts = VexMessageTexts(count);
+    auto const plain = static_cast<std::size_t>(std::count_if(
+        texts, texts + count, [](VexMessageText const& row) { return row.plainText != nullptr; }));
+    EXPECT_EQ(numberedRows().size(), count + plain + failureCount);
 }

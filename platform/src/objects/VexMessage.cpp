@@ -2,7 +2,9 @@
 
 #include "VexMessageTexts.h"
 
+#include <optional>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -13,25 +15,32 @@ bool isPlaceholder(std::string_view text) {
            text[2] == '}';
 }
 
-} // namespace
-
-std::string VexMessage::GetText() const {
-    char const* const found = VexFindMessageText(GetId());
-    if (found == nullptr) {
-        return "Failure " + std::to_string(GetId()) + "; it has no text.";
-    }
-    std::vector<KRLMessageParm> const& parameters = m_components.GetParameters();
-    std::string text;
-    for (std::string_view rest = found; !rest.empty();) {
+// The text with the parameters in their places; none when one of them is missing.
+std::optional<std::string> filled(std::string_view text,
+                                  std::vector<KRLMessageParm> const& parameters) {
+    std::string result;
+    for (std::string_view rest = text; !rest.empty();) {
         if (isPlaceholder(rest)) {
             auto const index = static_cast<std::size_t>(rest[1] - '0');
-            text += index < parameters.size() ? parameters[index].GetText().toUtf8()
-                                              : std::string("(not stated)");
+            if (index >= parameters.size()) {
+                return std::nullopt;
+            }
+            result += parameters[index].GetText().toUtf8();
             rest.remove_prefix(placeholderLength);
         } else {
-            text += rest.front();
+            result += rest.front();
             rest.remove_prefix(1);
         }
     }
-    return text;
+    return result;
+}
+
+} // namespace
+
+std::string VexMessage::GetText() const {
+    char const* const text = VexFindMessageText(GetId());
+    if (text == nullptr) {
+        return "Failure " + std::to_string(GetId()) + "; it has no text.";
+    }
+    return filled(text, m_components.GetParameters()).value_or(VexFindPlainMessageText(GetId()));
 }

@@ -85,8 +85,19 @@ TEST(VexMessage, DoesNotLookForPlacesInsideAParameter) {
     EXPECT_NE(message.GetText().find("user: {1}."), std::string::npos);
 }
 
-TEST(VexMessage, SaysSoWhenAParameterOrATextIsMissing) {
-    EXPECT_NE(VexMessage(1170551942).GetText().find("Requested: (not stated)."), std::string::npos);
+TEST(VexMessage, ReadsWellWithoutItsParameters) {
+    char const* const plain =
+        "None of the security views in question can be used: this user may not use them, or the "
+        "model does not hold them. Request an available view that the model holds, or none to use "
+        "all of them.";
+    VexMessage message(1170551942);
+    EXPECT_EQ(message.GetText(), plain);
+    message << KRLMessageParm(I18NString("v1")); // one of two
+    EXPECT_EQ(message.GetText(), plain);
+    EXPECT_EQ(VexException(1170551942).what(), std::string(plain));
+}
+
+TEST(VexMessage, SaysSoWhenItHasNoText) {
     EXPECT_EQ(VexMessage(42).GetText(), "Failure 42; it has no text.");
 }
 

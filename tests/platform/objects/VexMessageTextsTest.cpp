@@ -62,10 +62,22 @@ TEST(VexMessageTexts, ShowEveryParameterOnce) {
 
 TEST(VexMessageTexts, AreSentencesThatSayWhatToDo) {
     for (VexMessageText const& row : table()) {
-        std::string_view const text = row.text;
-        EXPECT_EQ(text.back(), '.') << text;
-        EXPECT_NE(text.find(". "), std::string_view::npos) << text;
+        for (std::string_view const text :
+             {VexFindMessageText(row.id), VexFindPlainMessageText(row.id)}) {
+            EXPECT_EQ(text.back(), '.') << text;
+            EXPECT_NE(text.find(". "), std::string_view::npos) << text;
+        }
     }
+}
+
+TEST(VexMessageTexts, AreThereWithoutParametersForEachThatShowsSome) {
+    for (Expected const& failure : failures) {
+        std::string const text = VexFindMessageText(failure.id);
+        std::string const plain = VexFindPlainMessageText(failure.id);
+        EXPECT_EQ(plain.find('{'), std::string::npos) << plain;
+        EXPECT_EQ(plain == text, failure.parameters == 0) << plain;
+    }
+    EXPECT_EQ(VexFindPlainMessageText(42), nullptr);
 }
 
 TEST(VexMessageTexts, HaveNoTextForAnotherNumber) {
