@@ -274,18 +274,27 @@ private:
             line(member);
         }
         for (ViewSet const& set : sets) {
-            line(std::string("<set kind=\"") + set.kind + "\">");
-            ++m_indent;
-            for (std::size_t object = 0; object < m_letters.size(); ++object) {
-                if (m_random.below(set.of) < set.part) {
-                    line("<item>" + idOf(object) + "</item>");
-                }
-            }
-            --m_indent;
-            line("</set>");
+            writeSet(set);
         }
         --m_indent;
         line("</securityView>");
+    }
+
+    void writeSet(ViewSet const& set) {
+        std::string const open = std::string("<set kind=\"") + set.kind + "\">";
+        std::string const begin = m_plan.setForEachId ? open + "<item>" : "  <item>";
+        std::string const end = m_plan.setForEachId ? "</item></set>" : "</item>";
+        if (!m_plan.setForEachId) {
+            line(open);
+        }
+        for (std::size_t object = 0; object < m_letters.size(); ++object) {
+            if (m_random.below(set.of) < set.part) {
+                line(begin + idOf(object) + end);
+            }
+        }
+        if (!m_plan.setForEachId) {
+            line("</set>");
+        }
     }
 
     ModelPlan const& m_plan;

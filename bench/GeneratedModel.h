@@ -16,6 +16,7 @@ struct ModelPlan {
     std::uint64_t seed = 1;
     double shortcutsPerSubject = 1.0 / 40;
     RoleViews roleViews = RoleViews::None;
+    bool setForEachId = false; // in a view; else a set for all of one kind
 };
 
 /// Where to find one query subject, its names from the outside in.

@@ -8,8 +8,8 @@ namespace bench {
 namespace {
 
 // About half of the objects are in the view.
-World const& worldWithIncluded(std::size_t ids) {
-    return worldOf({.objects = 2 * ids});
+World const& worldWithIncluded(std::size_t ids, bool setForEachId = false) {
+    return worldOf({.objects = 2 * ids, .setForEachId = setForEachId});
 }
 
 std::size_t readIds(World const& world) {
@@ -27,8 +27,8 @@ std::size_t readIds(World const& world) {
 }
 
 // A new request reads the view's list anew.
-void open(benchmark::State& state, std::size_t ids, int depth) {
-    World const& world = worldWithIncluded(ids);
+void open(benchmark::State& state, std::size_t ids, int depth, bool setForEachId) {
+    World const& world = worldWithIncluded(ids, setForEachId);
     Asker asker(world,
                 {.user = "half", .start = world.generated.inFolder.pathText(), .depth = depth});
     for ([[maybe_unused]] auto const& _ : state) {
@@ -52,9 +52,11 @@ void registerViews(Sizes const& sizes) {
     std::size_t const ids = sizes.includedIds;
     for (int const depth : {1, 2}) {
         std::string const what = "view/depth" + std::to_string(depth);
-        benchmark::RegisterBenchmark(rowName(what, ids).c_str(), open, ids, depth)
+        benchmark::RegisterBenchmark(rowName(what, ids).c_str(), open, ids, depth, false)
             ->Unit(benchmark::kMicrosecond);
     }
+    benchmark::RegisterBenchmark(rowName("view/sets", ids).c_str(), open, ids, 1, true)
+        ->Unit(benchmark::kMicrosecond);
     benchmark::RegisterBenchmark(rowName("view/floor", ids).c_str(), readFromModel, ids)
         ->Unit(benchmark::kMicrosecond);
 }

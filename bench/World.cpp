@@ -82,10 +82,11 @@ vex::Visit World::visit(std::string const& user) const {
 
 World const& worldOf(ModelPlan const& plan) {
     static ScratchFolder const folder;
-    static std::map<std::tuple<std::size_t, std::uint64_t, double, RoleViews>, World> worlds;
+    static std::map<std::tuple<std::size_t, std::uint64_t, double, RoleViews, bool>, World> worlds;
     static std::mutex mutex;
     std::lock_guard const lock(mutex);
-    auto const key = std::tuple(plan.objects, plan.seed, plan.shortcutsPerSubject, plan.roleViews);
+    auto const key = std::tuple(plan.objects, plan.seed, plan.shortcutsPerSubject, plan.roleViews,
+                                plan.setForEachId);
     auto found = worlds.find(key);
     if (found == worlds.end()) {
         found = worlds.emplace(key, makeWorld(plan, folder, worlds.size())).first;

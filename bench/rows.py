@@ -114,6 +114,10 @@ def view_rows(inside):
         what = f"path, depth {depth}, under a view of {shown_size(round(ids))} ids"
         yield row(f"{what}, against reading them", inside.seconds(name) / floor, "times", 2)
         yield row(f"{what}, each id", inside.seconds(name) / ids, "ns", 60e-9)
+    name = inside.names("view/sets")[0]
+    one = inside.seconds(f"view/depth1/{size_of(name)}")
+    yield row(f"the same ids in a set for each, depth 1, against one set",
+              inside.seconds(name) / one, "times", 1.2)
 
 
 def access_rows(inside):

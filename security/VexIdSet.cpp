@@ -1,5 +1,7 @@
 #include "security/VexIdSet.h"
 
+#include "provider/VexConstants.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstring>
@@ -38,6 +40,15 @@ std::uint64_t bitOf(std::size_t number) {
     return std::uint64_t{1} << (number % wordBits);
 }
 
+// At least twice what there was: room that is made many times over for a little costs
+// in the end as much as room that is made once.
+template <class Container> void makeRoom(Container& container, std::size_t more) {
+    std::size_t const needed = container.size() + more;
+    if (needed > container.capacity()) {
+        container.reserve(std::max(needed, 2 * container.capacity()));
+    }
+}
+
 } // namespace
 
 void VexIdSet::insert(std::u16string_view id) {
@@ -66,9 +77,9 @@ bool VexIdSet::contains(I18NString const& id) const {
 
 void VexIdSet::reserveMore(std::size_t count) {
     constexpr std::size_t usualLength = 8;
-    m_entries.reserve(m_entries.size() + count);
-    m_hashes.reserve(m_hashes.size() + count);
-    m_texts.reserve(m_texts.size() + count * usualLength);
+    makeRoom(m_entries, count);
+    makeRoom(m_hashes, count);
+    makeRoom(m_texts, count * usualLength);
 }
 
 bool VexIdSet::searchHashes(std::uint32_t hash, std::u16string_view id) const {
@@ -121,10 +132,14 @@ void VexIdSet::makeTable() const {
         std::size_t const bit = m_hashes[entry] & bits;
         filter[bit / wordBits] |= bitOf(bit);
         std::size_t at = m_hashes[entry] & mask;
-        while (table[at] != 0) {
+        while (table[at] != 0 && !isRepeated(table[at] - 1, entry)) {
             at = (at + 1) & mask;
         }
-        table[at] = static_cast<std::uint32_t>(entry + 1);
+        // One slot for an id, however often it was inserted: many of one id would
+        // stand in each other's way.
+        if (table[at] == 0) {
+            table[at] = static_cast<std::uint32_t>(entry + 1);
+        }
     }
     m_filter.swap(filter);
     m_table.swap(table); // last: it says that both are there

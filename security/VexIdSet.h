@@ -24,7 +24,8 @@ public:
     bool contains(I18NString const& id) const;
 
     bool empty() const { return m_entries.empty(); }
-    /// Makes room for `count` more ids.
+    /// Makes room for `count` more ids. Many calls for a few ids cost as little as one
+    /// for all of them.
     void reserveMore(std::size_t count);
 
 private:
@@ -39,6 +40,11 @@ private:
         Entry const& at = m_entries[entry];
         return at.length == id.size() &&
                std::memcmp(m_texts.data() + at.start, id.data(), id.size() * sizeof(char16_t)) == 0;
+    }
+    bool isRepeated(std::size_t entry, std::size_t later) const {
+        Entry const& at = m_entries[later];
+        return m_hashes[entry] == m_hashes[later] &&
+               isAt(entry, std::u16string_view(m_texts).substr(at.start, at.length));
     }
     bool searchHashes(std::uint32_t hash, std::u16string_view id) const;
     bool searchTable(std::uint32_t hash, std::u16string_view id) const;

@@ -4,13 +4,32 @@
 #include "model/VexClassNames.h"
 #include "model/VexFailure.h"
 #include "model/VexMDMaProviderUtility.h"
+#include "provider/VexConstants.h"
 #include "security/VexSecurityWords.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <set>
+#include <span>
 
 using namespace VexSecurity;
+
+namespace {
+
+// True when the set stands inside `outer`, whose entries its own are among; sets may
+// nest as deep as the model. `outer` may be null.
+bool isInside(VEX_HANDLE set, VEX_HANDLE outer, VEX_HANDLE view) {
+    if (!outer.IsNotNull()) {
+        return false;
+    }
+    VEX_HANDLE above = VexMDMaProviderUtility::GetParent(set);
+    while (above.IsNotNull() && above != view && above != outer) {
+        above = VexMDMaProviderUtility::GetParent(above);
+    }
+    return above == outer;
+}
+
+} // namespace
 
 VexMDAccessEngine::VexMDAccessEngine(VexSession* session,
                                      std::vector<I18NString> const& requestedViews,
@@ -127,24 +146,29 @@ void VexMDAccessEngine::loadHiddenExludedIncludedIdLists(VEX_HANDLE object,
     VexIdSet* const list = listFor(listKind, roleBased, defaultView);
     Vex_Handle_Collection sets;
     VexMDMaProviderUtility::getElementsByTagName(object, VexClass::Set, sets);
-    for (VEX_HANDLE const set : sets) {
-        I18NString const kind = PropertyOf(set, resources::SetKind);
-        if (kind.empty() || kind != listKind) {
-            continue;
+    // The entries of all matching sets first: a list may be spread over a set for each id.
+    Vex_Handle_Collection entries;
+    VEX_HANDLE taken = ConvertFromInt(0);
+    std::span<VEX_HANDLE const> rest(sets.begin(), sets.end());
+    while (!rest.empty()) {
+        VexTextMatch match = VexTextMatch::Different;
+        std::size_t const others = VexMDMaProviderUtility::FindStringPropertyValue(
+            rest, resources::getString(resources::SetKind), listKind, nullptr, match);
+        if (match == VexTextMatch::Same && !isInside(rest[others], taken, object)) {
+            taken = rest[others];
+            VexMDMaProviderUtility::getElementsByTagName(
+                taken, resources::getString(resources::SetEntry), entries);
         }
-        Vex_Handle_Collection entries;
-        VexMDMaProviderUtility::getElementsByTagName(set, resources::getString(resources::SetEntry),
-                                                     entries);
-        if (list != nullptr) {
-            list->reserveMore(entries.size());
-        }
-        I18NString id;
-        for (VEX_HANDLE const entry : entries) {
-            bool const hasValue = VexMDMaProviderUtility::GetValue(entry, id, true);
-            if (list != nullptr) {
-                list->insert(hasValue ? id.view() : std::u16string_view());
-            }
-        }
+        rest = rest.subspan(std::min(others + 1, rest.size())); // one without a kind is skipped
+    }
+    if (list == nullptr) {
+        return;
+    }
+    list->reserveMore(entries.size());
+    I18NString id;
+    for (VEX_HANDLE const entry : entries) {
+        bool const hasValue = VexMDMaProviderUtility::GetValue(entry, id, true);
+        list->insert(hasValue ? id.view() : std::u16string_view());
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "VexSession.h"
 #include "model/VexClassNames.h"
+#include "provider/VexConstants.h"
 #include "security/VexMDAccessEngine.h"
 #include "security/VexSecurityWords.h"
 

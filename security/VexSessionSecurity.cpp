@@ -2,6 +2,7 @@
 
 #include "VexSession.h"
 #include "model/VexModelPath.h"
+#include "provider/VexConstants.h"
 
 bool VexSessionSecurity::setModelPath(I18NString const& modelPath) {
     VexModelPath const read = ReadModelPath(modelPath);

@@ -92,3 +92,18 @@ TEST(VexIdSet, MakingRoomChangesNothing) {
     EXPECT_TRUE(ids.contains("a"));
     EXPECT_FALSE(ids.contains("b"));
 }
+
+TEST(VexIdSet, FindsEveryIdBesideOneThatIsThereManyTimes) {
+    VexIdSet ids;
+    for (int number = 0; number < 50'000; ++number) {
+        ids.insert("again");
+    }
+    for (int number = 0; number < 100; ++number) {
+        ids.insert(std::to_string(number).c_str());
+    }
+    for (int question = 0; question < 100; ++question) {
+        EXPECT_TRUE(ids.contains("again"));
+        EXPECT_TRUE(ids.contains(std::to_string(question).c_str()));
+        EXPECT_FALSE(ids.contains("100"));
+    }
+}

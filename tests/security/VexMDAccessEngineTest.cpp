@@ -112,6 +112,29 @@ TEST(VexMDAccessEngine, SetsAndEntriesCountHoweverDeepTheyLie) {
     EXPECT_TRUE(on.includes("n"));
 }
 
+TEST(VexMDAccessEngine, WhatASetHoldsThroughSetsInsideItIsReadOnce) {
+    EngineCase on(R"(<securityView id="v1">
+                       <set kind="included"><item>a</item>
+                         <set kind="included"><item>b</item>
+                           <set kind="excluded"><item>c</item></set>
+                           <set kind="included"><item>d</item></set>
+                         </set>
+                         <item>e</item>
+                       </set>
+                       <set kind="hidden"><item>f</item>
+                         <group><set kind="included"><item>g</item></set></group>
+                       </set>
+                     </securityView>)",
+                  {"v1"});
+    for (char const* const id : {"a", "b", "c", "d", "e", "g"}) {
+        EXPECT_TRUE(on.includes(id)) << id;
+    }
+    EXPECT_FALSE(on.includes("f"));
+    int const kinds = 6;
+    int const entries = 6;
+    EXPECT_EQ(on.model().calls().count(Call::GetValue), kinds + entries);
+}
+
 TEST(VexMDAccessEngine, AnEntryWithoutValueStandsForTheEmptyId) {
     EngineCase on(R"(<securityView id="v1"><set kind="included"><item/></set></securityView>)",
                   {"v1"});
