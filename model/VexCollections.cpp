@@ -2,6 +2,7 @@
 
 #include "model/VexMDMaProviderUtility.h"
 #include "model/VexMembers.h"
+#include "provider/VexConstants.h"
 
 void LoadCollection(VEX_HANDLE object, I18NString const& collectionName,
                     Vex_Handle_Collection& found) {

@@ -2,6 +2,7 @@
 
 #include "VexException.h"
 #include "VexMessageTexts.h"
+#include "provider/VexConstants.h"
 
 #include <array>
 #include <cstddef>

@@ -1,6 +1,7 @@
 #include "model/VexMDMaProviderUtility.h"
 
 #include "VexObject.h"
+#include "provider/VexConstants.h"
 
 namespace {
 

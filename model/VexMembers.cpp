@@ -1,6 +1,7 @@
 #include "model/VexMembers.h"
 
 #include "model/VexMDMaProviderUtility.h"
+#include "provider/VexConstants.h"
 
 void VexMembers::read(VEX_HANDLE object) {
     m_children.clear();

@@ -1,5 +1,6 @@
 #include "model/VexModelPath.h"
 
+#include "provider/VexConstants.h"
 #include "resources.h"
 
 namespace {

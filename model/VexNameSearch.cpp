@@ -1,6 +1,7 @@
 #include "model/VexNameSearch.h"
 
 #include "model/VexMDMaProviderUtility.h"
+#include "provider/VexConstants.h"
 #include "resources.h"
 
 #include <span>

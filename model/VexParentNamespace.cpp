@@ -2,6 +2,7 @@
 
 #include "model/VexClassNames.h"
 #include "model/VexMDMaProviderUtility.h"
+#include "provider/VexConstants.h"
 
 VEX_HANDLE FindParentNamespace(VEX_HANDLE element) {
     VEX_HANDLE above = VexMDMaProviderUtility::GetParent(element);

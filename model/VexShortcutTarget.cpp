@@ -2,6 +2,7 @@
 
 #include "VexSession.h"
 #include "model/VexMDMaProviderUtility.h"
+#include "provider/VexConstants.h"
 
 VEX_HANDLE FindShortcutTarget(VexObjectStore const& store, VEX_HANDLE shortcut, VexTargetRule rule,
                               VexFailure unknown, I18NString const* parameter) {

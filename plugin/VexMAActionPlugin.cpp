@@ -107,11 +107,11 @@ VexErrorCode VexMAActionPlugin::DoAction(VexSession& session, VexVariant const& 
                                          VexParams const& in, VexParams& out) {
     OutputDebugString("********VexMAActionPlugin::DoAction \n");
     if (action.GetType() == VexVariant::Long) {
+        VexObjectCustomData customData(session); // of an unknown action too
         ActionRow const* const row = findRow(static_cast<long>(action));
         if (row == nullptr) {
             return VexErrorCode(VexErrorCode::NotHandled, nullptr);
         }
-        VexObjectCustomData customData(session);
         row->run(sessionAction(*row, session, customData), in, out);
     }
     return VexErrorCode(VexErrorCode::Handled, nullptr);

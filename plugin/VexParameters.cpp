@@ -2,6 +2,7 @@
 
 #include "KRLIDOM_Element.h"
 #include "VexVariant.h"
+#include "provider/VexConstants.h"
 
 #include <cstdio>
 

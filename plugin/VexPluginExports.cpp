@@ -7,6 +7,7 @@
 #include "VexTreeExplanation.h"
 #include "plugin/VexAccessAction.h"
 #include "plugin/VexExplainedTree.h"
+#include "provider/VexConstants.h"
 
 #include <string_view>
 

@@ -22,6 +22,14 @@ int depthOf(VexMDMaProviderHelper const& helper) {
     return static_cast<int>(std::clamp(depth, long{INT_MIN}, long{INT_MAX}));
 }
 
+// Clients send the language that a model is written in under two names. It is read and
+// has no effect: answers are in the session's.
+void readAuthoringLocale(VexMDMaProviderHelper const& helper) {
+    if (helper.GetAttributeValueForAttribute("authoringLocale").empty()) {
+        helper.GetAttributeValueForAttribute("xml:lang");
+    }
+}
+
 } // namespace
 
 VexMDMaProvider::VexMDMaProvider(VexSession& session, I18NString const& modelPath)
@@ -51,10 +59,15 @@ void VexMDMaProvider::doRequest(VexMDMaProviderHelper& helper, KRLIDOM_Node resp
     // Taken before anything is written: settings go behind it, and it stays the
     // first child whatever they add.
     KRLIDOM_Node const result = responseNode.getFirstChild();
+    // Made for every request; only that for functions gives it a place.
+    KRLIDOM_Element const package =
+        m_document.createSpareElement(resources::getString(resources::Package));
+    readAuthoringLocale(helper);
+    int const depth = depthOf(helper);
     if (helper.GetAttributeValueForAttribute("function").empty()) {
-        answerModelRequest(helper, responseNode, result, depthOf(helper));
+        answerModelRequest(helper, responseNode, result, depth);
     } else {
-        answerFunctionRequest(helper, result);
+        answerFunctionRequest(helper, result, package);
     }
 }
 
@@ -88,17 +101,16 @@ void VexMDMaProvider::answerModelRequest(VexMDMaProviderHelper const& helper,
 }
 
 void VexMDMaProvider::answerFunctionRequest(VexMDMaProviderHelper const& helper,
-                                            KRLIDOM_Node const& result) {
+                                            KRLIDOM_Node const& result,
+                                            KRLIDOM_Element const& package) {
     I18NLocale const& locale = *m_session->GetCurrentLocale();
     VexSecurityInfoSource* const source = m_security.source();
-    KRLIDOM_Element const package =
-        m_document.createElement(resources::getString(resources::Package));
     if (source != nullptr) {
         I18NString value;
         source->GetPackageValue(m_security.modelPath(), value, locale);
         package.setAttribute(resources::getString(resources::Name), value);
     }
-    result.appendChild(package);
+    m_document.appendSpare(result, package);
     NameParts names;
     helper.GetPropertiesForClass(resources::getString(resources::Package), names);
     for (I18NString const& name : names) {

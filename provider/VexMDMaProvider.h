@@ -151,7 +151,9 @@ public:
     // --- Security information and classes (VexMDMaProviderSecurity.cpp, ...Schema.cpp)
 
     void RetrieveSecurityInfo();
-    /// The names of the secured classes; one set for the process. Threads: any.
+    /// The names of the secured classes; one set for the process, filled when it is
+    /// empty. Threads: any, but who empties it must be alone until the next call has
+    /// returned.
     static std::set<I18NString>& GetSecuredObjectsSet();
     bool IsObjectSecured(I18NString const& className);
     /// Cuts the collection suffix's length off `name`.
@@ -166,7 +168,8 @@ private:
     /// The tree goes into `result`, settings behind it into `response`.
     void answerModelRequest(VexMDMaProviderHelper const& helper, KRLIDOM_Node const& response,
                             KRLIDOM_Node const& result, int depth);
-    void answerFunctionRequest(VexMDMaProviderHelper const& helper, KRLIDOM_Node const& result);
+    void answerFunctionRequest(VexMDMaProviderHelper const& helper, KRLIDOM_Node const& result,
+                               KRLIDOM_Element const& package);
 
     /// The one place where what was found is written; nothing for none.
     static void writeStart(std::optional<VexFoundStart> const& start, VexTreeContext const& context,

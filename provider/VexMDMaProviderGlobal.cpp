@@ -3,6 +3,7 @@
 #include "I18NNumericFormat.h"
 #include "VexSession.h"
 #include "model/VexMDMaProviderUtility.h"
+#include "provider/VexConstants.h"
 #include "provider/VexMDMaProvider.h"
 #include "provider/request/VexMDMaProviderHelper.h"
 

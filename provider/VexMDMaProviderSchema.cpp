@@ -1,6 +1,7 @@
 // What an object is made of, as the provider's interface offers it.
 
 #include "model/VexCollections.h"
+#include "provider/VexConstants.h"
 #include "provider/VexMDMaProvider.h"
 #include "resources.h"
 

@@ -1,6 +1,7 @@
 // The session's security information, and the classes that it covers.
 
 #include "KRLThreadMutex.h"
+#include "provider/VexConstants.h"
 #include "provider/VexMDMaProvider.h"
 #include "resources.h"
 
@@ -25,7 +26,8 @@ void VexMDMaProvider::RetrieveSecurityInfo() {
 std::set<I18NString>& VexMDMaProvider::GetSecuredObjectsSet() {
     static std::set<I18NString> theSecuredObjectsSet;
     static std::atomic<bool> filled{false};
-    if (filled.load(std::memory_order_acquire)) {
+    // A caller may have emptied it: then it is filled again.
+    if (filled.load(std::memory_order_acquire) && !theSecuredObjectsSet.empty()) {
         return theSecuredObjectsSet;
     }
     KRLThreadGuard const guard(GSecuredObjects);

@@ -1,6 +1,7 @@
 // Where a request starts. The searches find it and write nothing; what they found
 // is handed to the tree output here.
 
+#include "provider/VexConstants.h"
 #include "provider/VexMDMaProvider.h"
 #include "provider/start/VexItemSearch.h"
 #include "provider/start/VexReferenceSearch.h"

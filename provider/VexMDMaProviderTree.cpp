@@ -3,10 +3,11 @@
 
 #include "model/VexParentNamespace.h"
 #include "model/VexShortcutTarget.h"
+#include "provider/VexConstants.h"
 #include "provider/VexMDMaProvider.h"
-#include "provider/request/VexBracketedName.h"
 #include "provider/tree/VexElementReference.h"
 #include "provider/tree/VexMDMaTreeWriter.h"
+#include "provider/tree/VexObjectReference.h"
 #include "provider/tree/VexPathRecords.h"
 #include "provider/tree/VexReducedTree.h"
 
@@ -57,9 +58,7 @@ void VexMDMaProvider::GetReferenceForElement(I18NLocale const* locale, VexMDMaPa
 }
 
 void VexMDMaProvider::BuildObjectReference(NameParts const& parts, I18NString& reference) {
-    for (I18NString const& part : parts) {
-        AppendBracketedName(reference, part.view(), !reference.empty());
-    }
+    ::BuildObjectReference(parts, reference);
 }
 
 bool VexMDMaProvider::IsNamespaceOrShortcutToNamespace(I18NLocale const* locale,

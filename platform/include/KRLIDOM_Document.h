@@ -19,9 +19,18 @@ public:
     /// Raises `KRLLimitException` when the document has as many elements as its
     /// owner allows, `KRLDocumentException` when `tag` is no XML name.
     KRLIDOM_Element createElement(I18NString const& tag) const;
+    /// @{
+    /// For an element that may never get a place: it is made at any time, and counts
+    /// only when it is appended by `appendSpare`, which raises as `createElement` does
+    /// and then appends nothing. Gives `spare`.
+    KRLIDOM_Element createSpareElement(I18NString const& tag) const;
+    KRLIDOM_Node appendSpare(KRLIDOM_Node const& parent, KRLIDOM_Element const& spare) const;
+    /// @}
     /// Text needs no element, so the limit of elements does not matter.
     KRLIDOM_Text createTextNode(I18NString const& text) const;
 
 private:
+    void requireRoom() const;
+
     KRLIDOM_Budget* m_budget = nullptr; // the owner's; null when nothing is counted
 };

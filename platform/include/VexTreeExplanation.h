@@ -12,8 +12,10 @@ class VexSession;
 enum class VexTreeTreatment {
     Written,           ///< as an element of its own; a shortcut as its target's
     NotIncluded,       ///< left out by the access decision
-    WithoutAttributes, ///< left out: nothing that is asked for of it has a value
-    NothingToStandFor, ///< left out: a shortcut without a name or a target
+    WithoutAttributes, ///< left out: nothing that is asked for of it has a value, or its
+                       ///< class is no XML name, so that no element can bear it
+    NothingToStandFor, ///< left out: a shortcut without a name or a target, or with one
+                       ///< whose class is no XML name
 };
 
 /// What a tree does with the members of an object; of a shortcut, with those of its

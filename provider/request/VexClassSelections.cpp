@@ -1,6 +1,7 @@
 #include "provider/request/VexClassSelections.h"
 
 #include "KRLIDOM_Helper.h"
+#include "provider/VexConstants.h"
 #include "provider/request/VexMDMaProviderHelper.h"
 #include "provider/request/VexRequestedNames.h"
 #include "resources.h"

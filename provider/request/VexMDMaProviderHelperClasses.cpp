@@ -1,6 +1,7 @@
 // What a request means for one class of objects.
 
 #include "model/VexClassNames.h"
+#include "provider/VexConstants.h"
 #include "provider/request/VexMDMaProviderHelper.h"
 
 namespace {

@@ -5,6 +5,7 @@
 #include "model/VexClassNames.h"
 #include "model/VexMDMaProviderUtility.h"
 #include "model/VexShortcutTarget.h"
+#include "provider/VexConstants.h"
 #include "resources.h"
 
 #include <optional>

@@ -5,6 +5,7 @@
 #include "model/VexFailure.h"
 #include "model/VexMDMaProviderUtility.h"
 #include "model/VexNameSearch.h"
+#include "provider/VexConstants.h"
 #include "provider/start/VexItemSearch.h"
 #include "provider/start/VexReferencedItem.h"
 

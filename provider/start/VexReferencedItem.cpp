@@ -8,6 +8,7 @@
 #include "model/VexNameSearch.h"
 #include "model/VexParentNamespace.h"
 #include "model/VexShortcutTarget.h"
+#include "provider/VexConstants.h"
 #include "provider/start/VexItemSearch.h"
 #include "provider/start/VexReferenceSearch.h"
 #include "resources.h"

@@ -1,6 +1,7 @@
 #include "provider/start/VexStartPath.h"
 
 #include "I18NStringIterator.h"
+#include "provider/VexConstants.h"
 #include "resources.h"
 
 bool GetNamePartsFromStartPath(I18NString const& startPath, VexNameParts& parts) {

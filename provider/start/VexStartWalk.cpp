@@ -7,6 +7,7 @@
 #include "model/VexMDMaProviderUtility.h"
 #include "model/VexNameSearch.h"
 #include "model/VexShortcutTarget.h"
+#include "provider/VexConstants.h"
 #include "provider/request/VexBracketedName.h"
 #include "provider/request/VexMDMaProviderHelper.h"
 #include "provider/request/VexRequestedNames.h"

@@ -6,8 +6,11 @@
 #include "model/VexNameSearch.h"
 #include "model/VexParentNamespace.h"
 #include "model/VexShortcutTarget.h"
-#include "provider/tree/VexReferenceText.h"
+#include "provider/VexConstants.h"
+#include "provider/tree/VexObjectReference.h"
 #include "resources.h"
+
+#include <list>
 
 namespace {
 
@@ -22,20 +25,20 @@ Vex_Handle_Collection shortcutsOf(VexModelScope const& model) {
 
 void GetReferenceForElement(VexModelScope const& model, VexPathRecord const* path,
                             I18NString& reference) {
-    VexReferenceText text;
+    std::list<I18NString> parts; // outermost first
     I18NString namespaceName;
     for (VexPathRecord const* record = path; record != nullptr; record = record->outer) {
         if (IsNamespaceOrShortcutToNamespace(model, *record->className, *record->name,
                                              namespaceName)) {
-            text.putInFront(namespaceName);
+            parts.push_front(namespaceName);
             break; // records beyond the nearest namespace are never looked at
         }
         if (RecordRoleOf(*record->className) == VexRecordRole::Named ||
             IsShortcutToQSFilterCalculation(model, *record->className, *record->name)) {
-            text.putInFront(*record->name);
+            parts.push_front(*record->name);
         }
     }
-    text.appendTo(reference);
+    BuildObjectReference(parts, reference);
 }
 
 bool IsNamespaceOrShortcutToNamespace(VexModelScope const& model, I18NString const& className,

@@ -3,6 +3,7 @@
 #include "model/VexCollections.h"
 #include "model/VexMDMaProviderUtility.h"
 #include "model/VexParentNamespace.h"
+#include "provider/VexConstants.h"
 #include "resources.h"
 #include "security/VexMDAccessEngine.h"
 
@@ -22,11 +23,10 @@ I18NString idOf(VEX_HANDLE object) {
 
 } // namespace
 
-VexMDMaProviderVisability::VexMDMaProviderVisability([[maybe_unused]] I18NLocale const& locale,
-                                                     [[maybe_unused]] VexSession* session,
+VexMDMaProviderVisability::VexMDMaProviderVisability(I18NLocale const& locale, VexSession* session,
                                                      VexMDAccessEngine* engine,
-                                                     [[maybe_unused]] VexMDMaProvider* provider)
-    : m_engine(engine) {}
+                                                     VexMDMaProvider* provider)
+    : m_session(session), m_locale(locale), m_engine(engine), m_provider(provider) {}
 
 VexMDMaProviderVisability::state VexMDMaProviderVisability::IsVisible(VEX_HANDLE& object) {
     I18NString const id = idOf(object);

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "I18NLocale.h"
 #include "I18NString.h"
 #include "VEX_HANDLE.h"
 #include "Vex_Handle_Collection.h"
 
 #include <map>
 
-class I18NLocale;
 class VexMDAccessEngine;
 class VexMDMaProvider;
 class VexSession;
@@ -22,8 +22,8 @@ public:
         NothingFound = 2,
     };
 
-    /// The engine is not owned and must outlive this. It alone is asked: the
-    /// model is read without the others.
+    /// Nothing is owned; the engine must outlive this. It alone is asked: the model is
+    /// read without the others, which are kept as they are and may be null.
     VexMDMaProviderVisability(I18NLocale const& locale, VexSession* session,
                               VexMDAccessEngine* engine, VexMDMaProvider* provider);
 
@@ -43,5 +43,8 @@ public:
 
 private:
     std::map<I18NString, state> m_verdicts;
+    [[maybe_unused]] VexSession* m_session;
+    [[maybe_unused]] I18NLocale m_locale; // a copy
     VexMDAccessEngine* m_engine;
+    [[maybe_unused]] VexMDMaProvider* m_provider;
 };

@@ -1,10 +1,11 @@
 #include "provider/tree/VexMDMaTreeWriter.h"
 
-#include "KRLIDOM_Document.h"
+#include "KRLIDOM_Helper.h"
 #include "model/VexClassNames.h"
 #include "model/VexCollections.h"
 #include "model/VexFailure.h"
 #include "model/VexMDMaProviderUtility.h"
+#include "provider/VexConstants.h"
 #include "provider/request/VexMDMaProviderHelper.h"
 #include "provider/tree/VexElementReference.h"
 #include "provider/tree/VexMDMaProviderVisability.h"
@@ -56,11 +57,24 @@ VexTreePlace VexMDMaTreeWriter::placeOf(VexTreeStart const& start) {
             start.skipViewLists, start.isStart, nullptr,      {}};
 }
 
-void VexMDMaTreeWriter::writeObjects(VexTreePlace const& place,
-                                     Vex_Handle_Collection const& objects) {
-    if (place.level > maximumLevel) {
-        RaiseFailure(VexFailure::OutputTooDeep, {I18NString(m_paths.view(place.texts.path))});
+void VexMDMaTreeWriter::writeObjects(Vex_Handle_Collection const& objects) {
+    checkLevel(m_start);
+    for (VEX_HANDLE const object : objects) {
+        writeObject(object);
     }
+}
+
+void VexMDMaTreeWriter::writeObject(VEX_HANDLE object) {
+    if (m_start.className == VexClass::Shortcut) {
+        writeShortcut(m_start, object, true);
+    } else {
+        writeReached(m_start, m_selections.propertiesOf(m_start.className), object);
+    }
+}
+
+void VexMDMaTreeWriter::writeMembersOfClass(VexTreePlace const& place,
+                                            Vex_Handle_Collection const& objects) {
+    checkLevel(place);
     if (place.className == VexClass::Shortcut) {
         for (VEX_HANDLE const object : objects) {
             writeShortcut(place, object, true);
@@ -68,10 +82,11 @@ void VexMDMaTreeWriter::writeObjects(VexTreePlace const& place,
         return;
     }
     VexPropertySelection& requested = m_selections.propertiesOf(place.className);
-    // An object with a path has an attribute whatever it is; then one that is
-    // not shown need not be read.
-    bool const isWritten =
-        !place.isStart && requested.hasPath && (!requested.hasReference || !place.texts.searched);
+    // An object with a path has an attribute, and an element, whatever it is; then one
+    // that is not shown need not be read.
+    bool const isWritten = requested.hasPath &&
+                           (!requested.hasReference || !place.texts.searched) &&
+                           KRLIDOM_Helper::isName(place.className);
     for (VEX_HANDLE const object : objects) {
         if (isWritten) {
             writeMember(place, requested, object);
@@ -81,10 +96,10 @@ void VexMDMaTreeWriter::writeObjects(VexTreePlace const& place,
     }
 }
 
-void VexMDMaTreeWriter::writeObject(VEX_HANDLE object) {
-    Vex_Handle_Collection objects;
-    objects.push_back(object);
-    writeObjects(objects);
+void VexMDMaTreeWriter::checkLevel(VexTreePlace const& place) const {
+    if (place.level > maximumLevel) {
+        RaiseFailure(VexFailure::OutputTooDeep, {I18NString(m_paths.view(place.texts.path))});
+    }
 }
 
 void VexMDMaTreeWriter::writeReached(VexTreePlace const& place, VexPropertySelection& requested,
@@ -92,6 +107,10 @@ void VexMDMaTreeWriter::writeReached(VexTreePlace const& place, VexPropertySelec
     I18NString className;
     VexMDMaProviderUtility::GetName(handle, className);
     Object object(handle, className, place.texts);
+    if (!KRLIDOM_Helper::isName(object.tag())) {
+        reportLeftOut(place, handle, VexTreeTreatment::WithoutAttributes, VexTreeMembers::LeftOut);
+        return; // nor is one that no element can be named after
+    }
     // The element is made only when it is shown; until then its attributes wait.
     if (!collectAttributes(place, requested, object)) {
         reportLeftOut(place, handle, VexTreeTreatment::WithoutAttributes, VexTreeMembers::LeftOut);
@@ -152,8 +171,8 @@ void VexMDMaTreeWriter::finish(VexTreePlace const& place, Object const& object, 
         parent = element;
     }
     if (VexMDMaProviderUtility::hasChildObjects(object.handle)) {
-        writeMembers({object.className, object.texts, parent, place.level + 1, place.skipViewLists,
-                      false, place.expansion, around},
+        writeMembers({object.className, object.texts, parent, place.levelBelow(),
+                      place.skipViewLists, false, place.expansion, around},
                      object.handle, object.tag());
     }
 }
@@ -180,6 +199,9 @@ void VexMDMaTreeWriter::writeMembers(VexTreePlace const& place, VEX_HANDLE objec
         VexMDMaProviderUtility::Properties(object, properties, nullptr, nullptr, false);
         ListCollections(properties, allNames);
     }
+    // The provider's `loadCollection` would go through all the children once for each
+    // name, its `processShortCut` begin a tree of its own for each shortcut, which knows
+    // of no expansion under way.
     OpenLevel const level(*this);
     level->members.read(object);
     for (I18NString const& name : requested.all ? allNames : requested.names) {
@@ -193,9 +215,9 @@ void VexMDMaTreeWriter::writeMembers(VexTreePlace const& place, VEX_HANDLE objec
                 writeShortcut(place, shortcut, false);
             }
         } else {
-            writeObjects({name, place.texts, place.parent, place.level, place.skipViewLists, false,
-                          place.expansion, place.around},
-                         level->collection);
+            writeMembersOfClass({name, place.texts, place.parent, place.level, place.skipViewLists,
+                                 false, place.expansion, place.around},
+                                level->collection);
         }
     }
 }

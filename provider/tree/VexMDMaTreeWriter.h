@@ -11,6 +11,7 @@
 #include "provider/tree/VexTreeContext.h"
 
 #include <deque>
+#include <limits>
 #include <map>
 #include <vector>
 
@@ -56,6 +57,9 @@ struct VexTreePlace {
     bool isStart;
     VexExpansion const* expansion;
     VexTreeSurroundings around;
+
+    /// A caller may begin at any level, the last that there is too.
+    int levelBelow() const { return level < std::numeric_limits<int>::max() ? level + 1 : level; }
 };
 
 /// Writes the requested tree into the response: an element for each object,
@@ -65,8 +69,9 @@ public:
     /// What the two refer to must outlive the writer.
     VexMDMaTreeWriter(VexTreeContext const& context, VexTreeStart const& start);
 
-    /// Writes what the tree starts at.
-    void writeObjects(Vex_Handle_Collection const& objects) { writeObjects(m_start, objects); }
+    /// Writes what the tree starts at. Raises when that is past the last level; a
+    /// single object is written at any, its members are not.
+    void writeObjects(Vex_Handle_Collection const& objects);
     void writeObject(VEX_HANDLE object);
 
     /// The element of a shortcut that the tree starts at, not appended yet; null
@@ -89,7 +94,9 @@ private:
     class OpenLevel;
 
     VexTreePlace placeOf(VexTreeStart const& start);
-    void writeObjects(VexTreePlace const& place, Vex_Handle_Collection const& objects);
+    /// The objects are of the place's class.
+    void writeMembersOfClass(VexTreePlace const& place, Vex_Handle_Collection const& objects);
+    void checkLevel(VexTreePlace const& place) const;
     void writeReached(VexTreePlace const& place, VexPropertySelection& requested,
                       VEX_HANDLE object);
     void writeMember(VexTreePlace const& place, VexPropertySelection& requested, VEX_HANDLE object);

@@ -2,6 +2,7 @@
 
 #include "model/VexCollections.h"
 #include "model/VexMDMaProviderUtility.h"
+#include "provider/VexConstants.h"
 #include "provider/request/VexMDMaProviderHelper.h"
 #include "provider/tree/VexElementReference.h"
 #include "provider/tree/VexMDMaTreeObject.h"

@@ -1,7 +1,7 @@
 // What an observed tree tells, and what is left out of it when nothing is built.
 
 #include "KRLIDOM_Document.h"
-#include "KRLIDOM_Helper.h"
+#include "provider/VexConstants.h"
 #include "provider/tree/VexMDMaTreeObject.h"
 #include "provider/tree/VexTreeObservation.h"
 
@@ -24,9 +24,7 @@ VexTreeReport reportAt(VexTreePlace const& place, VEX_HANDLE object, VexTreeTrea
 
 KRLIDOM_Element VexMDMaTreeWriter::makeElement(I18NString const& tag) const {
     bool const builds = m_context.observation == nullptr || m_context.observation->builds();
-    // A tag that no element can have is refused all the same.
-    return builds || !KRLIDOM_Helper::isName(tag) ? m_context.document.createElement(tag)
-                                                  : KRLIDOM_Element();
+    return builds ? m_context.document.createElement(tag) : KRLIDOM_Element();
 }
 
 void VexMDMaTreeWriter::setAttribute(KRLIDOM_Element const& element, I18NString const& name,

@@ -1,10 +1,11 @@
 // Shortcuts in the tree: the target's element under the shortcut's own name.
 
-#include "KRLIDOM_Document.h"
+#include "KRLIDOM_Helper.h"
 #include "VexSession.h"
 #include "model/VexClassNames.h"
 #include "model/VexMDMaProviderUtility.h"
 #include "model/VexShortcutTarget.h"
+#include "provider/VexConstants.h"
 #include "provider/tree/VexElementReference.h"
 #include "provider/tree/VexMDMaTreeWriter.h"
 #include "resources.h"
@@ -55,6 +56,11 @@ KRLIDOM_Node VexMDMaTreeWriter::shortcutElement(VexTreePlace const& place, VEX_H
     if (targetClass == resources::getString(resources::Namespace)) {
         targetClass = resources::getString(resources::Folder);
     }
+    if (!KRLIDOM_Helper::isName(targetClass)) {
+        reportLeftOut(place, shortcut, VexTreeTreatment::NothingToStandFor,
+                      VexTreeMembers::LeftOut);
+        return KRLIDOM_Node(); // no element can be named after it
+    }
     KRLIDOM_Element const element = makeElement(targetClass);
     VexPropertySelection& requested = m_selections.propertiesOf(targetClass);
     std::optional<VexPropertySelection> all;
@@ -74,15 +80,15 @@ KRLIDOM_Node VexMDMaTreeWriter::shortcutElement(VexTreePlace const& place, VEX_H
     }
     if (descends(place.level) && !endless) {
         VexExpansion const expansion{shortcut, place.expansion};
-        VexMembers members;
+        VexMembers members; // read once for all names, as an object's are
         members.read(target);
         for (I18NString const& collectionName : collections) {
             Vex_Handle_Collection collection;
             members.appendOfClass(collectionName, collection);
             if (!collection.empty()) {
-                writeObjects({collectionName, texts, element, place.level + 1, true, false,
-                              &expansion, around},
-                             collection);
+                writeMembersOfClass({collectionName, texts, element, place.levelBelow(), true,
+                                     false, &expansion, around},
+                                    collection);
             }
         }
     }

@@ -1,6 +1,7 @@
 #include "provider/tree/VexPathRecords.h"
 
 #include "model/VexClassNames.h"
+#include "provider/VexConstants.h"
 
 VexRecordRole RecordRoleOf(I18NString const& className) {
     struct Row {

@@ -1,9 +1,11 @@
 #include "provider/tree/VexReducedTree.h"
 
 #include "KRLIDOM_Document.h"
+#include "KRLIDOM_Helper.h"
 #include "Vex_Handle_Collection.h"
 #include "model/VexClassNames.h"
 #include "model/VexMDMaProviderUtility.h"
+#include "provider/VexConstants.h"
 #include "resources.h"
 
 #include <algorithm>
@@ -35,11 +37,13 @@ void WriteReducedSubtree(VEX_HANDLE object, I18NLocale const* locale,
                          KRLIDOM_Element const& parent) {
     I18NString className;
     VexMDMaProviderUtility::GetName(object, className);
-    if (isOneOf(className, leftOut)) {
-        return;
+    if (isOneOf(className, leftOut) || !KRLIDOM_Helper::isName(className)) {
+        return; // a class that is no XML name can name no element
     }
     I18NString id;
     VexMDMaProviderUtility::GetId(object, id);
+    I18NString parentId; // asked for and not used
+    VexMDMaProviderUtility::GetParentId(object, parentId);
     I18NString role;
     VexMDMaProviderUtility::GetRole(object, role);
     I18NString classAttribute;

@@ -80,6 +80,9 @@ TEST(VexMAActionPlugin, AnUnknownActionIsNotHandledAndTouchesNothing) {
     }
     EXPECT_EQ(on.out.size(), 2U);
     EXPECT_FALSE(on.session.customData().HasNamespace("VexMAActionPlugin"));
+    // The way to the session's data is opened before the action is known.
+    EXPECT_EQ(on.model.calls().count(Call::GetCustomDataStore), 7);
+    EXPECT_EQ(on.model.calls().total(), 7);
 }
 
 TEST(VexMAActionPlugin, AnActionThatIsNoLongCountsAsHandledAndDoesNothing) {

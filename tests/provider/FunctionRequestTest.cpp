@@ -1,5 +1,6 @@
 // Requests for functions are answered with the package.
 
+#include "KRLException.h"
 #include "tests/provider/ProviderScene.h"
 
 #include <gtest/gtest.h>
@@ -54,6 +55,31 @@ TEST(FunctionRequest, WritesNoAttributeForAPropertyThatIsNoXmlName) {
     EXPECT_EQ(scene.ask("<Metadata function='1'><Property a='./@a b'/><Property a='./@'/>"
                         "<Property a='./@ok'/><Property a='*/@*'/></Metadata>"),
               "<package name=\"Retail\" ok=\"4\"/>");
+}
+
+// What "Response" and its child leave of a limit of three elements.
+TEST(FunctionRequest, CountsThePackageOnlyWhereItIsWritten) {
+    FunctionScene scene;
+    for (std::size_t const limit : {2U, 3U}) {
+        TestResponse response({.elements = limit});
+        TestRequest request("<Metadata function='1'/>");
+        auto const ask = [&] { scene.provider.doRequest(request.node(), response.node()); };
+        if (limit == 2U) {
+            EXPECT_THROW(ask(), KRLLimitException);
+            EXPECT_EQ(response.text(), "<Response><Result/></Response>");
+        } else {
+            ask();
+            EXPECT_EQ(response.text(),
+                      "<Response><Result><package name=\"Retail\"/></Result></Response>");
+        }
+        EXPECT_EQ(response.elementCount(), limit);
+    }
+    ProviderScene model("<model><namespace id='n' name='N'/></model>");
+    TestResponse response({.elements = 3});
+    TestRequest request("<Metadata><Property a='*/@ID'/></Metadata>");
+    model.provider.doRequest(request.node(), response.node());
+    EXPECT_EQ(response.text(), "<Response><Result><folder ID=\"n\"/></Result></Response>");
+    EXPECT_EQ(response.elementCount(), 3U);
 }
 
 TEST(FunctionRequest, SetsAnEmptyPackageValueToo) {

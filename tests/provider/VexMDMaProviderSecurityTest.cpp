@@ -114,3 +114,10 @@ TEST_F(VexMDMaProviderSecurityTest, NineClassesAreSecured) {
 TEST_F(VexMDMaProviderSecurityTest, TheSecuredClassesAreOneSetForTheProcess) {
     EXPECT_EQ(&VexMDMaProvider::GetSecuredObjectsSet(), &VexMDMaProvider::GetSecuredObjectsSet());
 }
+
+TEST_F(VexMDMaProviderSecurityTest, TheSecuredClassesAreThereAgainAfterSomebodyEmptiedThem) {
+    std::set<I18NString> const before = VexMDMaProvider::GetSecuredObjectsSet();
+    VexMDMaProvider::GetSecuredObjectsSet().clear();
+    EXPECT_TRUE(m_provider.IsObjectSecured("folder"));
+    EXPECT_EQ(VexMDMaProvider::GetSecuredObjectsSet(), before);
+}

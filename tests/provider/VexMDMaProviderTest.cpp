@@ -51,6 +51,14 @@ TEST(RequestEntry, LeavesSecurityAloneOutsideContent) {
     }
 }
 
+TEST(RequestEntry, AnswersInTheSessionsLanguageWhateverTheAuthorsIs) {
+    ProviderScene scene(Model);
+    for (char const* const language :
+         {"authoringLocale='de'", "xml:lang='de'", "authoringLocale='' xml:lang='fr'"}) {
+        EXPECT_EQ(scene.ask(request(language)), WholeTree) << language;
+    }
+}
+
 TEST(RequestEntry, AsksForTheSecurityInformationOfAContentPath) {
     for (char const* const path : {"/content/m", "/content/"}) {
         ContentScene scene(path);

@@ -80,6 +80,10 @@ void TestModel::invalidate(VEX_HANDLE object) {
     nodeOf(object)->valid = false;
 }
 
+void TestModel::setClass(VEX_HANDLE element, char const* className) {
+    nodeOf(element)->name = className;
+}
+
 TestNode* TestModel::nodeOf(VEX_HANDLE object) const {
     return m_nodes[object.Number() - FirstHandle()].get();
 }

@@ -29,6 +29,9 @@ public:
 
     /// The object is not valid from now on.
     void invalidate(VEX_HANDLE object);
+    /// The element is of another class from now on, of one that no document can hold too;
+    /// the collection that it is in keeps its name.
+    void setClass(VEX_HANDLE element, char const* className);
 
     CallCounter& calls() const { return m_calls; }
     /// The flag that the last `GetValue` was called with.

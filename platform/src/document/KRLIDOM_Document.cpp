@@ -38,20 +38,38 @@ KRLIDOM_Element KRLIDOM_Document::getDocumentElement() const {
 }
 
 KRLIDOM_Element KRLIDOM_Document::createElement(I18NString const& tag) const {
-    if (isNull()) {
-        return {};
-    }
-    if (m_budget != nullptr && m_budget->elements >= m_budget->limit) {
-        raiseTooManyElements(m_budget->limit);
-    }
-    KRLIDOM_Element const element = KRLIDOM::guarded([&] {
-        return KRLIDOM_Element(
-            KRLIDOM_Node(static_cast<xercesc::DOMDocument*>(m_node)->createElement(tag.utf16())));
-    });
+    requireRoom();
+    KRLIDOM_Element const element = createSpareElement(tag);
     if (m_budget != nullptr) {
         ++m_budget->elements;
     }
     return element;
+}
+
+KRLIDOM_Element KRLIDOM_Document::createSpareElement(I18NString const& tag) const {
+    if (isNull()) {
+        return {};
+    }
+    return KRLIDOM::guarded([&] {
+        return KRLIDOM_Element(
+            KRLIDOM_Node(static_cast<xercesc::DOMDocument*>(m_node)->createElement(tag.utf16())));
+    });
+}
+
+KRLIDOM_Node KRLIDOM_Document::appendSpare(KRLIDOM_Node const& parent,
+                                           KRLIDOM_Element const& spare) const {
+    requireRoom();
+    KRLIDOM_Node const appended = parent.appendChild(spare);
+    if (m_budget != nullptr && !appended.isNull()) {
+        ++m_budget->elements;
+    }
+    return appended;
+}
+
+void KRLIDOM_Document::requireRoom() const {
+    if (m_budget != nullptr && m_budget->elements >= m_budget->limit) {
+        raiseTooManyElements(m_budget->limit);
+    }
 }
 
 KRLIDOM_Text KRLIDOM_Document::createTextNode(I18NString const& text) const {

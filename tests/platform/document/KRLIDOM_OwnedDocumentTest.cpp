@@ -64,6 +64,31 @@ TEST(KRLIDOMOwnedDocument, EndsAtItsElementLimit) {
     EXPECT_EQ(KRLIDOM_Writer::toUtf8(document), "<root still=\"usable\"/>");
 }
 
+TEST(KRLIDOMOwnedDocument, CountsASpareElementWhenItGetsAPlace) {
+    KRLIDOM_OwnedDocument const owner("root", {.elements = 2});
+    KRLIDOM_Document const document = owner.document();
+    KRLIDOM_Element const root = document.getDocumentElement();
+    KRLIDOM_Element const first = document.createSpareElement("first");
+    KRLIDOM_Element const second = document.createSpareElement("second");
+    EXPECT_EQ(owner.elementCount(), 1U);
+    EXPECT_TRUE(document.appendSpare(root, first) == first);
+    EXPECT_EQ(owner.elementCount(), 2U);
+    EXPECT_THROW(document.appendSpare(root, second), KRLLimitException);
+    EXPECT_EQ(KRLIDOM_Writer::toUtf8(document), "<root><first/></root>");
+    EXPECT_EQ(owner.elementCount(), 2U);
+    document.createSpareElement("third"); // at the limit too
+}
+
+TEST(KRLIDOMOwnedDocument, CountsNothingWhereNothingIsAppended) {
+    KRLIDOM_OwnedDocument const owner("root", {.elements = 2});
+    KRLIDOM_Document const document = owner.document();
+    EXPECT_TRUE(document.appendSpare(KRLIDOM_Node(), document.createSpareElement("a")).isNull());
+    EXPECT_TRUE(document.appendSpare(document.getDocumentElement(), KRLIDOM_Element()).isNull());
+    EXPECT_TRUE(KRLIDOM_Document().createSpareElement("a").isNull());
+    EXPECT_THROW(document.createSpareElement("a b"), KRLDocumentException);
+    EXPECT_EQ(owner.elementCount(), 1U);
+}
+
 TEST(KRLIDOMOwnedDocument, CountsByWhateverWayTheDocumentIsReached) {
     KRLIDOM_OwnedDocument const owner("root", {.elements = 2});
     KRLIDOM_Document const reached(KRLIDOM_Node(owner.document().getDocumentElement()));

@@ -128,3 +128,20 @@ TEST(ReducedTree, WhatTheHostRaisesComesThroughAndTheObjectIsNotAppended) {
         [&] { on.provider().AddSubtree(on.model().byId("n"), nullptr, response.result()); });
     EXPECT_EQ(response.resultText(), "");
 }
+
+TEST(ReducedTree, AClassThatIsNoXmlNameIsLeftOutWithAllBelow) {
+    ReducedTree on(R"(<model id="m"><namespace id="n"><folder id="f"><filter id="x"/></folder>
+                      <filter id="y"/></namespace></model>)");
+    for (char const* const odd : {"a b", "1x", ""}) {
+        on.model().setClass(on.model().byId("f"), odd);
+        EXPECT_EQ(on.below("m"), R"(<namespace ID="n" class="" name="" role="">)"
+                                 R"(<filter ID="y" class="" name="" role=""/></namespace>)");
+    }
+}
+
+TEST(ReducedTree, TheParentOfEachObjectIsAskedForItsId) {
+    ReducedTree on(R"(<model id="m"><namespace id="n"><filter id="x"/></namespace></model>)");
+    on.below("m");
+    EXPECT_EQ(on.model().calls().count(Call::GetParent), 2);
+    EXPECT_EQ(on.model().calls().count(Call::GetId), 4); // the object's own and its parent's
+}

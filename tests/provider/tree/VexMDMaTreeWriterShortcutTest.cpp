@@ -108,6 +108,17 @@ TEST(WrittenShortcut, OutsideTheRootNamespaceAddsNothingToAReference) {
               R"(<folder _ref="[Links]"><folder _ref="[Links]"/></folder>)");
 }
 
+TEST(WrittenShortcut, IsLeftOutWhenItsTargetsClassIsNoXmlName) {
+    ProviderScene scene(R"(<model><namespace name="Sales"><odd id="o" name="Odd"/>
+        <shortcut name="Link" refobj="[Sales].[Odd]"/></namespace></model>)");
+    std::string const request = "<Metadata><Property a='*/@name'/></Metadata>";
+    EXPECT_EQ(scene.ask(request), R"(<folder name="Sales"><odd name="Link"/></folder>)");
+    scene.model.setClass(scene.model.byId("o"), "odd class");
+    EXPECT_EQ(scene.ask(request), R"(<folder name="Sales"/>)");
+    EXPECT_EQ(scene.ask("<Metadata start_at='[Sales].[Link]'><Property a='*/@name'/></Metadata>"),
+              "");
+}
+
 TEST(WrittenShortcut, GivesItsOwnScreenTextsBeforeItsTargets) {
     std::string const texts = "<Property a='querySubject/@screenTip'/>"
                               "<Property a='querySubject/@description'/>";

@@ -2,6 +2,8 @@
 
 #include "tests/provider/ProviderScene.h"
 
+#include <limits>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -134,6 +136,46 @@ TEST_F(Tree, WritesNoAttributeForWhatIsNoXmlName) {
     EXPECT_EQ(own.ask("<Metadata><Property a='./@*'/></Metadata>"), R"(<folder ID="n" name="N"/>)");
 }
 
+TEST_F(Tree, LeavesOutAnObjectWhoseClassIsNoXmlNameWithItsMembers) {
+    for (char const* const odd : {"a b", "1x", "-"}) {
+        scene.model.setClass(scene.model.byId("f"), odd);
+        std::string const collections =
+            std::string("<Property a='*/") + odd + "'/><Property a='*/querySubject'/></Metadata>";
+        char const* const others = R"(<folder ID="n"><querySubject ID="q2"/>)"
+                                   R"(<querySubject ID="q3"/><folder ID="inner"/></folder>)";
+        EXPECT_EQ(scene.ask("<Metadata><Property a='*/@ID'/>" + collections), others) << odd;
+        // With a path every object has an attribute; this one is left out all the same.
+        EXPECT_EQ(scene.ask("<Metadata Depth='2'><Property a='*/@_path'/>" + collections),
+                  R"(<folder _path="[Sales]"><querySubject _path="[Sales].[A]b]"/>)"
+                  R"(<querySubject _path="[Sales].[]"/>)"
+                  R"(<folder _path="[Sales].[Inner]"/></folder>)")
+            << odd;
+    }
+}
+
+TEST_F(Tree, IsEmptyWhenTheStartsClassIsNoXmlName) {
+    scene.model.setClass(scene.model.byId("f"), "a b");
+    EXPECT_EQ(scene.ask("<Metadata start_at='[Sales].[Facts]'><Property a='*/@ID'/>"
+                        "<Property a='*/a b'/><Property a='*/querySubject'/></Metadata>"),
+              "");
+}
+
+TEST_F(Tree, LeavesOutWhatHasNoXmlNameAsAClassWhetherItIsIncludedOrNot) {
+    ProviderScene own(R"(<model><namespace id="n" name="N"><folder id="f" name="F">
+        <querySubject id="q" name="Q"/></folder></namespace><securityViews>
+        <securityView id="v"><set kind="included"><item>n</item><item>q</item></set></securityView>
+        </securityViews></model>)",
+                      "/content/m");
+    own.session.setViews({"v"});
+    std::string const request = "<Metadata><Property a='*/@_path'/><Property a='*/folder'/>"
+                                "<Property a='*/odd class'/><Property a='*/querySubject'/>"
+                                "</Metadata>";
+    EXPECT_EQ(own.ask(request),
+              R"(<folder _path="[N]"><querySubject _path="[N].[F].[Q]"/></folder>)");
+    own.model.setClass(own.model.byId("f"), "odd class");
+    EXPECT_EQ(own.ask(request), R"(<folder _path="[N]"/>)");
+}
+
 TEST_F(Tree, WritesEachOfTheObjectsGivenInTheirOrder) {
     RequestParts parts(scene, "<Metadata Depth='7'><Property a='*/@ID'/>"
                               "<Property a='*/queryItem'/></Metadata>");
@@ -166,6 +208,40 @@ TEST_F(Tree, RefusesToGoPastTheLastLevel) {
     EXPECT_EQ(parts.response.resultText(), R"(<querySubject ID="q2"/>)");
     expectFailure([&] { writeAt(1025); }, 1444379514, "VexMDMaProvider", 0,
                   "VexMDMaProvider::GetRequestedElementTreeAtLevel", {"[the path]"});
+}
+
+TEST_F(Tree, WritesASingleObjectPastTheLastLevelButNotItsMembers) {
+    for (int const level : {1025, std::numeric_limits<int>::max()}) {
+        RequestParts parts(scene, tree("", "<Property a='*/@ID'/>"));
+        auto const write = [&](char const* id) {
+            scene.provider.AddRequestedSubtreeAtLevel(
+                parts.helper, "querySubject", "[the path]", {}, 0, parts.locale, parts.result(),
+                scene.model.byId(id), parts.engine, parts.visibility, level, false, false, false);
+        };
+        write("q3");
+        EXPECT_EQ(parts.response.resultText(), R"(<querySubject ID="q3"/>)");
+        expectFailure([&] { write("q2"); }, 1444379514, "VexMDMaProvider", 0,
+                      "VexMDMaProvider::GetRequestedElementTreeAtLevel", {"[the path]"});
+        EXPECT_EQ(parts.response.resultText(), R"(<querySubject ID="q3"/><querySubject ID="q2"/>)");
+    }
+}
+
+TEST_F(Tree, NamesAnObjectAfterItsOwnClassWhateverItIsSaidToBe) {
+    char const* const wanted = R"(<querySubject _path="[above].[A]b]" _ref="[A]b]">)"
+                               R"(<queryItem _path="[above].[A]b].[C]" _ref="[A]b].[C]"/>)"
+                               R"(</querySubject>)";
+    for (char const* const said : {"folder", "queryItem", "namespace", "unknown", ""}) {
+        RequestParts parts(scene, tree("", "<Property a='*/@_path'/><Property a='*/@_ref'/>"));
+        Vex_Handle_Collection objects = scene.model.byIds({"q2"});
+        scene.provider.AddRequestedSubtreeAtLevel(
+            parts.helper, said, "[above]", {}, 0, parts.locale, parts.result(), objects[0],
+            parts.engine, parts.visibility, 2, false, false, false);
+        EXPECT_EQ(parts.response.resultText(), wanted) << said;
+        scene.provider.GetRequestedElementTreeAtLevel(
+            parts.helper, said, "[above]", {}, 0, parts.locale, parts.result(), objects,
+            parts.engine, parts.visibility, 2, false, false, false);
+        EXPECT_EQ(parts.response.resultText(), std::string(wanted) + wanted) << said;
+    }
 }
 
 TEST_F(Tree, KeepsWhatIsWrittenWhenTheHostFails) {
