@@ -1,30 +1,10 @@
 #include "tests/plugin/PluginCase.h"
+#include "tests/support/Casts.h"
 #include "tests/support/ExpectFailure.h"
 
 #include <gtest/gtest.h>
 
 namespace {
-
-// Holds something for every road of the output: folders, a namespace that is
-// not included, a shortcut, collections two levels down.
-char const wideModel[] = R"(
-    <model id="m" defaultLocale="en">
-      <locales><locale>en</locale></locales>
-      <namespace id="n" name="Sales">
-        <folder id="f" name="Facts"><querySubject id="q" name="Orders">
-          <queryItem id="i" name="Quantity"/></querySubject></folder>
-        <namespace id="h" name="Hidden"><querySubject id="p" name="Parts"/></namespace>
-        <shortcut id="s" name="Again" refobj="[Sales].[Orders]"/>
-      </namespace>
-      <securityViews>
-        <securityView id="v"><set kind="included">
-          <item>n</item><item>f</item><item>q</item><item>i</item><item>p</item><item>s</item>
-        </set></securityView>
-        <securityView id="r" roleBased="true"><member roleId="clerk"/><set kind="included">
-          <item>n</item><item>f</item><item>q</item><item>i</item><item>p</item><item>s</item>
-        </set></securityView>
-      </securityViews>
-    </model>)";
 
 // One wide request, answered into a fresh response.
 std::string ask(PluginCase& on) {
@@ -47,12 +27,12 @@ std::string ask(PluginCase& on) {
 } // namespace
 
 TEST(HostFailures, WhateverCallRaisesComesOutAndTheNextRequestIsAnswered) {
-    PluginCase undisturbed(wideModel);
+    PluginCase undisturbed(casts::shopOfAllRoads());
     std::string const answer = ask(undisturbed);
     int const calls = undisturbed.model.calls().total();
     EXPECT_NE(answer.find("Quantity"), std::string::npos);
     ASSERT_GT(calls, 100);
-    PluginCase on(wideModel);
+    PluginCase on(casts::shopOfAllRoads());
     for (int nth = 1; nth <= calls; ++nth) {
         // A session that starts afresh makes the same calls every time.
         on.notify(VexNotification::ModelReloaded);
@@ -64,7 +44,7 @@ TEST(HostFailures, WhateverCallRaisesComesOutAndTheNextRequestIsAnswered) {
 }
 
 TEST(HostFailures, AnElementLimitComesOutAndTheNextRequestIsAnswered) {
-    PluginCase on(wideModel);
+    PluginCase on(casts::shopOfAllRoads());
     std::string const answer = ask(on);
     KRLIDOM_Limits limits;
     limits.elements = 2;

@@ -4,6 +4,7 @@
 #include "VexObject.h"
 #include "tests/plugin/PluginCase.h"
 #include "tests/plugin/TestModels.h"
+#include "tests/support/Casts.h"
 #include "tests/support/ExpectFailure.h"
 
 #include <gtest/gtest.h>
@@ -90,14 +91,7 @@ Lines reportsOf(std::string const& model, std::string const& request,
 
 std::string const allNames = requestFor(std::string(names) + everything);
 
-constexpr char const* nested = R"(<model id="m"><namespace id="n" name="Sales">
-    <folder id="f" name="Facts"><querySubject id="q" name="Orders">
-      <queryItem id="i" name="Total"/></querySubject></folder>
-    <filter id="x"><filter id="inner" name="Inner"/></filter>
-    <shortcut id="s" name="Again" refobj="[Sales].[Orders]"/>
-    <shortcut id="none" name="Nothing"/></namespace>
-    <securityViews><securityView id="v"><set kind="included"><item>n</item><item>q</item>
-      </set></securityView></securityViews></model>)";
+std::string const nested = casts::shopOfAllEnds(casts::views(casts::view("v", {"n", "q"})));
 
 std::string const asMembers =
     requestFor(R"(<Property name="*/@_path"/><Property name="*/@name"/>)"
@@ -120,7 +114,7 @@ TEST(TreeExplanation, ReportsWhatIsWrittenBeforeItsMembers) {
 TEST(TreeExplanation, ReportsWhatIsNotIncludedAndItsMembersAsLifted) {
     EXPECT_EQ(reportsOf(nested, requestFor(std::string(names) + everything), "/content/m"),
               (Lines{"n written below", "f not-included lifted in n", "q written below in f",
-                     "i not-included lifted in q", "x without-attributes left-out in n",
+                     "i not-included lifted in q", "nameless without-attributes left-out in n",
                      "s written below in n to q", "none nothing left-out in n"}));
 }
 
@@ -150,10 +144,7 @@ TEST(TreeExplanation, ReportsNothingAboutTheMembersOfWhatHasNoAttributes) {
 }
 
 TEST(TreeExplanation, ReportsTheTargetOfAShortcutAndWhatIsReachedThroughIt) {
-    EXPECT_EQ(reportsOf(R"(<model id="m"><namespace id="n" name="A">
-                            <querySubject id="q" name="Q"><queryItem id="i" name="I"/>
-                            </querySubject>
-                            <shortcut id="s" name="S" refobj="[A].[Q]"/></namespace></model>)",
+    EXPECT_EQ(reportsOf(casts::shop(),
                         requestFor(std::string(names) + R"(<Property name="*/queryItem"/>)")),
               (Lines{"n written below", "s written below in n to q",
                      "i written below in s behind s untested"}));
@@ -183,7 +174,7 @@ TEST(TreeExplanation, ReportsWhereTheDepthEnds) {
     EXPECT_EQ(reportsOf(nested, requestFor(std::string(names) + everything, R"(Depth="2")"),
                         "/content/m"),
               (Lines{"n written below", "f not-included lifted in n", "q written past-depth in f",
-                     "x without-attributes left-out in n", "s written past-depth in n to q",
+                     "nameless without-attributes left-out in n", "s written past-depth in n to q",
                      "none nothing left-out in n"}));
 }
 

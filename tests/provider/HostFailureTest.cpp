@@ -3,30 +3,18 @@
 
 #include "KRLException.h"
 #include "tests/provider/ProviderScene.h"
+#include "tests/support/Casts.h"
 
 #include <gtest/gtest.h>
 
 namespace {
-
-constexpr char Model[] = R"(
-<model id="m" defaultLocale="en"><locales><locale>en</locale><locale>de</locale></locales>
-  <namespace id="n" name="Sales">
-    <folder id="f" name="Facts">
-      <querySubject id="q" name="Orders"><queryItem id="i" name="Quantity"/></querySubject>
-    </folder>
-    <shortcut id="s" name="Link" refobj="[Sales].[Orders]"/>
-    <namespace id="hidden" name="Hidden"><filter id="x" name="Open"/></namespace>
-  </namespace>
-  <securityViews><securityView id="v"><set kind="included"><item>n</item><item>q</item>
-    <item>i</item><item>x</item></set></securityView></securityViews>
-</model>)";
 
 constexpr char Asked[] = "<Property a='*/@_path'/><Property a='*/@_ref'/><Property a='*/folder'/>"
                          "<Property a='*/querySubject'/><Property a='*/queryItem'/>"
                          "<Property a='*/filter'/><Property a='/@supportedLocales'/></Metadata>";
 
 struct FailingScene : ProviderScene {
-    FailingScene() : ProviderScene(Model, "/content/m") {
+    FailingScene() : ProviderScene(casts::shopOfAllRoads(), "/content/m") {
         session.setViews({"v"});
         session.setRoles({"clerk"});
     }
@@ -62,9 +50,9 @@ TEST(ResponseLimit, PassesAndKeepsWhatIsWritten) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Requests, HostFailure,
-                         testing::Values("", "start_at='[Sales].[Link]'",
+                         testing::Values("", "start_at='[Sales].[Again]'",
                                          "start_at='[Sales].[Facts].[Orders].[Quantity]'",
                                          "start_atRef='[Hidden].[Open]'",
-                                         "start_atRef='[Sales].[Link].[Quantity]'"));
+                                         "start_atRef='[Sales].[Again].[Quantity]'"));
 
 } // namespace

@@ -1,6 +1,7 @@
 // From a request's parts to what is done about it.
 
 #include "tests/provider/ProviderScene.h"
+#include "tests/support/Casts.h"
 
 #include <gtest/gtest.h>
 
@@ -160,9 +161,7 @@ TEST(RequestEntry, ClampsADepthBeyondAnInt) {
 }
 
 TEST(RequestEntry, ReadsTheAuthoringLocaleWithoutUsingIt) {
-    ProviderScene scene(
-        R"(<model><namespace id="n"><property name="name" locale="en">Sales</property>
-        <property name="name" locale="de">Vertrieb</property></namespace></model>)");
+    ProviderScene scene(casts::bilingualShop);
     EXPECT_EQ(scene.ask(nameOf("authoringLocale='de'")), StartAlone);
     EXPECT_EQ(scene.ask(nameOf("xml:lang='de'")), StartAlone);
 }

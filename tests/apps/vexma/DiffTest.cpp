@@ -1,4 +1,5 @@
 #include "tests/apps/vexma/SampleRun.h"
+#include "tests/support/Casts.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
@@ -26,9 +27,7 @@ protected:
           <queryItem id="i4" name="Paid"/>
           <queryItem name="Note" format="html"/>)",
                                               "<item>i1</item><item>i9</item><item>i4</item>"));
-        m_folder.Write("m.catalog.xml", R"(<catalog>
-          <model path="/content/m" file="old.model.xml"><grant role="clerk" view="v"/></model>
-          <user name="carl"><role>clerk</role></user></catalog>)");
+        m_folder.Write("m.catalog.xml", casts::catalogue({"v"}, "old.model.xml"));
     }
 
     static std::string Model(std::string const& items, std::string const& included) {
@@ -120,24 +119,15 @@ TEST(Diff, ComparesTwoLanguages) {
 
 TEST(Diff, TellsThatShortcutsStillShowWhatIsGoneFromItsPlace) {
     ToolFolder folder;
-    std::string const model = R"(<model defaultLocale="en"><namespace id="n" name="Sales">
-        <querySubject id="q" name="Orders"><queryItem id="i" name="Total"/></querySubject>
-        <shortcut id="s" name="Again" refobj="[Sales].[Orders]"/></namespace>
-        <securityViews>
-        <securityView id="v1"><set kind="included"><item>n</item><item>q</item><item>i</item></set>
-        </securityView>
-        <securityView id="v2"><set kind="included"><item>n</item><item>q</item></set></securityView>
-        </securityViews></model>)";
-    folder.Write("m.model.xml", model);
-    folder.Write("m.catalog.xml", R"(<catalog>
-        <model path="/content/m" file="m.model.xml">
-        <grant role="r" view="v1"/><grant role="r" view="v2"/></model>
-        <user name="u"><role>r</role></user></catalog>)");
+    folder.Write("m.model.xml", casts::shop(casts::views(casts::view("v1", {"n", "q", "i"}) +
+                                                         casts::view("v2", {"n", "q"}))));
+    folder.Write("m.catalog.xml", casts::catalogue({"v1", "v2"}));
     ToolResult const result =
-        folder.Run({"diff", "--catalog", "m.catalog.xml", "--model", "/content/m", "--user", "u",
+        folder.Run({"diff", "--catalog", "m.catalog.xml", "--model", "/content/m", "--user", "carl",
                     "--view", "v1", "--other-view", "v2"});
-    EXPECT_THAT(result.out, HasSubstr("queryItem \"Total\" (i)  (still shown behind a shortcut)\n"
-                                      "0 appear, 1 disappear"));
+    EXPECT_THAT(result.out,
+                HasSubstr("queryItem \"Quantity\" (i)  (still shown behind a shortcut)\n"
+                          "0 appear, 1 disappear"));
 }
 
 TEST(Diff, IsRefusedWhenOneSideIs) {

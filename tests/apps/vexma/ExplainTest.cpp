@@ -1,4 +1,5 @@
 #include "tests/apps/vexma/SampleRun.h"
+#include "tests/support/Casts.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
@@ -71,14 +72,12 @@ TEST(Explain, TellsThatAnObjectOutsideOfAllNamespacesIsInNoTree) {
 
 TEST(Explain, TellsThatTheStartIsShownInAnyCase) {
     ToolFolder folder;
-    folder.Write("start.model.xml", R"(<model><namespace id="n" name="Start"/>
+    folder.Write("m.model.xml", R"(<model><namespace id="n" name="Start"/>
         <securityViews><securityView id="v1" name="Clerks"><set kind="included"><item>x</item></set>
         </securityView></securityViews></model>)");
-    folder.Write("start.catalog.xml", R"(<catalog>
-        <model path="/content/start" file="start.model.xml"><grant role="r" view="v1"/></model>
-        <user name="u"><role>r</role></user></catalog>)");
-    ToolResult const result = folder.Run({"explain", "--catalog", "start.catalog.xml", "--model",
-                                          "/content/start", "--user", "u", "n"});
+    folder.Write("m.catalog.xml", casts::catalogue({"v1"}));
+    ToolResult const result = folder.Run(
+        {"explain", "--catalog", "m.catalog.xml", "--model", "/content/m", "--user", "carl", "n"});
     EXPECT_EQ(result.out, R"(namespace "Start" (n)
   hidden: not among the included objects of the views in force (v1 Clerks)
   in the tree: shown because it is the start of a tree, though it is not accessible

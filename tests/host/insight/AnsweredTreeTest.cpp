@@ -4,6 +4,7 @@
 #include "host/import/xml/ModelLoader.h"
 #include "host/insight/ObjectText.h"
 #include "host/store/image/HostException.h"
+#include "tests/support/Casts.h"
 
 #include <gtest/gtest.h>
 
@@ -13,15 +14,7 @@ using vex::AnsweredObject;
 using vex::ObjectFate;
 
 std::shared_ptr<vex::Model const> const& model() {
-    static auto const loaded = vex::loadModelText(R"(<model defaultLocale="en">
-      <namespace id="n" name="Sales">
-        <folder id="f" name="Facts"><querySubject id="q" name="Orders">
-          <queryItem id="i" name="Total"/></querySubject></folder>
-        <filter id="nameless"><filter id="inner" name="Inner"/></filter>
-        <shortcut id="s" name="Again" refobj="[Sales].[Orders]"/>
-        <shortcut id="none" name="Nothing"/>
-      </namespace></model>)",
-                                                  "m.model.xml");
+    static auto const loaded = vex::loadModelText(casts::shopOfAllEnds(), "m.model.xml");
     return loaded;
 }
 

@@ -2,6 +2,7 @@
 
 #include "host/import/xml/ModelLoader.h"
 #include "tests/host/insight/HandMadeTree.h"
+#include "tests/support/Casts.h"
 
 #include <gtest/gtest.h>
 
@@ -11,15 +12,9 @@ using vex::MetObject;
 using vex::ObjectFate;
 
 std::shared_ptr<vex::Model const> const& model() {
-    static auto const loaded = vex::loadModelText(R"(<model defaultLocale="en">
-      <namespace id="n" name="Sales">
-        <folder id="f" name="Facts"><querySubject id="q" name="Orders">
-          <queryItem id="i" name="Total"/></querySubject></folder>
-        <filter id="nameless"><filter id="inner" name="Inner"/></filter>
-        <shortcut id="s" name="Again" refobj="[Sales].[Orders]"/>
-      </namespace>
+    static auto const loaded = vex::loadModelText(casts::shopOfAllEnds(R"(
       <namespace id="n2" name="Sales"><folder id="f2" name="Lost"/></namespace>
-      <dataSource id="d" name="Store"/></model>)",
+      <dataSource id="d" name="Store"/>)"),
                                                   "m.model.xml");
     return loaded;
 }

@@ -1,6 +1,7 @@
 #include "host/insight/Verification.h"
 
 #include "host/import/xml/ModelLoader.h"
+#include "tests/support/Casts.h"
 
 #include <gtest/gtest.h>
 
@@ -41,12 +42,7 @@ TEST(Verification, IsCleanWhenTreesAndCheckAreBothRefused) {
 }
 
 TEST(Verification, TellsWhatACheckFoundByWhatObjectsAreKnownBy) {
-    auto const model = vex::loadModelText(R"(<model defaultLocale="en"><locales>
-      <locale>en</locale><locale>de</locale></locales><namespace id="n" name="Sales">
-      <folder id="f"><property name="name" locale="en">Facts</property>
-      <property name="name" locale="de">Fakten</property></folder>
-      <filter name="Open"/></namespace></model>)",
-                                          "m.model.xml");
+    auto const model = vex::loadModelText(casts::bilingualShop, "m.model.xml");
     VEX_HANDLE const folder = model->findById("f");
     VEX_HANDLE const filter = model->GetObjectByReference("[Sales].[Open]", 0);
     vex::TreeCheck check;

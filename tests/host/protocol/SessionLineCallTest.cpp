@@ -59,13 +59,13 @@ TEST_F(SessionLineCall, MakesEachKindOfValueInOrder) {
         ASSERT_EQ(in.size(), 5U);
         EXPECT_EQ(static_cast<long>(in[0]), -4);
         EXPECT_EQ(*static_cast<I18NString*>(in[1]), I18NString::fromUtf8("\xC3\xBC"));
-        EXPECT_EQ(static_cast<VEX_HANDLE>(in[2]), m_session.getModel()->findById("q1"));
+        EXPECT_EQ(static_cast<VEX_HANDLE>(in[2]), m_session.getModel()->findById("q"));
         EXPECT_EQ(KRLIDOM_Writer::toUtf8(*static_cast<KRLIDOM_Node*>(in[3])), "<a b=\"c\"/>");
         EXPECT_EQ(in[4].GetType(), VexVariant::Empty);
     };
     act({{Kind::Long, -4, ""},
          {Kind::String, 0, "\xC3\xBC"},
-         {Kind::Handle, 0, "q1"},
+         {Kind::Handle, 0, "q"},
          {Kind::Node, 0, "<a b='c'/>"},
          {Kind::Empty, 0, ""}});
     EXPECT_EQ(m_called, 1);
@@ -73,7 +73,7 @@ TEST_F(SessionLineCall, MakesEachKindOfValueInOrder) {
 
 TEST_F(SessionLineCall, FindsAHandleByItsReferenceToo) {
     m_seen = [this](VexVariant const&, VexParams const& in) {
-        EXPECT_EQ(static_cast<VEX_HANDLE>(in[0]), m_session.getModel()->findById("q1"));
+        EXPECT_EQ(static_cast<VEX_HANDLE>(in[0]), m_session.getModel()->findById("q"));
     };
     act({{Kind::Handle, 0, "[Sales].[Orders]"}});
     EXPECT_EQ(m_called, 1);
@@ -88,7 +88,7 @@ TEST_F(SessionLineCall, TellsTheCodeTheResponseAndWhatWasAppended) {
     m_outcome.appended = {VexVariant(7L),
                           VexVariant(&text),
                           VexVariant(static_cast<I18NString*>(nullptr)),
-                          VexVariant(m_session.getModel()->findById("q1")),
+                          VexVariant(m_session.getModel()->findById("q")),
                           VexVariant(VEX_HANDLE()),
                           VexVariant(&node),
                           pointer,
@@ -99,7 +99,7 @@ TEST_F(SessionLineCall, TellsTheCodeTheResponseAndWhatWasAppended) {
     EXPECT_EQ(reply.appended, (std::vector<SessionValue>{{Kind::Long, 7, ""},
                                                          {Kind::String, 0, "said"},
                                                          {Kind::String, 0, ""},
-                                                         {Kind::Handle, 0, "q1"},
+                                                         {Kind::Handle, 0, "q"},
                                                          {Kind::Handle, 0, ""},
                                                          {Kind::Node, 0, ""},
                                                          {Kind::Node, 0, ""},

@@ -69,10 +69,10 @@ TEST(HostSession, HandsOutOneLocaleForOneName) {
 
 TEST(HostSession, FindsObjectsByIdAndByReference) {
     HostSession const session(smallModel(), I18NLocale(), nullptr, nullptr);
-    VEX_HANDLE const orders = session.findObject("q1");
+    VEX_HANDLE const orders = session.findObject("q");
     I18NString id;
     EXPECT_TRUE(VexObject(orders).GetId(id));
-    EXPECT_EQ(id, "q1");
+    EXPECT_EQ(id, "q");
     EXPECT_TRUE(session.findObject("[Sales].[Orders]") == orders);
 }
 

@@ -26,7 +26,7 @@ protected:
 
     void explain(char const* modelPath, bool skipViewLists = false) {
         Vex_Handle_Collection objects;
-        objects.push_back(m_session.findObject("q1"));
+        objects.push_back(m_session.findObject("q"));
         m_plugin.explainAccess(m_session, modelPath, objects, skipViewLists, m_explanation);
     }
     PluginFault FaultOf(char const* modelPath) {

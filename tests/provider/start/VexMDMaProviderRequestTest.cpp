@@ -1,6 +1,7 @@
 // From a start path to the object that it names.
 
 #include "tests/provider/ProviderScene.h"
+#include "tests/support/Casts.h"
 
 #include <gtest/gtest.h>
 
@@ -68,9 +69,7 @@ TEST_F(StartPathWalk, FindsANameOnEachLevel) {
 }
 
 TEST_F(StartPathWalk, ReadsTheRootNamespacesNameInTheRequestsLocale) {
-    ProviderScene own(
-        R"(<model><namespace id="n"><property name="name" locale="de">Vertrieb</property>
-        <property name="name" locale="en">Sales</property></namespace></model>)");
+    ProviderScene own(casts::bilingualShop);
     own.session.setLocale("de");
     EXPECT_EQ(own.ask("<Metadata><Property a='./@_path'/></Metadata>"),
               R"(<folder _path="[Vertrieb]"/>)");

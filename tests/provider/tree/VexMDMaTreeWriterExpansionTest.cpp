@@ -1,6 +1,7 @@
 // How far shortcuts are expanded, and what is handed through them.
 
 #include "tests/provider/ProviderScene.h"
+#include "tests/support/Casts.h"
 
 #include <gtest/gtest.h>
 
@@ -20,10 +21,6 @@ constexpr char Loop[] =
 constexpr char Mutual[] = R"(<model><namespace name="Root">
     <namespace name="A"><shortcut name="toB" refobj="[B]"/></namespace>
     <namespace name="B"><shortcut name="toA" refobj="[A]"/></namespace></namespace></model>)";
-
-constexpr char Plain[] = R"(<model><namespace id="n" name="Sales">
-    <querySubject id="q" name="Orders"><queryItem name="Quantity"/></querySubject>
-    <shortcut id="s" name="Again" refobj="[Sales].[Orders]"/></namespace></model>)";
 
 TEST(ShortcutExpansion, EndsWhereAShortcutIsMetInsideItself) {
     EXPECT_EQ(names(Loop), R"(<folder name="Sales"><folder name="Loop"><folder name="Loop"/>)"
@@ -81,16 +78,16 @@ TEST(ShortcutExpansion, IsRefusedPastTheLastLevel) {
 }
 
 TEST(ShortcutExpansion, WritesMembersByDepth) {
-    EXPECT_EQ(names(Plain, "Depth='2'"),
+    EXPECT_EQ(names(casts::shop(), "Depth='2'"),
               R"(<folder name="Sales"><querySubject name="Orders"/><querySubject name="Again"/>)"
               R"(</folder>)");
     std::string const whole = R"(<querySubject name="Again"><queryItem name="Quantity"/>)"
                               R"(</querySubject>)";
-    EXPECT_EQ(names(Plain, "start_at='[Sales].[Again]' Depth='2'"), whole);
-    EXPECT_EQ(names(Plain, "start_at='[Sales].[Again]' Depth='0'"), whole);
-    EXPECT_EQ(names(Plain, "start_at='[Sales].[Again]' Depth='1'"),
+    EXPECT_EQ(names(casts::shop(), "start_at='[Sales].[Again]' Depth='2'"), whole);
+    EXPECT_EQ(names(casts::shop(), "start_at='[Sales].[Again]' Depth='0'"), whole);
+    EXPECT_EQ(names(casts::shop(), "start_at='[Sales].[Again]' Depth='1'"),
               R"(<querySubject name="Again"/>)");
-    EXPECT_EQ(names(Plain, "start_at='[Sales].[Again]' Depth='-1'"),
+    EXPECT_EQ(names(casts::shop(), "start_at='[Sales].[Again]' Depth='-1'"),
               R"(<querySubject name="Again"/>)");
 }
 
@@ -122,7 +119,7 @@ protected:
         return sortedText(element);
     }
 
-    ProviderScene scene{Plain};
+    ProviderScene scene{casts::shop()};
     VexMDMaPath const inSales{{"Sales", "namespace"}};
 };
 
