@@ -1,5 +1,7 @@
 #include "tests/naive/ModelGenerator.h"
 
+#include "tests/naive/OddContent.h"
+
 #include <algorithm>
 #include <functional>
 
@@ -20,6 +22,7 @@ struct Draft {
     std::vector<std::pair<std::string, std::string>> attributes;
     std::vector<PropertyDraft> properties;
     std::vector<std::unique_ptr<Draft>> children;
+    std::vector<std::string> between; // odd content before each child, and at the end
 };
 
 std::vector<std::string> const namePool = {"Sales", "A",    "B",     "C",   "Orders",     "Margin",
@@ -28,8 +31,9 @@ std::vector<std::string> const namePool = {"Sales", "A",    "B",     "C",   "Ord
 
 class ModelDrafter {
 public:
-    ModelDrafter(Random& random, int objects)
-        : m_random(random), m_left(random.between(std::min(8, objects), objects)) {
+    ModelDrafter(Random& random, int objects, bool isOdd)
+        : m_random(random), m_odd(random), m_isOdd(isOdd),
+          m_left(random.between(std::min(8, objects), objects)) {
         int const names = m_random.between(3, 8);
         for (int i = 0; i < names; ++i) {
             m_names.push_back(m_random.pick(namePool));
@@ -48,6 +52,7 @@ private:
     std::string anyName();
     void describe(Draft& draft);
     void fill(Draft& parent, int depth);
+    void makeOdd(Draft& draft);
     std::string childClass(std::string const& parent);
     void aimShortcuts(Draft& root);
     std::string target(PlainModel const& model, Handle shortcut);
@@ -55,9 +60,12 @@ private:
     std::string views(PlainModel const& model);
     std::string set(Texts const& ids);
     std::string printed(Draft const& draft) const;
+    std::string printedMembers(Draft const& draft) const;
     std::string document(Draft const& root, std::string const& views) const;
 
     Random& m_random;
+    OddContent m_odd;
+    bool m_isOdd;
     int m_left;
     int m_shortcutsLeft;
     bool m_dangling;
@@ -141,6 +149,9 @@ void ModelDrafter::describe(Draft& draft) {
 }
 
 std::string ModelDrafter::childClass(std::string const& parent) {
+    if (m_isOdd && m_random.chance(40)) {
+        return m_odd.cls();
+    }
     static std::vector<std::string> const classes = {
         "namespace", "folder",      "querySubject", "queryItemFolder", "queryItem",
         "filter",    "calculation", "shortcut",     "relationship",    "queryItem"};
@@ -163,7 +174,7 @@ std::string ModelDrafter::childClass(std::string const& parent) {
 void ModelDrafter::fill(Draft& parent, int depth) {
     bool const container = parent.cls == "namespace" || parent.cls == "folder" ||
                            parent.cls == "querySubject" || parent.cls == "queryItemFolder";
-    if (depth > 6 || !(container || m_random.chance(4))) {
+    if (depth > 6 || !(container || m_isOdd || m_random.chance(4))) {
         return;
     }
     int const count = m_random.between(parent.cls == "namespace" ? 3 : 1, 6);
@@ -183,6 +194,22 @@ void ModelDrafter::fill(Draft& parent, int depth) {
     }
     for (auto const& child : parent.children) {
         fill(*child, depth + 1);
+    }
+}
+
+void ModelDrafter::makeOdd(Draft& draft) {
+    std::set<std::string> taken;
+    for (PropertyDraft const& property : draft.properties) {
+        taken.insert(OddContent::key(property.name, property.locale));
+    }
+    for (std::size_t i = 0; i <= draft.children.size(); ++i) {
+        draft.between.push_back(m_odd.between(taken));
+    }
+    for (auto const& child : draft.children) {
+        for (auto const& each : m_odd.attributes()) {
+            child->attributes.push_back(each);
+        }
+        makeOdd(*child);
     }
 }
 
@@ -304,18 +331,20 @@ std::string ModelDrafter::printed(Draft const& draft) const {
         text +=
             property.nested ? "<property name=\"inner\">in</property></property>" : "</property>";
     }
+    return text + printedMembers(draft) + "</" + draft.cls + ">";
+}
+
+std::string ModelDrafter::printedMembers(Draft const& draft) const {
+    auto between = draft.between.begin();
+    std::string text;
     for (auto const& child : draft.children) {
-        text += printed(*child);
+        text += (m_isOdd ? *between++ : "") + printed(*child);
     }
-    return text + "</" + draft.cls + ">";
+    return text + (m_isOdd ? *between : "");
 }
 
 std::string ModelDrafter::document(Draft const& root, std::string const& views) const {
-    std::string text = m_head;
-    for (auto const& child : root.children) {
-        text += printed(*child);
-    }
-    return text + views + "</model>";
+    return m_head + printedMembers(root) + views + "</model>";
 }
 
 std::string ModelDrafter::draw() {
@@ -329,7 +358,7 @@ std::string ModelDrafter::draw() {
         m_head += "<locales>";
         for (char const* locale : {"en", "de", "de-AT", "ja", "fr"}) {
             if (m_random.chance(50)) {
-                m_head += std::string("<locale>") + locale + "</locale>";
+                m_head += std::string(m_isOdd ? "<locale> " : "<locale>") + locale + "</locale>";
             }
         }
         m_head += "</locales>";
@@ -346,6 +375,10 @@ std::string ModelDrafter::draw() {
         root.children.push_back(element("namespace"));
         fill(*root.children.back(), 1);
     }
+    if (m_isOdd) {
+        fill(root, 1);
+        makeOdd(root);
+    }
     aimShortcuts(root);
     return document(root, views(PlainModel(document(root, ""))));
 }
@@ -353,7 +386,11 @@ std::string ModelDrafter::draw() {
 } // namespace
 
 std::string generateModel(Random& random, int objects) {
-    return ModelDrafter(random, objects).draw();
+    return ModelDrafter(random, objects, false).draw();
+}
+
+std::string generateOddModel(Random& random, int objects) {
+    return ModelDrafter(random, objects, true).draw();
 }
 
 std::string generateCatalogue(Random& random) {

@@ -9,6 +9,10 @@ namespace naive {
 /// most.
 std::string generateModel(Random& random, int objects);
 
+/// The same with what documents may hold and no model needs: any class in any other, text between
+/// elements, properties in properties and several of one name, roles and classes of single objects.
+std::string generateOddModel(Random& random, int objects);
+
 /// A catalogue for such a model at "/content/m", and a second path, "/content/other".
 std::string generateCatalogue(Random& random);
 

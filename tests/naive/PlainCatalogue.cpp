@@ -40,22 +40,6 @@ PlainCatalogue::PlainCatalogue(std::string const& document) {
     }
 }
 
-Texts PlainCatalogue::modelPaths() const {
-    Texts paths;
-    for (Entry const& entry : m_entries) {
-        paths.push_back(entry.path);
-    }
-    return paths;
-}
-
-Texts PlainCatalogue::userNames() const {
-    Texts names;
-    for (User const& user : m_users) {
-        names.push_back(user.name);
-    }
-    return names;
-}
-
 Texts PlainCatalogue::rolesOf(Text const& user) const {
     for (User const& known : m_users) {
         if (known.name == user) {

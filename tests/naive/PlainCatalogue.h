@@ -21,9 +21,6 @@ class PlainCatalogue {
 public:
     explicit PlainCatalogue(std::string const& document);
 
-    Texts modelPaths() const;
-    Texts userNames() const;
-
     /// Nothing for a path that the catalogue lacks. The package's locale rule uses the default
     /// locale of the model.
     std::optional<SecuritySource> source(Text const& modelPath, Text const& user,

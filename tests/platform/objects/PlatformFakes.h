@@ -20,8 +20,9 @@ private:
     VexCustomDataStore m_store;
 };
 
-/// A model whose objects are all alike: id and name "x", no relations but to
-/// the first object.
+/// A model of any number of handles, up to all there are, and without memory for
+/// what they name: all objects are alike, with the id and name "x" and no relations
+/// but to the first one.
 class FakeModel : public VexObjectModel {
 public:
     explicit FakeModel(std::uint32_t count) { TakeHandles(count); }

@@ -1,9 +1,8 @@
 #include "VexObject.h"
 #include "host/import/xml/ModelLoader.h"
-#include "tests/naive/PlainModel.h"
+#include "tests/naive/ModelGenerator.h"
 
 #include <map>
-#include <random>
 #include <set>
 
 #include <gtest/gtest.h>
@@ -12,88 +11,6 @@ namespace {
 
 using naive::Handle;
 using naive::Text;
-
-/// Random model documents: few names and locales, so that they meet often.
-class DocumentMaker {
-public:
-    explicit DocumentMaker(unsigned seed) : m_random(seed) {}
-
-    std::string make() {
-        m_elementsLeft = 3 + below(40);
-        std::string text = "<model";
-        if (below(2) == 0) {
-            text += " defaultLocale='" + locale() + "'";
-        }
-        text += ">";
-        if (below(2) == 0) {
-            text += "<locales><locale>" + locale() + "</locale> <locale> de </locale></locales>";
-        }
-        return text + content(0) + "</model>";
-    }
-
-private:
-    unsigned below(unsigned count) { return static_cast<unsigned>(m_random() % count); }
-    template <std::size_t N> std::string pick(char const* const (&from)[N]) {
-        return from[below(N)];
-    }
-    std::string locale() { return pick({"en", "de", "de-at", "de_CH", "fr", "en_US"}); }
-    std::string name() { return pick({"name", "a", "b", "folder", "ID", "refobj", "text"}); }
-    std::string words() {
-        return pick({"", "", " ", "x", "Orders", " padded ", "a]b", "\u5C0F\U0001F600", "&lt;"});
-    }
-
-    std::string property(unsigned depth, std::set<std::string>& taken) {
-        std::string const key = name();
-        std::string text = "<property name='" + key + "'";
-        std::string const language = locale();
-        if (below(2) == 0 && taken.insert(key + language).second) {
-            text += " locale='" + language + "'";
-        }
-        if (below(4) == 0) {
-            text += " role='" + pick({"r", "s"}) + "'";
-        }
-        text += ">" + words();
-        std::set<std::string> inner;
-        for (unsigned i = depth < 3 && below(4) == 0 ? below(4) : 0; i > 0; --i) {
-            text += property(depth + 1, inner);
-        }
-        return text + words() + "</property>";
-    }
-
-    std::string element(unsigned depth) {
-        --m_elementsLeft;
-        std::string const tag = pick({"namespace", "folder", "queryItemFolder", "querySubject",
-                                      "queryItem", "shortcut", "a", "b", "model"});
-        std::string text = "<" + tag;
-        if (below(2) == 0) {
-            text += " id='i" + std::to_string(m_nextId++) + "'";
-        }
-        for (char const* const attribute : {"name", "ID", "role", "b", "class", "refobj"}) {
-            if (below(4) == 0) {
-                text += std::string(" ") + attribute + "='v" + words() + "'";
-            }
-        }
-        return text + ">" + content(depth + 1) + "</" + tag + ">";
-    }
-
-    std::string content(unsigned depth) {
-        std::string text;
-        std::set<std::string> taken;
-        for (unsigned i = below(8); i > 0; --i) {
-            if (below(2) == 0) {
-                text += property(0, taken);
-            } else if (m_elementsLeft > 0 && depth < 8) {
-                text += element(depth);
-            }
-            text += words();
-        }
-        return text;
-    }
-
-    std::mt19937 m_random;
-    unsigned m_elementsLeft = 0;
-    unsigned m_nextId = 0;
-};
 
 I18NString toString(Text const& text) {
     return I18NString(std::u16string_view(text));
@@ -253,7 +170,8 @@ TEST(ModelComparison, AnswersLikeAPlainTreeOnRandomModels) {
     std::size_t references = 0;
     for (unsigned seed = 1; seed <= 600; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
-        std::string const text = DocumentMaker(seed).make();
+        naive::Random random(seed);
+        std::string const text = naive::generateOddModel(random, 12);
         auto const model = vex::loadModelText(text, "random.model.xml");
         naive::PlainModel const plain(text);
         Comparison comparison(*model, plain);
