@@ -42,7 +42,8 @@ struct AccessReasons {
 ///
 /// Each call ends at the deadline of its limits, or when they say that it is
 /// cancelled. How it ended is part of its answer; it raises only what telling
-/// the plug-in about a new session raises.
+/// the plug-in about a new session raises, and `std::bad_alloc` where there is no
+/// memory for the answer itself.
 class Service {
 public:
     static constexpr std::size_t MostIdleSessions = 64;

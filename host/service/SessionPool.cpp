@@ -2,9 +2,11 @@
 
 #include "VexNotification.h"
 #include "VexTrace.h"
+#include "host/service/PluginException.h"
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 
 namespace vex {
 
@@ -25,7 +27,8 @@ SessionPool::SessionPool(std::shared_ptr<PluginProxy> plugin, std::size_t mostId
     : m_plugin(std::move(plugin)), m_mostIdle(mostIdle) {}
 
 SessionPool::~SessionPool() {
-    close(m_idle);
+    m_idle.splice(m_idle.end(), m_unclosed);
+    close(std::move(m_idle));
 }
 
 SessionPool::Loan SessionPool::take(Visit const& visit, SessionKind kind) {
@@ -53,6 +56,7 @@ void SessionPool::giveBack(Entries entry, bool isSpoilt) {
     Entries closing;
     {
         std::lock_guard const lock(m_mutex);
+        closing.splice(closing.end(), m_unclosed);
         (isSpoilt ? closing : m_idle).splice(isSpoilt ? closing.begin() : m_idle.begin(), entry);
         // What is left of models that were replaced would keep them loaded.
         for (auto at = m_idle.begin(); at != m_idle.end();) {
@@ -66,17 +70,39 @@ void SessionPool::giveBack(Entries entry, bool isSpoilt) {
             closing.splice(closing.end(), m_idle, std::prev(m_idle.end()));
         }
     }
-    close(closing);
+    close(std::move(closing));
 }
 
-void SessionPool::close(Entries const& entries) {
-    for (Entry const& entry : entries) {
-        try {
-            m_plugin->Notify(*entry.session, VexNotification::SessionClosed);
-        } catch (KRLException const& problem) {
-            OutputDebugString(problem.what()); // nobody waits for this
+// Called where nothing may be raised, and where memory may have ended.
+void SessionPool::close(Entries closing) {
+    Entries unclosed;
+    for (auto at = closing.begin(); at != closing.end();) {
+        auto const next = std::next(at);
+        if (!tellClosed(*at->session)) {
+            unclosed.splice(unclosed.end(), closing, at);
         }
+        at = next;
     }
+    std::lock_guard const lock(m_mutex);
+    m_unclosed.splice(m_unclosed.end(), unclosed);
+}
+
+// False when there was no memory for it: what the plug-in keeps for the session
+// would stay for good if it were not told once more.
+bool SessionPool::tellClosed(HostSession& session) const {
+    try {
+        m_plugin->Notify(session, VexNotification::SessionClosed);
+    } catch (PluginException const& broken) {
+        if (broken.getFault() == PluginFault::OutOfMemory) {
+            return false;
+        }
+        OutputDebugString(broken.what()); // nobody waits for this
+    } catch (KRLException const& problem) {
+        OutputDebugString(problem.what());
+    } catch (std::bad_alloc const&) { // none for the message either
+        return false;
+    }
+    return true;
 }
 
 std::size_t SessionPool::idleCount() const {

@@ -28,7 +28,7 @@ public:
     /// Keeps as many idle sessions as `mostIdle`; those that were idle longest
     /// go first.
     SessionPool(std::shared_ptr<PluginProxy> plugin, std::size_t mostIdle);
-    /// Closes the idle sessions. All others must have been given back.
+    /// Closes all sessions. Those in use must have been given back.
     ~SessionPool();
     SessionPool(SessionPool const&) = delete;
     SessionPool& operator=(SessionPool const&) = delete;
@@ -60,12 +60,14 @@ public:
 private:
     Entries open(Visit const& visit, SessionKind kind);
     void giveBack(Entries entry, bool isSpoilt);
-    void close(Entries const& entries);
+    void close(Entries closing);
+    bool tellClosed(HostSession& session) const;
 
     std::shared_ptr<PluginProxy> m_plugin;
     std::size_t m_mostIdle;
-    mutable std::mutex m_mutex; // guards m_idle
+    mutable std::mutex m_mutex; // guards the two lists
     Entries m_idle;             // the one given back last in front
+    Entries m_unclosed;         // memory ended their closing: closed with the next that is
 };
 
 } // namespace vex

@@ -2,23 +2,17 @@
 
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
+#include "VexAction.h"
 #include "VexNotification.h"
+#include "host/service/Service.h"
 #include "tests/faults/FaultModel.h"
 
 #include <new>
 
 namespace {
 
-constexpr long metadata = 31000;
-constexpr long accessibility = 32000;
-
-std::shared_ptr<vex::Catalogue const> const& catalogue() {
-    static std::shared_ptr<vex::Catalogue const> const read = [] {
-        vex::Diagnostics found;
-        return vex::readCatalogueText(faultCatalogue, "catalog.xml", ".", found);
-    }();
-    return read;
-}
+constexpr long metadata = VexAction::MetadataRequest;
+constexpr long accessibility = VexAction::AccessibilityRequest;
 
 } // namespace
 
@@ -29,11 +23,17 @@ FaultSession::~FaultSession() {
     notify(VexNotification::SessionClosed);
 }
 
-vex::PluginProxy& FaultSession::plugin() {
-    static vex::PluginProxy proxy(VEX_PLUGIN_FILE);
-    static bool const initialised = (proxy.Initialize(), true);
-    static_cast<void>(initialised);
-    return proxy;
+std::shared_ptr<vex::PluginProxy> const& FaultSession::sharedPlugin() {
+    static std::shared_ptr<vex::PluginProxy> const loaded = vex::loadPlugin(VEX_PLUGIN_FILE);
+    return loaded;
+}
+
+std::shared_ptr<vex::Catalogue const> const& FaultSession::catalogue() {
+    static std::shared_ptr<vex::Catalogue const> const read = [] {
+        vex::Diagnostics found;
+        return vex::readCatalogueText(faultCatalogue, "catalog.xml", ".", found);
+    }();
+    return read;
 }
 
 std::shared_ptr<vex::Model const> const& FaultSession::model() {

@@ -25,8 +25,10 @@ public:
     void notify(int kind);
 
     /// The plug-in of the whole program.
-    static vex::PluginProxy& plugin();
+    static std::shared_ptr<vex::PluginProxy> const& sharedPlugin();
+    static vex::PluginProxy& plugin() { return *sharedPlugin(); }
     static std::shared_ptr<vex::Model const> const& model();
+    static std::shared_ptr<vex::Catalogue const> const& catalogue();
 
 private:
     std::string call(long action, VexParams const& in);

@@ -6,6 +6,7 @@
 #include "tests/host/service/SmallModel.h"
 
 #include <cstring>
+#include <new>
 
 #include <gtest/gtest.h>
 
@@ -125,6 +126,20 @@ TEST_F(SessionPoolTest, ClosesASpoiltSession) {
     }
     EXPECT_EQ(pool.idleCount(), 0U);
     EXPECT_EQ(told.other, 1);
+}
+
+TEST_F(SessionPoolTest, ClosesASessionOnceMoreWhenThePluginHadNoMemoryForIt) {
+    SessionPool pool(m_plugin, 0);
+    VexSetTraceSink([](char const* text) {
+        if (std::strcmp(text, ruleBreaker::openedTrace) != 0) {
+            throw std::bad_alloc();
+        }
+    });
+    call(pool, visit("ann"));
+    VexSetTraceSink([](char const*) { ++told.other; });
+    EXPECT_EQ(pool.idleCount(), 0U);
+    { SessionPool::Loan const loan = pool.take(visit("ben"), SessionKind::Metadata); }
+    EXPECT_EQ(told.other, 3); // one is opened, and two are closed
 }
 
 TEST_F(SessionPoolTest, KeepsNoneWhenItIsToKeepNone) {
