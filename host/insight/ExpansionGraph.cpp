@@ -11,12 +11,13 @@ constexpr char const* targetProperty = "refobj";
 
 ExpansionGraph::ExpansionGraph(Model const& model)
     : m_model(model), m_children(model.elementCount()) {
-    m_numbers.reserve(model.elementCount());
+    std::unordered_map<VEX_HANDLE, Number> numbers;
+    numbers.reserve(model.elementCount());
     for (Number number = 0; number < model.elementCount(); ++number) {
         VEX_HANDLE const element = model.getElement(number);
-        m_numbers.emplace(element, number);
-        auto const parent = m_numbers.find(VexObject(element).GetParent());
-        if (parent != m_numbers.end()) {
+        numbers.emplace(element, number);
+        auto const parent = numbers.find(VexObject(element).GetParent());
+        if (parent != numbers.end()) {
             m_children[parent->second].push_back(number);
         }
     }
@@ -25,14 +26,14 @@ ExpansionGraph::ExpansionGraph(Model const& model)
         .getElementsByTagName(resources::getString(resources::Shortcut), found);
     I18NString const name(targetProperty);
     for (VEX_HANDLE const element : found) {
-        Shortcut shortcut{m_numbers.at(element), {}};
+        Shortcut shortcut{numbers.at(element), {}};
         Vex_Handle_Collection properties;
         VexObject(element).Properties(properties, &name, nullptr, false);
         for (VEX_HANDLE const property : properties) {
             I18NString reference;
             VexObject(property).GetValue(reference, true);
-            auto const target = m_numbers.find(model.GetObjectByReference(reference, 0));
-            if (target != m_numbers.end()) {
+            auto const target = numbers.find(model.GetObjectByReference(reference, 0));
+            if (target != numbers.end()) {
                 shortcut.targets.push_back(target->second);
             }
         }

@@ -16,8 +16,6 @@ public:
 
     std::size_t size() const { return m_children.size(); }
     VEX_HANDLE element(Number number) const { return m_model.getElement(number); }
-    /// Raises `std::out_of_range` for a handle that is no element of the model.
-    Number numberOf(VEX_HANDLE element) const { return m_numbers.at(element); }
 
     std::vector<Number> const& children(Number number) const { return m_children[number]; }
 
@@ -36,7 +34,6 @@ public:
 
 private:
     Model const& m_model;
-    std::unordered_map<VEX_HANDLE, Number> m_numbers;
     std::vector<std::vector<Number>> m_children;
     std::vector<Shortcut> m_shortcuts;
     std::unordered_map<Number, std::size_t> m_shortcutPlaces;

@@ -2,12 +2,11 @@
 
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
+#include "VexAction.h"
 #include "VexNotification.h"
 #include "host/content/FileContent.h"
-#include "host/service/ActionCall.h"
 #include "host/service/PluginException.h"
-#include "host/service/PluginProxy.h"
-#include "host/service/Visit.h"
+#include "host/service/Service.h"
 
 #include <atomic>
 #include <chrono>
@@ -31,10 +30,8 @@ constexpr char const* item =
     R"(<Metadata start_atRef="[Sales].[Orders again].[Quantity]"><Property name="*/@name"/></Metadata>)";
 
 vex::PluginProxy& plugin() {
-    static vex::PluginProxy proxy(VEX_PLUGIN_FILE);
-    static bool const initialised = (proxy.Initialize(), true);
-    static_cast<void>(initialised);
-    return proxy;
+    static std::shared_ptr<vex::PluginProxy> const loaded = vex::loadPlugin(VEX_PLUGIN_FILE);
+    return *loaded;
 }
 
 std::chrono::seconds duration() {
@@ -58,13 +55,14 @@ vex::ActionOutcome call(vex::HostSession& session, long action, VexVariant const
 std::string ask(vex::HostSession& session, char const* request) {
     vex::ActionValues values;
     vex::ActionOutcome const outcome =
-        call(session, 31000, values.node(KRLIDOM_Reader::parse(request, "request")), false);
+        call(session, VexAction::MetadataRequest,
+             values.node(KRLIDOM_Reader::parse(request, "request")), false);
     return outcome.text + KRLIDOM_Writer::toUtf8(outcome.response.document());
 }
 
 std::string askAccess(vex::HostSession& session) {
     vex::ActionOutcome const outcome =
-        call(session, 32000, VexVariant(session.findObject("i")), true);
+        call(session, VexAction::AccessibilityRequest, VexVariant(session.findObject("i")), true);
     return outcome.text + (outcome.appended.size() == 2
                                ? std::to_string(static_cast<long>(outcome.appended[1]))
                                : "");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KRLPluginCreator.h"
+#include "VexAction.h"
 #include "VexException.h"
 #include "VexNotification.h"
 #include "tests/support/TestDocument.h"
@@ -25,8 +26,8 @@ private:
 /// The plug-in as a host gets it from the factory, on one session.
 class PluginCase {
 public:
-    static constexpr long Metadata = 31000;
-    static constexpr long Accessibility = 32000;
+    static constexpr long Metadata = VexAction::MetadataRequest;
+    static constexpr long Accessibility = VexAction::AccessibilityRequest;
 
     explicit PluginCase(std::string const& model);
     /// Closes the session, so that nothing of the plug-in's stays behind.
