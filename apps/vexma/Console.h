@@ -14,6 +14,7 @@ enum ExitStatus : int {
     Refused = 1,    // the plug-in refused or raised, or a limit ended the call
     WrongUsage = 2, // of the command line
     Unreadable = 3, // a model, catalogue or request
+    Unfinished = 5, // a check that a limit or an interrupt ended
 };
 
 /// A buffered stream's way into a file descriptor, which it owns.

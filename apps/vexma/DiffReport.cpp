@@ -1,6 +1,7 @@
 #include "apps/vexma/DiffReport.h"
 
 #include "apps/vexma/Console.h"
+#include "apps/vexma/ExpansionNote.h"
 #include "apps/vexma/TextColours.h"
 #include "apps/vexma/TreeBranches.h"
 
@@ -70,6 +71,9 @@ void drawDifferences(std::ostream& out, Differences const& differences, bool col
     }
     out << differences.appear << " appear, " << differences.disappear << " disappear, "
         << differences.change << " change, " << differences.renamed << " of them renamed\n";
+    if (std::string const note = expansionNote(differences.notGoneIntoAgain); !note.empty()) {
+        out << printable(note, false) << '\n';
+    }
 }
 
 } // namespace vex

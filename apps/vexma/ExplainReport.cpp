@@ -1,18 +1,27 @@
 #include "apps/vexma/ExplainReport.h"
 
 #include "apps/vexma/Console.h"
+#include "apps/vexma/ExpansionNote.h"
+
+#include <algorithm>
 
 namespace vex {
 
 void writeExplanation(std::ostream& out, Explanation const& explanation) {
+    constexpr std::size_t mostWays = 20;
     auto const line = [&](char const* indent, std::string const& text) {
         out << indent << printable(text, false) << '\n';
     };
     for (ToldObject const& object : explanation.objects) {
         line("", describeObject(object.label));
         line("  ", object.verdict);
-        for (std::string const& sentence : object.tree) {
-            line("  in the tree: ", sentence);
+        std::size_t const shown = std::min(mostWays, object.tree.size());
+        for (std::size_t number = 0; number < shown; ++number) {
+            line("  in the tree: ", object.tree[number]);
+        }
+        if (shown < object.tree.size()) {
+            line("  ",
+                 "and " + std::to_string(object.tree.size() - shown) + " more; --json has them");
         }
         for (ToldMention const& mention : object.mentions) {
             line("  ", mention.text);
@@ -23,6 +32,10 @@ void writeExplanation(std::ostream& out, Explanation const& explanation) {
                                       : "the views of the model, for this user:\n");
     for (ToldView const& view : explanation.views) {
         line("  ", view.title + ": " + view.part);
+    }
+    if (std::string const note = expansionNote(explanation.notGoneIntoAgain); !note.empty()) {
+        out << '\n';
+        line("", note);
     }
 }
 

@@ -1,22 +1,28 @@
 #include "apps/vexma/TreeAnswer.h"
 
+#include "VexMessageTexts.h"
+#include "host/insight/ObjectText.h"
 #include "host/insight/TreeRecorder.h"
 
 namespace vex {
 
 namespace {
 
+TreeQuestion questionFor(Workplace const& workplace, I18NString const& view) {
+    TreeQuestion question;
+    question.view = view;
+    question.collections = collectionsOf(workplace.model());
+    question.marker = unusedPropertyOf(workplace.model());
+    return question;
+}
+
 /// Asks for the tree of each start; gives how the first call ended that is not
 /// answered.
 template <class Ask>
 std::optional<CallEnd> askFromEachStart(Workplace& workplace, I18NString const& view,
                                         Ask const& ask) {
-    Model const& model = workplace.model();
-    TreeQuestion question;
-    question.view = view;
-    question.collections = collectionsOf(model);
-    question.marker = unusedPropertyOf(model);
-    for (TreeStart const& start : treeStartsOf(model, workplace.locale())) {
+    TreeQuestion question = questionFor(workplace, view);
+    for (TreeStart const& start : treeStartsOf(workplace.model(), workplace.locale())) {
         if (start.path.empty()) {
             continue;
         }
@@ -29,16 +35,6 @@ std::optional<CallEnd> askFromEachStart(Workplace& workplace, I18NString const& 
     return std::nullopt;
 }
 
-TreeRecorder recorderFor(Workplace& workplace) {
-    return {workplace.locale(), workplace.responseLimits().elements};
-}
-
-CallEnd record(Workplace& workplace, TreeQuestion const& question, TreeRecorder& recorder) {
-    recorder.beginTree();
-    KRLIDOM_OwnedDocument const request = question.makeRequest().toDocument();
-    return workplace.explainTree(request.document(), recorder);
-}
-
 void append(AnsweredTree& trees, AnsweredTree const& tree) {
     std::size_t const before = trees.size();
     for (AnsweredObject object : tree) {
@@ -49,24 +45,121 @@ void append(AnsweredTree& trees, AnsweredTree const& tree) {
     }
 }
 
+/// More entries than these are not worth the ways that they tell of.
+std::size_t mostEntriesOf(Model const& model) {
+    constexpr std::size_t waysToAnObject = 4;
+    constexpr std::size_t always = 10'000;
+    return always + waysToAnObject * model.elementCount();
+}
+
+CallEnd record(Workplace& workplace, TreeQuestion const& question, TreeRecorder& recorder) {
+    KRLIDOM_OwnedDocument const request = question.makeRequest().toDocument();
+    return workplace.explainTree(request.document(), recorder);
+}
+
+/// Records the trees by every way. False when there are too many ways, or too deep ones.
+bool recordEveryWay(Workplace& workplace, I18NString const& view, ModelTrees& trees) {
+    TreeRecorder recorder(workplace.locale(),
+                          {workplace.responseLimits().elements, mostEntriesOf(workplace.model())});
+    trees.refusal = askFromEachStart(workplace, view, [&](TreeQuestion const& question) {
+        recorder.beginTree();
+        return record(workplace, question, recorder);
+    });
+    bool const isFull = recorder.isFull();
+    trees.objects = recorder.take();
+    return !isFull && !(trees.refusal && trees.refusal->failure &&
+                        trees.refusal->failure->id == VexFailureId::AnswerTooDeep);
+}
+
+/// Asks, while there are shortcuts that stand too deep, from each.
+template <class Ask>
+std::optional<CallEnd> askFromTooDeep(Workplace& workplace, TreeQuestion question,
+                                      TreeRecorder& recorder, Ask const& ask) {
+    while (std::optional<std::size_t> const entry = recorder.findTooDeep()) {
+        question.startShortcut = recorder.tree()[*entry].object;
+        question.start = startPathOf(question.startShortcut, workplace.locale());
+        if (question.start.empty()) {
+            return CallEnd{.text = "what stands behind a shortcut is too deep, and no path leads "
+                                   "to the " +
+                                   describeObject(question.startShortcut, workplace.locale()) +
+                                   "; give what it stands in names"};
+        }
+        recorder.continueTree(*entry);
+        CallEnd end = ask(question, *entry);
+        if (!end.isAnswered()) {
+            return end;
+        }
+    }
+    return std::nullopt;
+}
+
+/// The trees of `askForTrees`, each object gone into once behind shortcuts.
+ModelTrees recordOnce(Workplace& workplace, I18NString const& view) {
+    TreeRecorder recorder(workplace.locale(), {workplace.responseLimits().elements},
+                          TreeExtent::Once);
+    auto refusal = askFromEachStart(workplace, view, [&](TreeQuestion const& question) {
+        recorder.beginTree();
+        return record(workplace, question, recorder);
+    });
+    if (!refusal) {
+        refusal = askFromTooDeep(workplace, questionFor(workplace, view), recorder,
+                                 [&](TreeQuestion const& question, std::size_t /*entry*/) {
+                                     return record(workplace, question, recorder);
+                                 });
+    }
+    return {recorder.take(), std::move(refusal)};
+}
+
+/// The trees of `matchTrees`, each object gone into once behind shortcuts.
+ModelTrees matchOnce(Workplace& workplace) {
+    TreeRecorder recorder(workplace.locale(), {workplace.responseLimits().elements},
+                          TreeExtent::Once);
+    ExpansionMemory memory;
+    ModelTrees trees;
+    auto const ask = [&](TreeQuestion const& question, auto const& take) {
+        KRLIDOM_OwnedDocument const request = question.makeRequest().toDocument();
+        MetadataAnswer const answer = workplace.observedMetadata(request.document(), recorder);
+        if (answer.end.isAnswered()) {
+            take(matchAnswer(workplace.model(), workplace.locale(), question,
+                             answer.response.document().getDocumentElement(), &memory));
+        }
+        return answer.end;
+    };
+    trees.refusal = askFromEachStart(workplace, {}, [&](TreeQuestion const& question) {
+        recorder.beginTree();
+        return ask(question, [&](AnsweredTree const& tree) { append(trees.objects, tree); });
+    });
+    if (!trees.refusal) {
+        trees.refusal = askFromTooDeep(workplace, questionFor(workplace, {}), recorder,
+                                       [&](TreeQuestion const& question, std::size_t entry) {
+                                           return ask(question, [&](AnsweredTree const& tree) {
+                                               continueTree(trees.objects, entry, tree);
+                                           });
+                                       });
+    }
+    return trees;
+}
+
 } // namespace
 
 TreeAnswer askForTree(Workplace& workplace, TreeQuestion const& question) {
-    TreeRecorder recorder = recorderFor(workplace);
+    TreeRecorder recorder(workplace.locale(), {workplace.responseLimits().elements});
+    recorder.beginTree();
     CallEnd end = record(workplace, question, recorder);
     return {recorder.take(), std::move(end)};
 }
 
 ModelTrees askForTrees(Workplace& workplace, I18NString const& view) {
-    TreeRecorder recorder = recorderFor(workplace);
-    auto refusal = askFromEachStart(workplace, view, [&](TreeQuestion const& question) {
-        return record(workplace, question, recorder);
-    });
-    return {recorder.take(), std::move(refusal)};
+    ModelTrees trees;
+    return recordEveryWay(workplace, view, trees) ? std::move(trees) : recordOnce(workplace, view);
 }
 
 ModelTrees matchTrees(Workplace& workplace) {
     ModelTrees trees;
+    if (!recordEveryWay(workplace, {}, trees)) {
+        return matchOnce(workplace);
+    }
+    trees = {}; // the plug-in's word was asked for the number of ways alone
     trees.refusal = askFromEachStart(workplace, {}, [&](TreeQuestion const& question) {
         MetadataAnswer const answer = workplace.metadata(question.makeRequest());
         if (answer.end.isAnswered()) {

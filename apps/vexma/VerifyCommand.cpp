@@ -63,7 +63,11 @@ struct VerifyCommand {
         } else {
             writeVerification(console.out(), verification);
         }
-        return verification.isClean() ? Done : Refused;
+        bool const isKnownBad =
+            std::any_of(verification.users.begin(), verification.users.end(), [](auto const& user) {
+                return user.unfinished.empty() && !user.isClean();
+            });
+        return isKnownBad ? Refused : verification.isFinished() ? Done : Unfinished;
     }
 
     /// The one asked for, else all. The first one opens the model.
@@ -87,15 +91,24 @@ struct VerifyCommand {
                                    Console& console) {
         Progress progress(console, "verifying" + (user.empty() ? "" : " for " + user));
         ModelTrees trees = matchTrees(workplace);
-        CallEnd refusal;
+        CallEnd refusal{.kind = CallEnd::Kind::Answered};
         auto const accessible = askForAccessOfAll(workplace, progress, refusal);
+        for (CallEnd const* const end : {trees.refusal ? &*trees.refusal : nullptr, &refusal}) {
+            if (end != nullptr && end->kind == CallEnd::Kind::Stopped) {
+                return tellUnfinished(user, end->text);
+            }
+        }
         if (trees.refusal.has_value() || !accessible) {
             bool const both = trees.refusal.has_value() && !accessible;
             return tellRefusal(user, both,
                                both || !accessible ? refusal.text : trees.refusal->text);
         }
-        return tellCheck(user, checkTrees(workplace.model(), trees.objects, *accessible),
-                         workplace.model(), workplace.locale());
+        UserVerification told =
+            tellCheck(user, checkTrees(workplace.model(), trees.objects, *accessible),
+                      workplace.model(), workplace.locale());
+        told.notGoneIntoAgain =
+            labelsOf(workplace.model(), notGoneIntoAgain(trees.objects), workplace.locale());
+        return told;
     }
 };
 

@@ -1,6 +1,9 @@
 #include "apps/vexma/VerifyReport.h"
 
 #include "apps/vexma/Console.h"
+#include "apps/vexma/ExpansionNote.h"
+
+#include <algorithm>
 
 namespace vex {
 
@@ -13,6 +16,10 @@ std::string counted(std::size_t count, char const* what) {
 void writeUser(std::ostream& out, UserVerification const& user) {
     auto const line = [&](std::string const& text) { out << printable(text, false) << '\n'; };
     std::string const who = user.user.empty() ? "everybody" : user.user;
+    if (!user.unfinished.empty()) {
+        line(who + ": not finished, so nothing is known: " + user.unfinished);
+        return;
+    }
     if (!user.refusal.empty()) {
         line(who +
              (user.isRefusedByBoth ? ": every request is refused: "
@@ -24,6 +31,9 @@ void writeUser(std::ostream& out, UserVerification const& user) {
          counted(user.unexplainedDifferences(), "unexplained difference") + ", " +
          std::to_string(user.requiredDifferences()) + " required, " +
          counted(user.leaks.size(), "leak"));
+    if (std::string const note = expansionNote(user.notGoneIntoAgain); !note.empty()) {
+        line("  " + note);
+    }
     for (ToldLeak const& leak : user.leaks) {
         line("  leak: the " + describeObject(leak.object) + " names " + leak.reference +
              " in its " + leak.property + ", and the " + describeObject(leak.named) + " is hidden");
@@ -46,7 +56,17 @@ void writeVerification(std::ostream& out, Verification const& verification) {
         leaks += user.leaks.size();
         unexplained += user.unexplainedDifferences();
     }
-    out << counted(leaks, "leak") << ", " << counted(unexplained, "unexplained difference") << '\n';
+    auto const compared = static_cast<std::size_t>(
+        std::count_if(verification.users.begin(), verification.users.end(),
+                      [](UserVerification const& user) { return user.isCompared(); }));
+    if (!verification.isFinished()) {
+        out << "not finished: compared for " << compared << " of "
+            << counted(verification.users.size(), "user") << '\n';
+    }
+    if (compared != 0) {
+        out << counted(leaks, "leak") << ", " << counted(unexplained, "unexplained difference")
+            << '\n';
+    }
 }
 
 } // namespace vex

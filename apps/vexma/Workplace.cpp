@@ -105,6 +105,13 @@ MetadataAnswer Workplace::metadata(KRLIDOM_Document const& request) {
     });
 }
 
+MetadataAnswer Workplace::observedMetadata(KRLIDOM_Document const& request,
+                                           VexTreeObserver& observer) {
+    return interruptible(m_limits, [&](ActionLimits const& limits) {
+        return m_service->observedMetadata(m_visit, request, observer, limits);
+    });
+}
+
 AccessAnswer Workplace::access(Vex_Handle_Collection const& objects, long mode) {
     return interruptible(m_limits, [&](ActionLimits const& limits) {
         return m_service->access(m_visit, objects, mode, limits);

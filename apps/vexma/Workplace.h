@@ -28,6 +28,7 @@ public:
     /// ends them.
     MetadataAnswer metadata(MetadataRequest const& request);
     MetadataAnswer metadata(KRLIDOM_Document const& request);
+    MetadataAnswer observedMetadata(KRLIDOM_Document const& request, VexTreeObserver& observer);
     AccessAnswer access(Vex_Handle_Collection const& objects, long mode);
     AccessReasons explain(Vex_Handle_Collection const& objects, bool skipViewLists);
     CallEnd explainTree(KRLIDOM_Document const& request, VexTreeObserver& observer);

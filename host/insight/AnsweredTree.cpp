@@ -5,6 +5,7 @@
 #include "host/store/image/HostException.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace vex {
 
@@ -27,8 +28,10 @@ I18NString tagFor(I18NString const& className) {
 /// elements one by one.
 class AnswerMatch {
 public:
-    AnswerMatch(Model const& model, I18NLocale const& locale, TreeQuestion const& question)
-        : m_model(model), m_locale(locale), m_question(question), m_listed(question.collections) {
+    AnswerMatch(Model const& model, I18NLocale const& locale, TreeQuestion const& question,
+                ExpansionMemory* memory)
+        : m_model(model), m_locale(locale), m_question(question), m_memory(memory),
+          m_listed(question.collections) {
         m_listed.emplace_back(shortcutClass);
         m_listed.emplace_back("namespace");
     }
@@ -40,13 +43,21 @@ public:
         }
         KRLIDOM_Element const root(roots.next());
         roots.take();
+        bool const isShortcut = !root.getAttribute(m_question.marker).empty();
+        Place const place{root.getAttribute("_path"), AnsweredObject::None, false, nullptr};
+        Elements members(root);
+        if (isShortcut && m_question.startShortcut.IsNotNull()) {
+            VEX_HANDLE const shortcut = m_question.startShortcut;
+            expandStart(shortcut, targetOf(m_model, shortcut), place, members);
+            refuseRest(members);
+            refuseRest(roots);
+            return std::move(m_tree);
+        }
         VEX_HANDLE const start = m_model.findById(root.getAttribute("ID"));
         if (!start.IsNotNull()) {
             throw HostException("the tree starts at an object without an id; give it one");
         }
-        Place const place{root.getAttribute("_path"), AnsweredObject::None, false, nullptr};
-        Elements members(root);
-        if (root.getAttribute(m_question.marker).empty()) {
+        if (!isShortcut) {
             std::size_t const entry = add(start, writtenFate(start, place), place);
             Members(start, membersPlace(place, place.path, entry), members);
         } else {
@@ -103,7 +114,9 @@ private:
         std::size_t const entry = add(shortcut, writtenFate(shortcut, place), place);
         m_tree[entry].target = target;
         Expansion const expansion{shortcut, nullptr};
-        membersBehind(target, {place.path, entry, true, &expansion}, elements);
+        if (goesInto(target, entry, m_levels[entry])) {
+            membersBehind(target, {place.path, entry, true, &expansion}, elements);
+        }
     }
 
     static Place membersPlace(Place const& place, I18NString const& path, std::size_t entry) {
@@ -113,6 +126,8 @@ private:
     std::size_t add(VEX_HANDLE object, ObjectFate fate, Place const& place) {
         m_tree.push_back({object, VEX_HANDLE(), fate, place.container, place.behindShortcut,
                           place.behindShortcut});
+        m_levels.push_back(place.container == AnsweredObject::None ? 1
+                                                                   : m_levels[place.container] + 1);
         return m_tree.size() - 1;
     }
 
@@ -120,8 +135,16 @@ private:
         if (place.container == AnsweredObject::None) {
             return false;
         }
-        ObjectFate const fate = m_tree[place.container].fate;
-        return fate == ObjectFate::WithoutName || fate == ObjectFate::WithItsContainer;
+        return m_tree[place.container].losesItsMembers();
+    }
+
+    /// What stands behind shortcuts may have been gone into before.
+    bool goesInto(VEX_HANDLE whole, std::size_t entry, int level) {
+        AnsweredObject& at = m_tree[entry];
+        if (m_memory != nullptr && VexObject(whole).hasChildObjects()) {
+            at.members = m_memory->enter(whole, at.losesItsMembers(), level);
+        }
+        return at.members == MembersMet::Here;
     }
 
     /// The fate of an object unless the answer left it out.
@@ -198,14 +221,21 @@ private:
         if (fate == ObjectFate::Written && !isWritten) {
             fate = ObjectFate::LeftOut;
         }
-        Place const members = membersPlace(place, path, add(object, fate, place));
+        std::size_t const entry = add(object, fate, place);
+        Place const members = membersPlace(place, path, entry);
+        bool const hasMembers =
+            !place.behindShortcut || goesInto(object, entry, ExpansionMemory::NoShortcut);
         if (!isWritten) {
-            Members(object, members, elements);
+            if (hasMembers) {
+                Members(object, members, elements);
+            }
             return;
         }
         elements.take();
         Elements inside(next);
-        Members(object, members, inside);
+        if (hasMembers) {
+            Members(object, members, inside);
+        }
         refuseRest(inside);
     }
 
@@ -224,7 +254,7 @@ private:
         std::size_t const entry = add(shortcut, writtenFate(shortcut, place), place);
         m_tree[entry].target = target;
         Elements inside(next);
-        if (!isUnderWay(place, shortcut)) {
+        if (!isUnderWay(place, shortcut) && goesInto(target, entry, m_levels[entry])) {
             Expansion const expansion{shortcut, place.expansion};
             membersBehind(target, {path, entry, true, &expansion}, inside);
         }
@@ -252,15 +282,40 @@ private:
     Model const& m_model;
     I18NLocale const& m_locale;
     TreeQuestion const& m_question;
+    ExpansionMemory* m_memory;        // null: every way is gone
     std::vector<I18NString> m_listed; // as the request names them
     AnsweredTree m_tree;
+    std::vector<int> m_levels; // of its entries
 };
 
 } // namespace
 
 AnsweredTree matchAnswer(Model const& model, I18NLocale const& locale, TreeQuestion const& question,
-                         KRLIDOM_Element const& response) {
-    return AnswerMatch(model, locale, question).match(response);
+                         KRLIDOM_Element const& response, ExpansionMemory* memory) {
+    return AnswerMatch(model, locale, question, memory).match(response);
+}
+
+void continueTree(AnsweredTree& trees, std::size_t whole, AnsweredTree const& members) {
+    if (members.empty() || members.front().object != trees[whole].object) {
+        throw HostException("the tree starts somewhere other than at what it continues");
+    }
+    trees[whole].members = MembersMet::Here;
+    std::size_t const before = trees.size();
+    for (std::size_t number = 1; number < members.size(); ++number) {
+        AnsweredObject& entry = trees.emplace_back(members[number]);
+        entry.container = entry.container == 0 ? whole : before + entry.container - 1;
+    }
+}
+
+std::vector<VEX_HANDLE> notGoneIntoAgain(AnsweredTree const& tree) {
+    std::unordered_set<VEX_HANDLE> known;
+    std::vector<VEX_HANDLE> found;
+    for (AnsweredObject const& entry : tree) {
+        if (entry.members != MembersMet::Here && known.insert(entry.object).second) {
+            found.push_back(entry.object);
+        }
+    }
+    return found;
 }
 
 } // namespace vex

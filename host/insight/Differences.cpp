@@ -1,5 +1,7 @@
 #include "host/insight/Differences.h"
 
+#include <unordered_set>
+
 namespace vex {
 
 namespace {
@@ -21,6 +23,7 @@ ObjectLabel labelIn(ComparedSide const& side, VEX_HANDLE object) {
 
 Differences tellDifferences(ComparedSide const& before, ComparedSide const& after) {
     Differences told;
+    std::unordered_set<std::string> known;
     for (ComparedObject const& object : compareTrees(before, after)) {
         bool const byFirst = object.change == Change::Disappears || !object.after.IsNotNull();
         ToldChange& entry = told.objects.emplace_back();
@@ -35,6 +38,15 @@ Differences tellDifferences(ComparedSide const& before, ComparedSide const& afte
         }
         entry.container = object.container;
         count(object, told);
+    }
+    for (ComparedSide const* const side : {&before, &after}) {
+        for (ObjectLabel& label :
+             labelsOf(side->model, notGoneIntoAgain(side->trees), side->locale)) {
+            bool const isKnown = !known.insert(label.key()).second;
+            if (!isKnown) {
+                told.notGoneIntoAgain.push_back(std::move(label));
+            }
+        }
     }
     return told;
 }

@@ -36,6 +36,7 @@ struct Differences {
     std::size_t change = 0;
     std::size_t renamed = 0; // of those that change
     std::vector<ToldChange> objects;
+    std::vector<ObjectLabel> notGoneIntoAgain = {}; // behind shortcuts, by trees of either side
 };
 
 Differences tellDifferences(ComparedSide const& before, ComparedSide const& after);

@@ -40,6 +40,7 @@ Explanation tellAccess(Model const& model, I18NLocale const& locale,
                               accessStory.nameOf(view), view.inForce, view.role,
                               view.firstMemberRole.toUtf8(), accessStory.partOf(view)});
     }
+    told.notGoneIntoAgain = labelsOf(model, notGoneIntoAgain(trees), locale);
     return told;
 }
 

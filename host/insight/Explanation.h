@@ -45,6 +45,7 @@ struct ToldView {
 struct Explanation {
     std::vector<ToldObject> objects;
     std::vector<ToldView> views;
+    std::vector<ObjectLabel> notGoneIntoAgain = {}; // behind shortcuts, by the trees
 };
 
 /// Tells what the access check explains about `objects`, one for each in

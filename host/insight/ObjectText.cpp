@@ -62,6 +62,16 @@ ObjectLabel labelOf(Model const& model, VEX_HANDLE object, I18NLocale const& loc
             nameIn(locale, object).toUtf8()};
 }
 
+std::vector<ObjectLabel> labelsOf(Model const& model, std::vector<VEX_HANDLE> const& objects,
+                                  I18NLocale const& locale) {
+    std::vector<ObjectLabel> labels;
+    labels.reserve(objects.size());
+    for (VEX_HANDLE const object : objects) {
+        labels.push_back(labelOf(model, object, locale));
+    }
+    return labels;
+}
+
 std::string describeObject(ObjectLabel const& label) {
     return label.className + (label.name.empty() ? "" : " \"" + label.name + '"') +
            (label.id.empty() ? "" : " (" + label.id + ')');

@@ -4,6 +4,7 @@
 #include "host/store/image/Model.h"
 
 #include <string>
+#include <vector>
 
 namespace vex {
 
@@ -36,6 +37,10 @@ struct ObjectLabel {
     std::string const& key() const { return id.empty() ? reference : id; }
 };
 ObjectLabel labelOf(Model const& model, VEX_HANDLE object, I18NLocale const& locale);
+
+/// Those of several elements.
+std::vector<ObjectLabel> labelsOf(Model const& model, std::vector<VEX_HANDLE> const& objects,
+                                  I18NLocale const& locale);
 
 /// An element for people: class, name and, in brackets, its id.
 std::string describeObject(ObjectLabel const& label);

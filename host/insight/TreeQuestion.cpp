@@ -63,6 +63,24 @@ std::vector<TreeStart> treeStartsOf(Model const& model, I18NLocale const& locale
     return starts;
 }
 
+I18NString startPathOf(VEX_HANDLE element, I18NLocale const& locale) {
+    std::vector<I18NString> names;
+    VEX_HANDLE at = element;
+    for (VEX_HANDLE around = VexObject(at).GetParent(); around.IsNotNull();
+         around = VexObject(at).GetParent()) {
+        names.push_back(nameIn(locale, at));
+        at = around;
+    }
+    I18NString path;
+    for (auto name = names.rbegin(); name != names.rend(); ++name) {
+        if (name->empty()) {
+            return {};
+        }
+        appendToReference(path, name->view());
+    }
+    return path;
+}
+
 I18NString unusedPropertyOf(Model const& model) {
     std::unordered_set<I18NString> used;
     for (std::size_t index = 0; index < model.elementCount(); ++index) {

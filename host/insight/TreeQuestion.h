@@ -17,9 +17,10 @@ inline constexpr char const* collectionsOnThePath[] = {
 /// A request for a tree of names, whose answer can be matched with the model's
 /// objects one by one (see `AnsweredTree`).
 struct TreeQuestion {
-    I18NString start; // path; "": the first namespace
-    int depth = 0;    // 0: everything
-    I18NString view;  // "": all that the user has
+    I18NString start;         // path; "": the first namespace
+    VEX_HANDLE startShortcut; // that the path leads to, where that is known
+    int depth = 0;            // 0: everything
+    I18NString view;          // "": all that the user has
     /// The collections to go into, in this order; "shortcut" and "namespace"
     /// are always gone into last. None stands for every one, in the order of
     /// each object's own, without what stands behind shortcuts but those two
@@ -47,6 +48,10 @@ struct TreeStart {
 
 /// In document order. The trees from these hold all that any tree holds.
 std::vector<TreeStart> treeStartsOf(Model const& model, I18NLocale const& locale);
+
+/// The start path that names an element by all that it stands in; "" when the locale
+/// finds no name for one of them. It leads elsewhere when several have these names.
+I18NString startPathOf(VEX_HANDLE element, I18NLocale const& locale);
 
 /// A name for `TreeQuestion::marker`.
 I18NString unusedPropertyOf(Model const& model);

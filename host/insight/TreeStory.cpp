@@ -1,5 +1,6 @@
 #include "host/insight/TreeStory.h"
 
+#include "VexObject.h"
 #include "host/insight/ObjectText.h"
 
 #include <algorithm>
@@ -25,6 +26,10 @@ TreeStory::TreeStory(I18NLocale const& locale, AnsweredTree const& tree)
         m_entries.emplace(tree[entry].object, entry);
         if (tree[entry].target.IsNotNull()) {
             m_shortcuts.emplace(tree[entry].target, entry);
+        }
+        if (tree[entry].members != MembersMet::Here) {
+            m_notGone.emplace(
+                tree[entry].target.IsNotNull() ? tree[entry].target : tree[entry].object, entry);
         }
     }
 }
@@ -52,7 +57,25 @@ std::vector<std::string> TreeStory::treatmentOf(VEX_HANDLE object, bool isInclud
                     ", under whose name it is written; the target is not tested");
         }
     }
+    if (std::string ways = waysNotGone(object); !ways.empty()) {
+        sentences.push_back(std::move(ways));
+    }
     return sentences;
+}
+
+std::string TreeStory::waysNotGone(VEX_HANDLE object) const {
+    std::vector<std::size_t> entries;
+    for (VEX_HANDLE at = VexObject(object).GetParent(); at.IsNotNull();
+         at = VexObject(at).GetParent()) {
+        std::vector<std::size_t> const found = inOrder(m_notGone, at);
+        entries.insert(entries.end(), found.begin(), found.end());
+    }
+    if (entries.empty()) {
+        return {};
+    }
+    return "and through " + std::to_string(entries.size()) +
+           " more, which lead to what was gone into before: the first is the " +
+           described(*std::min_element(entries.begin(), entries.end()));
 }
 
 std::string TreeStory::sentence(std::size_t entry, bool isIncluded) const {
@@ -116,6 +139,9 @@ std::string TreeStory::leftOutSentence(std::size_t entry) const {
             return text + "; its members that are shown are lifted into the " +
                    described(writtenAround(entry));
         }
+    }
+    if (m_tree[entry].members != MembersMet::Here) {
+        return text + "; its members are as where they were gone into before";
     }
     return hasMembers ? text + ", and so is all that is in it" : text;
 }

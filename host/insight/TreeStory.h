@@ -25,6 +25,8 @@ private:
     std::string writtenSentence(std::size_t entry, bool isIncluded) const;
     std::string leftOutSentence(std::size_t entry) const;
     std::string outside(VEX_HANDLE object) const;
+    /// The ways to an object that trees do not go again; "" when there are none.
+    std::string waysNotGone(VEX_HANDLE object) const;
     /// The nearest container that is written, and the nearest shortcut around.
     std::size_t writtenAround(std::size_t entry) const;
     std::size_t shortcutAround(std::size_t entry) const;
@@ -34,6 +36,7 @@ private:
     AnsweredTree const& m_tree;
     std::unordered_multimap<VEX_HANDLE, std::size_t> m_entries;
     std::unordered_multimap<VEX_HANDLE, std::size_t> m_shortcuts; // written ones, by their target
+    std::unordered_multimap<VEX_HANDLE, std::size_t> m_notGone;   // by whose members are elsewhere
 };
 
 } // namespace vex

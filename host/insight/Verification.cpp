@@ -15,12 +15,18 @@ std::size_t UserVerification::unexplainedDifferences() const {
 }
 
 bool UserVerification::isClean() const {
-    return (refusal.empty() || isRefusedByBoth) && leaks.empty() && unexplainedDifferences() == 0;
+    return unfinished.empty() && (refusal.empty() || isRefusedByBoth) && leaks.empty() &&
+           unexplainedDifferences() == 0;
 }
 
 bool Verification::isClean() const {
     return std::all_of(users.begin(), users.end(),
                        [](UserVerification const& user) { return user.isClean(); });
+}
+
+bool Verification::isFinished() const {
+    return std::all_of(users.begin(), users.end(),
+                       [](UserVerification const& user) { return user.unfinished.empty(); });
 }
 
 UserVerification tellCheck(std::string user, TreeCheck const& check, Model const& model,
@@ -36,6 +42,13 @@ UserVerification tellCheck(std::string user, TreeCheck const& check, Model const
     for (TreeDifference const& difference : check.differences) {
         told.differences.push_back({label(difference.object), difference.inTree, difference.cause});
     }
+    return told;
+}
+
+UserVerification tellUnfinished(std::string user, std::string text) {
+    UserVerification told;
+    told.user = std::move(user);
+    told.unfinished = std::move(text);
     return told;
 }
 

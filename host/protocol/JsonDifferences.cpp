@@ -1,5 +1,6 @@
 #include "host/protocol/JsonDifferences.h"
 
+#include "host/protocol/JsonObjects.h"
 #include "host/protocol/JsonText.h"
 
 #include <nlohmann/json.hpp>
@@ -46,12 +47,13 @@ std::string toJson(Differences const& differences) {
             list.push_back(describe(told));
         }
     }
-    return toText(Json{{"appear", differences.appear},
-                       {"disappear", differences.disappear},
-                       {"change", differences.change},
-                       {"renamed", differences.renamed},
-                       {"objects", std::move(list)}},
-                  JsonForm::Indented);
+    Json whole{{"appear", differences.appear},
+               {"disappear", differences.disappear},
+               {"change", differences.change},
+               {"renamed", differences.renamed},
+               {"objects", std::move(list)}};
+    addNotGoneIntoAgain(whole, differences.notGoneIntoAgain);
+    return toText(whole, JsonForm::Indented);
 }
 
 } // namespace vex

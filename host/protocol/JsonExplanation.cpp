@@ -1,6 +1,7 @@
 #include "host/protocol/JsonExplanation.h"
 
 #include "host/insight/AccessStory.h"
+#include "host/protocol/JsonObjects.h"
 #include "host/protocol/JsonText.h"
 
 #include <nlohmann/json.hpp>
@@ -42,6 +43,7 @@ std::string toJson(Explanation const& explanation) {
     for (ToldView const& view : explanation.views) {
         whole["views"].push_back(describe(view));
     }
+    addNotGoneIntoAgain(whole, explanation.notGoneIntoAgain);
     return toText(whole, JsonForm::Indented);
 }
 

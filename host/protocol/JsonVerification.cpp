@@ -1,5 +1,6 @@
 #include "host/protocol/JsonVerification.h"
 
+#include "host/protocol/JsonObjects.h"
 #include "host/protocol/JsonText.h"
 
 #include <nlohmann/json.hpp>
@@ -38,21 +39,28 @@ template <class Told> Json listOf(std::vector<Told> const& told) {
 }
 
 Json describe(UserVerification const& user) {
+    if (!user.unfinished.empty()) {
+        return {{"user", user.user}, {"unfinished", user.unfinished}};
+    }
     if (!user.refusal.empty()) {
         return {{"user", user.user},
                 {"refused", user.isRefusedByBoth ? "both" : "one"},
                 {"text", user.refusal}};
     }
-    return {{"user", user.user},
-            {"objects", user.objects},
-            {"leaks", listOf(user.leaks)},
-            {"differences", listOf(user.differences)}};
+    Json told{{"user", user.user},
+              {"objects", user.objects},
+              {"leaks", listOf(user.leaks)},
+              {"differences", listOf(user.differences)}};
+    addNotGoneIntoAgain(told, user.notGoneIntoAgain);
+    return told;
 }
 
 } // namespace
 
 std::string toJson(Verification const& verification) {
-    return toText(Json{{"clean", verification.isClean()}, {"users", listOf(verification.users)}},
+    return toText(Json{{"clean", verification.isClean()},
+                       {"finished", verification.isFinished()},
+                       {"users", listOf(verification.users)}},
                   JsonForm::Indented);
 }
 

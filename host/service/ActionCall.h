@@ -45,6 +45,8 @@ public:
     ActionResponse& operator=(ActionResponse const&) = delete;
 
     VexParams& out() { return m_out; }
+    /// The element that the answer is written into.
+    KRLIDOM_Node& element() { return m_response; }
     /// What was added to the two entries.
     std::vector<VexVariant> appended() const;
     KRLIDOM_OwnedDocument takeDocument() { return std::move(m_document); }

@@ -73,6 +73,20 @@ MetadataAnswer Service::metadata(Visit const& visit, KRLIDOM_Document const& req
     return answer;
 }
 
+MetadataAnswer Service::observedMetadata(Visit const& visit, KRLIDOM_Document const& request,
+                                         VexTreeObserver& observer, ActionLimits const& limits) {
+    SessionPool::Loan loan = m_sessions.take(visit, SessionKind::Metadata);
+    KRLIDOM_Node node = request;
+    ActionResponse response(limits.response);
+    MetadataAnswer answer;
+    answer.end = endOf(loan, limits, [&](HostSession& session) {
+        m_plugin->explainTree(session, visit.version->path(), node, &response.element(), observer);
+        return long{VexErrorCode::Handled};
+    });
+    answer.response = response.takeDocument();
+    return answer;
+}
+
 AccessAnswer Service::access(Visit const& visit, Vex_Handle_Collection const& objects, long mode,
                              ActionLimits const& limits) {
     constexpr std::size_t verdictPlace = 1; // among what the action appends

@@ -60,6 +60,11 @@ public:
                             ActionLimits const& limits);
     /// @}
 
+    /// The same, told to the observer object by object, without the members that it does
+    /// not want. Not every plug-in tells.
+    MetadataAnswer observedMetadata(Visit const& visit, KRLIDOM_Document const& request,
+                                    VexTreeObserver& observer, ActionLimits const& limits);
+
     /// Which objects are accessible. Mode 1 leaves the views' lists of included
     /// objects out of account.
     AccessAnswer access(Visit const& visit, Vex_Handle_Collection const& objects, long mode,

@@ -26,6 +26,7 @@ enum class VexTreeMembers {
     LeftOut,   ///< left out with the object; nothing is reported about them
     PastDepth, ///< not gone into: the depth ends with the object
     Endless,   ///< not gone into: the shortcut stands inside its own expansion
+    Refused,   ///< not gone into: the observer wants none, see `wantsMembers`
 };
 
 /// How large a part of an answer is.
@@ -60,6 +61,11 @@ class VexTreeObserver {
 public:
     /// An object comes before its members.
     virtual void report(VexTreeReport const& report) = 0;
+    /// Whether the members of what is reported next are gone into; asked when they
+    /// would be (`VexTreeMembers::Below` and `Lifted`). Shortcuts lead to the same
+    /// members again and again, and an observer may have seen them: without them the
+    /// answer is smaller than the request's. Yes, unless it is overridden.
+    virtual bool wantsMembers(VexTreeReport const& /*report*/) { return true; }
     /// Once, last, and only when nothing is built: what the answer holds beside the
     /// tree, the response element and its first child included.
     virtual void reportOutside(VexTreeSize const& size) = 0;
@@ -74,11 +80,11 @@ struct VexExplainTree {
     static constexpr char const* Id = "vex.explain-tree/1";
 
     /// Answers `request` into `response` exactly as the metadata request of a fresh
-    /// session would, with the same checks and failures, and tells the observer what
-    /// becomes of each object. With a null `response` the same is decided and
-    /// reported and nothing is built, so that the size of an answer costs none of its
-    /// memory. The session's own action object plays no part: the session stays as it
-    /// was. A call of the session: one at a time, between the plug-in's `Initialize`
+    /// session would, with the same checks and failures, but without the members that
+    /// the observer does not want, and tells the observer what becomes of each object. With a null
+    /// `response` the same is decided and reported and nothing is built, so that the size of an
+    /// answer costs none of its memory. The session's own action object plays no part: the session
+    /// stays as it was. A call of the session: one at a time, between the plug-in's `Initialize`
     /// and `Terminate`.
     void (*explain)(VexSession& session, I18NString const& modelPath, KRLIDOM_Node& request,
                     KRLIDOM_Node* response, VexTreeObserver& observer);

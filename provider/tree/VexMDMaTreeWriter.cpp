@@ -159,8 +159,10 @@ void VexMDMaTreeWriter::writeMember(VexTreePlace const& place, VexPropertySelect
 void VexMDMaTreeWriter::finish(VexTreePlace const& place, Object const& object, bool shown,
                                KRLIDOM_Element const& element) {
     VexTreeSurroundings around = place.around;
+    VexReported reported;
     if (m_context.observation != nullptr) {
-        around.container = reportObject(place, object, shown);
+        reported = reportObject(place, object, shown);
+        around.container = reported.number;
     }
     KRLIDOM_Node parent = place.parent; // of the members of an object that is not shown
     if (shown) {
@@ -170,7 +172,7 @@ void VexMDMaTreeWriter::finish(VexTreePlace const& place, Object const& object, 
         }
         parent = element;
     }
-    if (VexMDMaProviderUtility::hasChildObjects(object.handle)) {
+    if (!reported.membersRefused && VexMDMaProviderUtility::hasChildObjects(object.handle)) {
         writeMembers({object.className, object.texts, parent, place.levelBelow(),
                       place.skipViewLists, false, place.expansion, around},
                      object.handle, object.tag());

@@ -21,6 +21,12 @@ struct VexExpansion {
     VexExpansion const* outer;
 };
 
+/// What was reported about an object.
+struct VexReported {
+    std::size_t number = VexTreeReport::None;
+    bool membersRefused = false; // by the observer
+};
+
 /// What an observed tree has reported about the surroundings of a place.
 struct VexTreeSurroundings {
     std::size_t container = VexTreeReport::None;
@@ -123,9 +129,9 @@ private:
     void setAttribute(KRLIDOM_Element const& element, I18NString const& name,
                       I18NString const& value) const;
     /// @{
-    /// Only when the tree is observed; gives the report's number.
-    std::size_t reportObject(VexTreePlace const& place, Object const& object, bool shown) const;
-    std::size_t reportShortcut(VexTreePlace const& place, VEX_HANDLE shortcut, VEX_HANDLE target,
+    /// Only when the tree is observed.
+    VexReported reportObject(VexTreePlace const& place, Object const& object, bool shown) const;
+    VexReported reportShortcut(VexTreePlace const& place, VEX_HANDLE shortcut, VEX_HANDLE target,
                                I18NString const& tag, bool endless) const;
     /// @}
     /// Does nothing unless the tree is observed.

@@ -20,6 +20,11 @@ VexTreeReport reportAt(VexTreePlace const& place, VEX_HANDLE object, VexTreeTrea
     return report;
 }
 
+VexReported reportedTo(VexTreeObservation& observation, VexTreeReport& report) {
+    std::size_t const number = observation.report(report);
+    return {number, report.members == VexTreeMembers::Refused};
+}
+
 } // namespace
 
 KRLIDOM_Element VexMDMaTreeWriter::makeElement(I18NString const& tag) const {
@@ -35,21 +40,21 @@ void VexMDMaTreeWriter::setAttribute(KRLIDOM_Element const& element, I18NString 
     element.setAttribute(name, value);
 }
 
-std::size_t VexMDMaTreeWriter::reportObject(VexTreePlace const& place, Object const& object,
+VexReported VexMDMaTreeWriter::reportObject(VexTreePlace const& place, Object const& object,
                                             bool shown) const {
     if (!shown) {
         VexTreeReport report =
             reportAt(place, object.handle, VexTreeTreatment::NotIncluded, VexTreeMembers::Lifted);
-        return m_context.observation->report(report);
+        return reportedTo(*m_context.observation, report);
     }
     VexTreeReport report =
         reportAt(place, object.handle, VexTreeTreatment::Written,
                  descends(place.level) ? VexTreeMembers::Below : VexTreeMembers::PastDepth);
     report.tag = object.tag();
-    return m_context.observation->report(report);
+    return reportedTo(*m_context.observation, report);
 }
 
-std::size_t VexMDMaTreeWriter::reportShortcut(VexTreePlace const& place, VEX_HANDLE shortcut,
+VexReported VexMDMaTreeWriter::reportShortcut(VexTreePlace const& place, VEX_HANDLE shortcut,
                                               VEX_HANDLE target, I18NString const& tag,
                                               bool endless) const {
     VexTreeMembers const members = endless                 ? VexTreeMembers::Endless
@@ -58,7 +63,7 @@ std::size_t VexMDMaTreeWriter::reportShortcut(VexTreePlace const& place, VEX_HAN
     VexTreeReport report = reportAt(place, shortcut, VexTreeTreatment::Written, members);
     report.target = target;
     report.tag = tag;
-    return m_context.observation->report(report);
+    return reportedTo(*m_context.observation, report);
 }
 
 void VexMDMaTreeWriter::reportLeftOut(VexTreePlace const& place, VEX_HANDLE object,

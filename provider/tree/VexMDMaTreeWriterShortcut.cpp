@@ -74,11 +74,12 @@ KRLIDOM_Node VexMDMaTreeWriter::shortcutElement(VexTreePlace const& place, VEX_H
     // the tree would go on for ever. With one, the depth ends it.
     bool const endless = m_context.depth == 0 && isUnderWay(place.expansion, shortcut);
     VexTreeSurroundings around;
+    VexReported reported;
     if (m_context.observation != nullptr) {
-        around.container = reportShortcut(place, shortcut, target, targetClass, endless);
-        around.shortcut = around.container;
+        reported = reportShortcut(place, shortcut, target, targetClass, endless);
+        around = {reported.number, reported.number};
     }
-    if (descends(place.level) && !endless) {
+    if (descends(place.level) && !endless && !reported.membersRefused) {
         VexExpansion const expansion{shortcut, place.expansion};
         VexMembers members; // read once for all names, as an object's are
         members.read(target);

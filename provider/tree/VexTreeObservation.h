@@ -21,13 +21,19 @@ public:
         m_size.characters += static_cast<std::size_t>(value.length());
     }
 
-    /// Gives the report's number. The size of what is written is filled in here.
+    /// Gives the report's number. The size of what is written is filled in here,
+    /// and that the observer does not want the members.
     std::size_t report(VexTreeReport& report) {
         if (report.treatment == VexTreeTreatment::Written) {
             m_size.elements = 1;
             report.size = m_size;
         }
         m_size = {};
+        bool const goesOn =
+            report.members == VexTreeMembers::Below || report.members == VexTreeMembers::Lifted;
+        if (goesOn && !m_observer.wantsMembers(report)) {
+            report.members = VexTreeMembers::Refused;
+        }
         m_observer.report(report);
         return m_reports++;
     }

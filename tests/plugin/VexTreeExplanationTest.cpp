@@ -28,7 +28,8 @@ public:
     void report(VexTreeReport const& report) override {
         constexpr char const* treatments[] = {"written", "not-included", "without-attributes",
                                               "nothing"};
-        constexpr char const* members[] = {"below", "lifted", "left-out", "past-depth", "endless"};
+        constexpr char const* members[] = {"below",      "lifted",  "left-out",
+                                           "past-depth", "endless", "refused"};
         std::string line = idOf(report.object) + ' ' +
                            treatments[static_cast<int>(report.treatment)] + ' ' +
                            members[static_cast<int>(report.members)];
@@ -51,6 +52,9 @@ public:
         }
     }
     void reportOutside(VexTreeSize const& size) override { outside.push_back(size); }
+    bool wantsMembers(VexTreeReport const& report) override {
+        return idOf(report.object) != unwanted;
+    }
 
     Lines lines;
     std::vector<VEX_HANDLE> objects;
@@ -59,6 +63,7 @@ public:
     std::vector<VexTreeSize> sizes;
     std::vector<VexTreeSize> outside;
     std::size_t raiseAt = 0;
+    std::string unwanted; // the id of what is not to be gone into
 };
 
 void explain(VexSession& session, char const* path, std::string const& requestXml,
@@ -126,6 +131,24 @@ TEST(TreeExplanation, ReportsWhatIsNotIncludedAmongObjectsWithPathsToo) {
                      "i written below in s behind s untested", "none nothing left-out in n"}));
     EXPECT_EQ(given.tags,
               (Lines{"folder", "", "querySubject", "", "querySubject", "queryItem", ""}));
+}
+
+TEST(TreeExplanation, DoesNotGoIntoWhatTheObserverDoesNotWantToGoInto) {
+    PluginCase on(nested);
+    auto const reports = [&](char const* unwanted, KRLIDOM_Node* response = nullptr) {
+        Recorder recorder;
+        recorder.unwanted = unwanted;
+        explain(on.session, "/content/m", asMembers, response, recorder);
+        return recorder.lines;
+    };
+    EXPECT_EQ(reports("s"), (Lines{"n written below", "f not-included lifted in n",
+                                   "q written below in f", "i not-included lifted in q",
+                                   "s written refused in n to q", "none nothing left-out in n"}));
+    EXPECT_EQ(reports("f"),
+              (Lines{"n written below", "f not-included refused in n", "s written below in n to q",
+                     "i written below in s behind s untested", "none nothing left-out in n"}));
+    EXPECT_EQ(reports("n", &on.response.node()), (Lines{"n written refused"}));
+    EXPECT_EQ(on.response.resultText(), R"(<folder _path="[Sales]" name="Sales"/>)");
 }
 
 TEST(TreeExplanation, ReportsTheStartAsWrittenThoughItIsNotIncluded) {

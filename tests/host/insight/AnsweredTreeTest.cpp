@@ -98,4 +98,42 @@ TEST(TreeStarts, AreTheOuterNamespacesThatTheirNamesLeadTo) {
     EXPECT_EQ(starts, (Lines{"a [A]", "b2 ", "c [C ]]]", "d "}));
 }
 
+TEST(AnsweredTree, IsContinuedBelowTheEntryThatTheOtherTreeStartsAt) {
+    vex::AnsweredTree tree(2);
+    tree[0].object = model()->findById("n");
+    tree[1].object = model()->findById("s");
+    tree[1].container = 0;
+    tree[1].members = vex::MembersMet::TooDeep;
+    vex::AnsweredTree further(3);
+    further[0].object = model()->findById("s");
+    further[1].object = model()->findById("i");
+    further[1].container = 0;
+    further[2].object = model()->findById("q");
+    further[2].container = 1;
+    vex::continueTree(tree, 1, further);
+    ASSERT_EQ(tree.size(), 4U);
+    EXPECT_EQ(tree[1].members, vex::MembersMet::Here);
+    EXPECT_EQ(tree[2].container, 1U);
+    EXPECT_EQ(tree[3].container, 2U);
+    EXPECT_THROW(vex::continueTree(tree, 0, further), vex::HostException);
+    EXPECT_THROW(vex::continueTree(tree, 0, {}), vex::HostException);
+}
+
+TEST(NotGoneIntoAgain, IsEachObjectWhoseMembersAreElsewhereOnce) {
+    vex::AnsweredTree tree(3);
+    for (AnsweredObject& entry : tree) {
+        entry.object = model()->findById("s");
+    }
+    EXPECT_TRUE(vex::notGoneIntoAgain(tree).empty());
+    tree[1].members = vex::MembersMet::Elsewhere;
+    tree[2].members = vex::MembersMet::Elsewhere;
+    EXPECT_EQ(vex::notGoneIntoAgain(tree).size(), 1U);
+}
+
+TEST(StartPath, NamesAnElementByAllThatItStandsIn) {
+    I18NLocale const locale("en");
+    EXPECT_EQ(vex::startPathOf(model()->findById("i"), locale), "[Sales].[Facts].[Orders].[Total]");
+    EXPECT_EQ(vex::startPathOf(model()->findById("inner"), locale), "");
+}
+
 } // namespace

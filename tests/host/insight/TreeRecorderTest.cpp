@@ -40,7 +40,7 @@ VexTreeReport leftOut(VexTreeReport report, VexTreeTreatment treatment) {
 class TreeRecorder : public testing::Test {
 protected:
     I18NLocale m_locale{"en"};
-    vex::TreeRecorder m_recorder{m_locale, 5};
+    vex::TreeRecorder m_recorder{m_locale, {.elements = 5}};
 };
 
 TEST_F(TreeRecorder, KeepsEachObjectWithItsFateInOrder) {
@@ -159,6 +159,72 @@ TEST(AnswerEstimate, EndsPastTheLimitOfElements) {
     EXPECT_FALSE(estimate.isMore());
     EXPECT_THROW(estimate.report(reportOn("n")), KRLLimitException);
     EXPECT_TRUE(estimate.isMore());
+}
+
+/// Goes behind shortcuts once: "s" stands for the folder "f".
+class OnceRecorder : public testing::Test {
+protected:
+    VexTreeReport shortcutAt(int level) const {
+        VexTreeReport report = reportOn("n", 0);
+        report.target = model()->findById("f");
+        report.level = level;
+        return report;
+    }
+    void take(VexTreeReport report) {
+        report.members =
+            m_recorder.wantsMembers(report) ? VexTreeMembers::Below : VexTreeMembers::Refused;
+        m_recorder.report(report);
+    }
+
+    I18NLocale m_locale{"en"};
+    vex::TreeRecorder m_recorder{m_locale, {.elements = 50}, vex::TreeExtent::Once};
+};
+
+TEST_F(OnceRecorder, WantsTheMembersOfATargetOnce) {
+    m_recorder.beginTree();
+    take(reportOn("n"));
+    take(shortcutAt(2));
+    take(shortcutAt(2));
+    EXPECT_EQ(m_recorder.tree()[1].members, vex::MembersMet::Here);
+    EXPECT_EQ(m_recorder.tree()[2].members, vex::MembersMet::Elsewhere);
+    EXPECT_FALSE(m_recorder.findTooDeep());
+}
+
+TEST_F(OnceRecorder, ContinuesWhatStandsTooDeepInATreeOfItsOwn) {
+    m_recorder.beginTree();
+    take(reportOn("n"));
+    take(shortcutAt(vex::ExpansionMemory::DeepestShortcut + 1));
+    ASSERT_EQ(m_recorder.findTooDeep(), 1U);
+    m_recorder.continueTree(1);
+    VexTreeReport start = shortcutAt(1);
+    start.container = VexTreeReport::None;
+    take(start);
+    VexTreeReport member = reportOn("x", 0);
+    member.shortcut = 0;
+    take(member);
+    EXPECT_FALSE(m_recorder.findTooDeep());
+    AnsweredTree const tree = m_recorder.take();
+    ASSERT_EQ(tree.size(), 3U);
+    EXPECT_EQ(tree[1].members, vex::MembersMet::Here);
+    EXPECT_EQ(tree[2].container, 1U);
+}
+
+TEST_F(OnceRecorder, EndsWhenATreeContinuesSomethingElse) {
+    m_recorder.beginTree();
+    take(reportOn("n"));
+    take(shortcutAt(vex::ExpansionMemory::DeepestShortcut + 1));
+    m_recorder.continueTree(1);
+    EXPECT_THROW(m_recorder.report(reportOn("f")), KRLLimitException);
+}
+
+TEST(FullRecorder, SaysSo) {
+    I18NLocale const locale("en");
+    vex::TreeRecorder recorder(locale, {.elements = 50, .entries = 1});
+    recorder.beginTree();
+    recorder.report(reportOn("n"));
+    EXPECT_THROW(recorder.report(leftOut(reportOn("f", 0), VexTreeTreatment::NotIncluded)),
+                 KRLLimitException);
+    EXPECT_TRUE(recorder.isFull());
 }
 
 } // namespace

@@ -139,4 +139,17 @@ TEST(TreeStory, FindsTheEntriesOfAnObjectInOrder) {
     EXPECT_EQ(story.entriesOf(model()->findById("d")), std::vector<std::size_t>{});
 }
 
+TEST(TreeStory, TellsOfWaysThatLeadToWhatWasGoneIntoBefore) {
+    vex::AnsweredTree tree = vex::treeOf(*model(), {{"n"},
+                                                    {"s", ObjectFate::Written, 0, false, "q"},
+                                                    {"i", ObjectFate::Written, 1, true},
+                                                    {"s", ObjectFate::Written, 0, false, "q"}});
+    tree[3].members = vex::MembersMet::Elsewhere;
+    auto const sentences =
+        vex::TreeStory(model()->defaultLocale(), tree).treatmentOf(model()->findById("i"), false);
+    ASSERT_EQ(sentences.size(), 2U);
+    EXPECT_EQ(sentences[1], "and through 1 more, which lead to what was gone into before: the "
+                            "first is the shortcut \"Again\" (s)");
+}
+
 } // namespace

@@ -66,4 +66,13 @@ TEST(Verification, TellsWhatACheckFoundByWhatObjectsAreKnownBy) {
     EXPECT_FALSE(told.differences[1].inTree);
 }
 
+TEST(Verification, IsNeitherCleanNorFinishedWhenACheckDidNotComeToItsEnd) {
+    auto const user = vex::tellUnfinished("ann", "too large");
+    EXPECT_FALSE(user.isClean());
+    EXPECT_FALSE(user.isCompared());
+    EXPECT_FALSE((vex::Verification{{found({}), user}}.isFinished()));
+    EXPECT_TRUE((vex::Verification{{found({})}}.isFinished()));
+    EXPECT_FALSE(vex::tellRefusal("nora", true, "No view.").isCompared());
+}
+
 } // namespace

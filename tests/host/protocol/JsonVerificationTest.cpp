@@ -19,6 +19,7 @@ vex::UserVerification annWith(std::vector<vex::ToldLeak> leaks,
 TEST(JsonVerification, IsCleanWhenNothingWasFound) {
     EXPECT_EQ(vex::toJson(vex::Verification{{annWith({}, {})}}), R"({
   "clean": true,
+  "finished": true,
   "users": [
     {
       "user": "ann",
@@ -37,6 +38,7 @@ TEST(JsonVerification, TellsALeakByTheObjectTheTextAndWhatItNames) {
                   vex::Verification{{annWith({{object, "expression", "[S].[Cost]", named}}, {})}}),
               R"({
   "clean": false,
+  "finished": true,
   "users": [
     {
       "user": "ann",
@@ -70,6 +72,7 @@ TEST(JsonVerification, TellsWhichDifferencesAreRequired) {
                                 {object, false, vex::DifferenceCause::Unexplained}})}}),
               R"({
   "clean": false,
+  "finished": true,
   "users": [
     {
       "user": "ann",
@@ -109,6 +112,7 @@ TEST(JsonVerification, TellsWhetherBothOrOneOfTreesAndCheckAreRefused) {
                                              vex::tellRefusal("", false, "No role.")}}),
               R"({
   "clean": false,
+  "finished": true,
   "users": [
     {
       "user": "nora",
