@@ -2,6 +2,7 @@
 #include "VexTrace.h"
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/Interrupt.h"
+#include "apps/vexma/TracedPlugin.h"
 #include "apps/vexma/Workplace.h"
 #include "host/protocol/LineReader.h"
 #include "host/protocol/SessionLineCall.h"
@@ -20,7 +21,7 @@ class ClientSession {
 public:
     ClientSession(SourceOptions const& options, Console& console)
         : m_limits(limitsOf(options)), m_session(openSession(openVisit(options, console))),
-          m_plugin(loadPlugin(options.pluginFile)) {
+          m_plugin(loadPlugin(options)) {
         notify(VexNotification::SessionOpened);
     }
     ClientSession(ClientSession const&) = delete;

@@ -30,6 +30,10 @@ void SourceOptions::addTo(CommandSyntax& command) {
          .help = "Plug-in library (default: the one beside this program or installed with it)",
          .word = "FILE",
          .group = source});
+    command.add({.name = "--trace",
+                 .into = &trace,
+                 .help = "Show the plug-in's trace on standard error",
+                 .group = source});
 
     std::string const limits = "Limits";
     command.add({.name = "--max-elements",

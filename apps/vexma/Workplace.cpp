@@ -2,6 +2,7 @@
 
 #include "apps/vexma/Interrupt.h"
 #include "apps/vexma/Progress.h"
+#include "apps/vexma/TracedPlugin.h"
 #include "host/content/FileContent.h"
 #include "host/content/MemoryContent.h"
 #include "host/import/xml/FileText.h"
@@ -82,7 +83,7 @@ ActionLimits limitsOf(SourceOptions const& options) {
 
 Workplace::Workplace(SourceOptions const& options, Console& console)
     : m_limits(limitsOf(options)), m_visit(openVisit(options, console)),
-      m_service(std::make_shared<Service>(loadPlugin(options.pluginFile))) {}
+      m_service(std::make_shared<Service>(loadPlugin(options))) {}
 
 Workplace::Workplace(Workplace const& other, SourceOptions const& options, Console& console)
     : m_limits(limitsOf(options)), m_visit(openVisit(options, console)),
