@@ -14,6 +14,15 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
   file(MAKE_DIRECTORY ${docs})
   configure_file(${CPACK_VEX_DEBIAN_FILES}/copyright ${docs}/copyright COPYONLY)
   configure_file(${CPACK_VEX_DEBIAN_FILES}/changelog.in ${docs}/changelog @ONLY)
+  set(package ${CPACK_DEBIAN_${upper}_PACKAGE_NAME})
+  set(overrides ${CPACK_VEX_DEBIAN_FILES}/${package}.lintian-overrides)
+  if(EXISTS ${overrides})
+    configure_file(${overrides} ${root}/share/lintian/overrides/${package} COPYONLY)
+    file(CHMOD ${root}/share/lintian/overrides/${package}
+      PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+    file(CHMOD ${root}/share/lintian ${root}/share/lintian/overrides PERMISSIONS OWNER_READ
+      OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+  endif()
   file(CHMOD ${docs}/copyright ${docs}/changelog
     PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
   file(CHMOD ${root}/share ${root}/share/doc ${docs} PERMISSIONS OWNER_READ OWNER_WRITE

@@ -105,7 +105,8 @@ PluginLibrary::PluginLibrary(std::string const& file)
       m_handle(nullptr, &::dlclose) {
     {
         // The libraries that the plug-in needs are the ones that this process
-        // has loaded already, so its run path "." is never looked at.
+        // has loaded already, so its run path "." is never looked at;
+        // scripts/check-install tries it.
         CurrentLibrary const current(m_file);
         m_handle.reset(::dlopen(m_file.c_str(), RTLD_NOW | RTLD_LOCAL));
     }
