@@ -82,6 +82,7 @@ bool Console::outHasColour() const {
 }
 
 void Console::complain(std::string_view text) {
+    m_out.flush(); // in a terminal, what was found before stands before
     std::cerr << "vexma: " << printable(text, true) << std::endl;
 }
 

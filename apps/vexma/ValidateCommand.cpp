@@ -1,45 +1,110 @@
+#include "KRLException.h"
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/FindingsReport.h"
 #include "apps/vexma/Progress.h"
 #include "apps/vexma/SourceOptions.h"
 #include "host/import/xml/FileText.h"
+#include "host/insight/DiagnosticRules.h"
 #include "host/insight/FileFindings.h"
+#include "host/insight/RuleLevels.h"
 #include "host/protocol/JsonFindings.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <utility>
 
 namespace vex {
 
 namespace {
 
 /// How all that was found is written, by the word for `--format`.
-using Format = void (*)(std::ostream&, Diagnostics const&, bool all);
+using Format = void (*)(std::ostream&, Diagnostics const&, FindingsForm);
 std::map<std::string, Format> const formats{
     {"text", &writeFindings},
-    {"json",
-     [](std::ostream& out, Diagnostics const& found, bool) { out << toJson(found) << '\n'; }},
+    {"json", [](std::ostream& out, Diagnostics const& found,
+                FindingsForm) { out << toJson(found) << '\n'; }},
     {"sarif", [](std::ostream& out, Diagnostics const& found,
-                 bool) { out << toSarif(found, VEX_VERSION) << '\n'; }},
+                 FindingsForm) { out << toSarif(found, VEX_VERSION) << '\n'; }},
 };
 
-void complainAbout(FindingCounts const& counts, bool all, Console& console) {
-    if (counts.errors + counts.warnings + counts.notes == 0) {
-        return;
+/// What messages call a file.
+std::string nameOf(std::string const& file) {
+    return file == "-" ? "standard input" : file;
+}
+
+/// The rules for a file: those beside it, else those of the current folder.
+class RulesOfFolders {
+public:
+    /// A file that holds for all of them in their place; "" for none.
+    explicit RulesOfFolders(std::string const& given) {
+        if (!given.empty()) {
+            m_given = std::make_shared<RuleLevels>(read(given));
+        }
     }
-    std::string text = "errors: " + std::to_string(counts.errors) +
+
+    std::shared_ptr<RuleLevels const> forFile(std::string const& file) {
+        if (m_given != nullptr) {
+            return m_given;
+        }
+        std::string const beside = std::filesystem::path(file).parent_path().string();
+        for (std::string const& folder : {beside, std::string()}) {
+            if (auto levels = ofFolder(folder)) {
+                return levels;
+            }
+        }
+        return std::make_shared<RuleLevels>();
+    }
+
+private:
+    /// Null when the folder has none.
+    std::shared_ptr<RuleLevels const> ofFolder(std::string const& folder) {
+        auto const [known, isNew] = m_byFolder.try_emplace(folder);
+        std::filesystem::path const file = std::filesystem::path(folder) / RuleLevels::fileName;
+        std::error_code unseen; // what cannot be looked at is reported when it is read
+        if (isNew && (std::filesystem::exists(file, unseen) || unseen)) {
+            known->second = std::make_shared<RuleLevels>(read(file.string()));
+        }
+        return known->second;
+    }
+
+    static RuleLevels read(std::string const& file) {
+        constexpr std::size_t longest = 65'536;
+        return RuleLevels::read(readFileText(file, longest), nameOf(file));
+    }
+
+    std::shared_ptr<RuleLevels const> m_given;
+    std::map<std::string, std::shared_ptr<RuleLevels const>> m_byFolder;
+};
+
+/// What was found in all files, and what their rules made of it.
+struct Examination {
+    Diagnostics found;
+    std::size_t unread = 0;                         // files, where they are no findings
+    std::map<std::string, std::size_t> switchedOff; // findings, by the file of rules
+};
+
+std::string summaryOf(Examination const& examined, bool showsNotes) {
+    FindingCounts const counts = countFindings(examined.found);
+    std::string text = "errors: " + std::to_string(counts.errors + examined.unread) +
                        ", warnings: " + std::to_string(counts.warnings);
     if (counts.notes != 0) {
-        text += ", notes: " + std::to_string(counts.notes) + (all ? "" : " (--all shows them)");
+        text +=
+            ", notes: " + std::to_string(counts.notes) + (showsNotes ? "" : " (--all shows them)");
     }
-    console.complain(text);
+    for (auto const& [file, count] : examined.switchedOff) {
+        text += ", switched off by " + file + ": " + std::to_string(count);
+    }
+    return text;
 }
 
 struct ValidateCommand {
-    std::string file;
-    std::string catalogFile;
+    std::string firstFile;
+    std::vector<std::string> otherFiles;
+    std::vector<std::string> catalogFiles;
     std::string format = "text";
+    std::string rulesFile;
     bool isStrict = false;
     bool all = false;
     bool listsRules = false;
@@ -49,28 +114,84 @@ struct ValidateCommand {
             writeRules(console.out());
             return Done;
         }
-        if (file.empty() == catalogFile.empty()) {
-            throw UsageException("give one file to read: a model, or a catalogue");
+        Examination const examined = examineAll(checkedFiles(), console);
+        formats.at(format)(console.out(), examined.found, {all, console.outHasColour()});
+        FindingCounts const counts = countFindings(examined.found);
+        if (!examined.found.empty() || !examined.switchedOff.empty() || examined.unread != 0) {
+            console.complain(summaryOf(examined, all || format != "text"));
         }
-        std::string const& given = file.empty() ? catalogFile : file;
-        std::string const text = readFileText(given);
-        std::string const name = given == "-" ? "standard input" : given;
-        Diagnostics const found = examine(text, given, name, console);
-        formats.at(format)(console.out(), found, all);
-        FindingCounts const counts = countFindings(found);
-        complainAbout(counts, all || format != "text", console);
-        return counts.errors + (isStrict ? counts.warnings : 0) == 0 ? Done : Unreadable;
+        std::size_t const broken =
+            counts.errors + examined.unread + (isStrict ? counts.warnings : 0);
+        return broken == 0 ? Done : Unreadable;
     }
 
-    Diagnostics examine(std::string const& text, std::string const& given, std::string const& name,
-                        Console const& console) const {
+    /// The files that stand without an option.
+    std::vector<std::string> checkedFiles() const {
+        std::vector<std::string> files = otherFiles;
+        if (!firstFile.empty()) {
+            files.insert(files.begin(), firstFile);
+        }
+        for (std::string const& file : files) {
+            if (file.size() > 1 && file.front() == '-') {
+                throw UsageException("there is no option " + file + "; see --help");
+            }
+        }
+        if (files.empty() && catalogFiles.empty()) {
+            throw UsageException("give at least one file to read: a model, or a catalogue");
+        }
+        std::size_t inputs = rulesFile == "-" ? 1 : 0;
+        for (auto const* const list : {&std::as_const(files), &catalogFiles}) {
+            inputs += static_cast<std::size_t>(std::count(list->begin(), list->end(), "-"));
+        }
+        if (inputs > 1) {
+            throw UsageException("standard input can be read once; leave all \"-\" but one out");
+        }
+        return files;
+    }
+
+    Examination examineAll(std::vector<std::string> const& files, Console& console) const {
+        Examination examined;
+        RulesOfFolders rules(rulesFile);
+        for (std::string const& file : files) {
+            examine(file, false, rules, examined, console);
+        }
+        for (std::string const& file : catalogFiles) {
+            examine(file, true, rules, examined, console);
+        }
+        return examined;
+    }
+
+    void examine(std::string const& file, bool isCatalogue, RulesOfFolders& rules,
+                 Examination& examined, Console& console) const {
+        auto const levels = rules.forFile(file);
+        Diagnostics found;
+        try {
+            found = findIn(readFileText(file), file, isCatalogue, console);
+        } catch (KRLDocumentException const& problem) {
+            if (format == "text") { // said where other files' complaints are not
+                console.complain(problem.what());
+                ++examined.unread;
+                return;
+            }
+            found.push_back(finding("unreadable", nameOf(file), 0, 0, problem.GetProblem()));
+        }
+        std::size_t const switchedOff = levels->apply(found);
+        if (switchedOff != 0) {
+            examined.switchedOff[levels->file()] += switchedOff;
+        }
+        examined.found.insert(examined.found.end(), found.begin(), found.end());
+    }
+
+    static Diagnostics findIn(std::string const& text, std::string const& file, bool isCatalogue,
+                              Console const& console) {
         Progress progress(console);
         auto const report = [&](std::size_t done, std::size_t total) {
             progress.report(done, total);
         };
-        return file.empty() || isCatalogueText(text)
-                   ? findInCatalogue(text, name,
-                                     std::filesystem::path(given).parent_path().string(), report)
+        std::string const name = nameOf(file);
+        return isCatalogue || isCatalogueText(text)
+                   ? findInCatalogue(text, name, std::filesystem::path(file).parent_path().string(),
+                                     report)
                    : findInModel(text, name, report);
     }
 };
@@ -79,12 +200,13 @@ struct ValidateCommand {
 
 CommandRun addValidateCommand(CommandSyntax& command) {
     auto const validate = std::make_shared<ValidateCommand>();
+    command.rest = &validate->otherFiles;
     command.add({.name = "FILE",
-                 .into = &validate->file,
-                 .help = "A model or catalogue, \"-\" for standard input"});
+                 .into = &validate->firstFile,
+                 .help = "Models and catalogues, \"-\" for standard input"});
     command.add({.name = "--catalog",
-                 .into = &validate->catalogFile,
-                 .help = "A catalogue, with all its models",
+                 .into = &validate->catalogFiles,
+                 .help = "A catalogue, with all its models (repeatable)",
                  .word = "FILE"});
     command.add({.name = "--format",
                  .into = &validate->format,
@@ -98,16 +220,22 @@ CommandRun addValidateCommand(CommandSyntax& command) {
     command.add(
         {.name = "--strict", .into = &validate->isStrict, .help = "Warnings count as errors"});
     command.add({.name = "--rules",
+                 .into = &validate->rulesFile,
+                 .help = "Which rules are off, or weigh more or less (default: .vexma.yaml beside "
+                         "the file read, else in the current folder)",
+                 .word = "FILE"});
+    command.add({.name = "--list-rules",
                  .into = &validate->listsRules,
                  .help = "List the rules and read nothing"});
     command.epilog =
         R"(Writes one line for each finding: file:line:column, severity, text, [rule]. json and
 sarif hold every finding. Exit status: 3 when one of them is an error, with --strict
-also when one is a warning, else 0; notes never count.
+also when one is a warning, else 0; notes never count. A line of the rules file is
+"RULE: off", "RULE: note", "RULE: warning" or "RULE: error".
 
 Examples:
   vexma validate retail.model.xml
-  vexma validate retail.catalog.xml --strict
+  vexma validate retail.catalog.xml other.model.xml --strict
   vexma validate retail.catalog.xml --format sarif > retail.sarif)";
     return [validate](Console& console) { return validate->run(console); };
 }

@@ -52,7 +52,9 @@ struct CatalogueModel {
 
 struct CatalogueUser {
     I18NString name;
-    std::vector<I18NString> roles; // in the catalogue's order
+    std::vector<I18NString> roles{}; // in the catalogue's order
+    unsigned long line = 0;
+    unsigned long column = 0;
 };
 
 /// What stands where, and who may use which views.

@@ -190,7 +190,10 @@ void CatalogueReader::enterProperty(xercesc::Attributes const& attributes) {
 }
 
 void CatalogueReader::enterUser(xercesc::Attributes const& attributes) {
+    DocumentPosition const at = positionOf(*m_locator);
     CatalogueUser user;
+    user.line = at.line;
+    user.column = at.column;
     user.name = valueOf(attributes, u"name");
     if (!m_userNames.insert(user.name).second) {
         report("catalogue-user-twice", "the user " + quoted(user.name) +

@@ -72,6 +72,18 @@ inline constexpr DiagnosticRule diagnosticRules[] = {
      "and what stands in it are left out."},
     {"untranslated-property", Severity::Note,
      "A property has values for some supported locales and none for another."},
+    {"misspelt-class", Severity::Warning,
+     "A class is written almost like one that has a meaning or is used often."},
+    {"misspelt-property", Severity::Warning,
+     "A property is written almost like one that has a meaning or is used often."},
+    {"unknown-datatype", Severity::Warning, "A `datatype` is none that the schema knows."},
+    {"unknown-usage", Severity::Warning, "A `usage` is none that the schema knows."},
+    {"object-without-name", Severity::Warning,
+     "A namespace, folder, query subject, query item, filter or calculation has no name: where "
+     "only "
+     "names are asked for, it and what stands in it are left out."},
+    {"object-without-id", Severity::Note,
+     "One of these has no id in a model with views: no view can list it."},
     {"set-entry-without-object", Severity::Warning,
      "A security set lists an id that no object has."},
     {"unknown-set-kind", Severity::Warning,
@@ -87,6 +99,8 @@ inline constexpr DiagnosticRule diagnosticRules[] = {
     {"granted-view-missing", Severity::Warning, "A role is granted a view that the model lacks."},
     {"role-without-user", Severity::Warning,
      "No user of the catalogue has a role that a grant or a view names."},
+    {"user-without-view", Severity::Warning,
+     "A user may use no view of any model: every request is refused."},
     {"unrestricted-path", Severity::Warning, "Nobody is restricted under the model path."},
 };
 

@@ -4,6 +4,7 @@
 #include "host/insight/ModelFindings.h"
 #include "resources.h"
 
+#include <algorithm>
 #include <set>
 
 namespace vex {
@@ -24,23 +25,45 @@ std::set<I18NString> rolesOfViews(Model const& model) {
     return roles;
 }
 
+bool isRestricted(CatalogueModel const& model) {
+    constexpr char const* restrictedPrefixes[] = {"/content/", "path:"};
+    return std::any_of(std::begin(restrictedPrefixes), std::end(restrictedPrefixes),
+                       [&](char const* prefix) { return model.path.find(prefix) == 0; });
+}
+
+/// Users who may not see anything of any model.
+void checkUsers(Catalogue const& catalogue, std::string const& file, Diagnostics& found) {
+    if (catalogue.models.empty()) {
+        return; // whatever it is for
+    }
+    for (CatalogueUser const& user : catalogue.users) {
+        bool const seesSomething = std::any_of(
+            catalogue.models.begin(), catalogue.models.end(), [&](CatalogueModel const& model) {
+                return !isRestricted(model) || !availableViews(model, user).empty();
+            });
+        if (!seesSomething) {
+            found.push_back(finding("user-without-view", file, user.line, user.column,
+                                    "the user " + inQuotes(user.name) +
+                                        " may use no view, so every request is refused; grant a "
+                                        "view to a role of the user"));
+        }
+    }
+}
+
 } // namespace
 
 void checkModel(Model const& model, std::string const& file, Diagnostics& found) {
     ModelFindings findings(model, file, found);
-    for (auto const check : {&checkShortcuts, &checkNames, &checkTranslations, &checkViews}) {
+    for (auto const check : {&checkShortcuts, &checkNames, &checkTranslations, &checkViews,
+                             &checkWords, &checkIdentities}) {
         check(findings);
     }
 }
 
 void checkCatalogue(Catalogue const& catalogue, std::string const& file, Diagnostics& found) {
-    constexpr char const* restrictedPrefixes[] = {"/content/", "path:"};
+    checkUsers(catalogue, file, found);
     for (CatalogueModel const& model : catalogue.models) {
-        bool restricted = false;
-        for (char const* const prefix : restrictedPrefixes) {
-            restricted = restricted || model.path.find(prefix) == 0;
-        }
-        if (!restricted) {
+        if (!isRestricted(model)) {
             found.push_back(finding("unrestricted-path", file, model.line, model.column,
                                     "nobody is restricted under the model path " +
                                         inQuotes(model.path) +

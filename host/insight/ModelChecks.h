@@ -14,7 +14,7 @@ namespace vex {
 void checkModel(Model const& model, std::string const& file, Diagnostics& found);
 
 /// Appends a warning for each doubtful spot of a catalogue itself: a model path
-/// under which nobody is restricted.
+/// under which nobody is restricted, a user who may use no view.
 void checkCatalogue(Catalogue const& catalogue, std::string const& file, Diagnostics& found);
 
 /// Appends a warning for each grant of a view that the model lacks, and for each

@@ -42,5 +42,7 @@ void checkShortcuts(ModelFindings& findings);
 void checkNames(ModelFindings& findings);
 void checkTranslations(ModelFindings& findings);
 void checkViews(ModelFindings& findings);
+void checkWords(ModelFindings& findings);
+void checkIdentities(ModelFindings& findings);
 
 } // namespace vex

@@ -98,6 +98,10 @@ void ModelReader::startElement(XMLCh const*, XMLCh const*, XMLCh const* name,
 ModelReader::Kind ModelReader::open(ModelWriter::Name name, xercesc::Attributes const& attributes) {
     if (m_open.empty()) {
         if (name != m_reserved.model) {
+            if (name == m_writer.name(u"catalog")) {
+                m_report.stop("root",
+                              "the document is a catalogue, not a model; use --catalog for it");
+            }
             m_report.stop("root", "the document's outermost element is not \"model\"; a model "
                                   "document begins with <model>");
         }

@@ -7,7 +7,7 @@ char const* toString(Severity severity) {
     return words[static_cast<std::size_t>(severity)];
 }
 
-std::string toString(Diagnostic const& diagnostic) {
+std::string placeOf(Diagnostic const& diagnostic) {
     std::string shown = diagnostic.file;
     if (diagnostic.line != 0) {
         shown += ':' + std::to_string(diagnostic.line);
@@ -21,7 +21,11 @@ std::string toString(Diagnostic const& diagnostic) {
     if (!diagnostic.part.empty()) {
         shown += diagnostic.part + ": ";
     }
-    return shown + toString(diagnostic.severity) + ": " + diagnostic.text;
+    return shown;
+}
+
+std::string toString(Diagnostic const& diagnostic) {
+    return placeOf(diagnostic) + toString(diagnostic.severity) + ": " + diagnostic.text;
 }
 
 } // namespace vex

@@ -27,6 +27,9 @@ struct Diagnostic {
 
 using Diagnostics = std::vector<Diagnostic>;
 
+/// "file:line:column: ", "file: part: "; what is unknown is left out.
+std::string placeOf(Diagnostic const& diagnostic);
+
 /// "file:line:column: error: text", "file: part: error: text"; what is unknown
 /// is left out.
 std::string toString(Diagnostic const& diagnostic);

@@ -58,6 +58,7 @@ ToolFolder::~ToolFolder() {
 }
 
 void ToolFolder::Write(std::string const& name, std::string const& text) const {
+    std::filesystem::create_directories((m_path / name).parent_path());
     std::ofstream(m_path / name, std::ios::binary) << text;
 }
 

@@ -21,6 +21,7 @@ public:
     ToolFolder& operator=(ToolFolder const&) = delete;
     ~ToolFolder();
 
+    /// Makes the folders of the name too.
     void Write(std::string const& name, std::string const& text) const;
 
     /// Runs the program in this folder.

@@ -127,9 +127,103 @@ TEST(Validate, WritesSarifWithTheRuleOfEachResult) {
 }
 
 TEST(Validate, ListsTheRules) {
-    ToolResult const result = ToolFolder().Run({"validate", "--rules"});
+    ToolResult const result = ToolFolder().Run({"validate", "--list-rules"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.out, HasSubstr("\nendless-shortcut "));
+}
+
+constexpr char const* misspelt = "<model><namespace name='A'>\n<querySubjct name='B'/>\n"
+                                 "<queryItem name='C' usage='facts'/></namespace></model>";
+
+TEST(Validate, ObeysTheRulesBesideTheFile) {
+    ToolFolder const folder;
+    folder.Write("sub/m.xml", misspelt);
+    folder.Write(".vexma.yaml", "misspelt-class: error"); // the nearer one counts alone
+    folder.Write("sub/.vexma.yaml", "unknown-usage: off");
+    ToolResult const result = folder.Run({"validate", "sub/m.xml"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "sub/m.xml:2:24: warning: the class is \"querySubjct\"; did you mean "
+                          "querySubject? [misspelt-class]\n");
+    EXPECT_EQ(result.error, "vexma: errors: 0, warnings: 1, switched off by sub/.vexma.yaml: 1\n");
+}
+
+TEST(Validate, ObeysTheRulesOfTheCurrentFolder) {
+    ToolFolder const folder;
+    folder.Write("sub/m.xml", misspelt);
+    folder.Write(".vexma.yaml", "misspelt-class: error\nunknown-usage: note");
+    ToolResult const result = folder.Run({"validate", "sub/m.xml"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.error, HasSubstr("errors: 1, warnings: 0, notes: 1"));
+}
+
+TEST(Validate, ObeysTheRulesThatItIsGivenAndNoOthers) {
+    ToolFolder const folder;
+    folder.Write("m.xml", misspelt);
+    folder.Write(".vexma.yaml", "misspelt-class: error");
+    folder.Write("ours.yaml", "misspelt-class: off\nunknown-usage: off");
+    ToolResult const result = folder.Run({"validate", "m.xml", "--rules", "ours.yaml", "--strict"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.error, "vexma: errors: 0, warnings: 0, switched off by ours.yaml: 2\n");
+}
+
+TEST(Validate, ReadsNothingByRulesThatItCannotRead) {
+    ToolFolder const folder;
+    folder.Write("m.xml", misspelt);
+    folder.Write(".vexma.yaml", "unknown-usages: off");
+    ToolResult const result = folder.Run({"validate", "m.xml"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.out, IsEmpty());
+    EXPECT_EQ(result.error, "vexma: .vexma.yaml:1:1: there is no rule \"unknown-usages\"; did you "
+                            "mean unknown-usage?\n");
+    EXPECT_THAT(folder.Run({"validate", "m.xml", "--rules", "none.yaml"}).error,
+                HasSubstr("none.yaml: cannot be opened"));
+}
+
+TEST(Validate, GoesThroughSeveralFiles) {
+    ToolFolder const folder;
+    folder.Write("a.xml", lost);
+    folder.Write("c.xml", "<catalog><model path='/content/a' file='a.xml'/></catalog>");
+    ToolResult const result = folder.Run({"validate", "a.xml", "none.xml", "c.xml"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(std::count(result.out.begin(), result.out.end(), '\n'), 2);
+    EXPECT_THAT(result.error, HasSubstr("none.xml: cannot be opened"));
+    EXPECT_THAT(result.error, HasSubstr("errors: 1, warnings: 2"));
+    auto const json = nlohmann::json::parse(
+        folder.Run({"validate", "a.xml", "none.xml", "--format", "json"}).out);
+    EXPECT_EQ(json["findings"][1]["rule"], "unreadable");
+    EXPECT_EQ(json["findings"][1]["file"], "none.xml");
+}
+
+TEST(Validate, TakesAFileInBracketsForOneFile) {
+    ToolFolder const folder;
+    folder.Write("[a]", lost);
+    EXPECT_THAT(folder.Run({"validate", "small.model.xml", "[a]"}).out, HasSubstr("\n[a]:2:"));
+}
+
+TEST(Validate, RefusesAnOptionThatItLacks) {
+    ToolResult const result = ToolFolder().Run({"validate", "small.model.xml", "--stict"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.error, HasSubstr("there is no option --stict"));
+}
+
+TEST(Validate, SaysTheSumLast) {
+    ToolFolder const folder;
+    folder.Write("m.xml", lost);
+    ToolResult const result = folder.RunShell("\"$VEXMA\" validate m.xml 2>&1");
+    EXPECT_THAT(result.out, StartsWith("m.xml:2:"));
+    EXPECT_THAT(result.out, testing::EndsWith("vexma: errors: 0, warnings: 1\n"));
+}
+
+TEST(Validate, ColoursFindingsOnATerminalAlone) {
+    ToolFolder const folder;
+    folder.Write("m.xml", lost);
+    constexpr char const* onTerminal =
+        "TERM=xterm script -qc '\"$VEXMA\" validate m.xml' /dev/null";
+    EXPECT_THAT(folder.RunShell(std::string("unset NO_COLOR; export VEXMA; ") + onTerminal).out,
+                HasSubstr("\033[33mwarning\033[0m: "));
+    EXPECT_THAT(folder.RunShell(std::string("export VEXMA NO_COLOR=1; ") + onTerminal).out,
+                testing::Not(HasSubstr("\033[33m")));
+    EXPECT_THAT(folder.Run({"validate", "m.xml"}).out, testing::Not(HasSubstr("\033")));
 }
 
 TEST(Validate, ReadsStandardInput) {

@@ -147,4 +147,24 @@ TEST(ModelChecks, FindAModelPathUnderWhichNobodyIsRestricted) {
     EXPECT_EQ(found[0].rule, "unrestricted-path");
 }
 
+TEST(ModelChecks, FindAUserWhoMayUseNoView) {
+    auto const linesOf = [](std::string const& models) {
+        Diagnostics found;
+        auto const catalogue = vex::readCatalogueText(
+            "<catalog>" + models +
+                "\n<user name='a'><role>r</role></user>\n<user name='b'/></catalog>",
+            "c.xml", "", found);
+        vex::checkCatalogue(*catalogue, "c.xml", found);
+        std::vector<std::string> lines;
+        for (vex::Diagnostic const& each : found) {
+            lines.push_back(each.rule + '@' + std::to_string(each.line));
+        }
+        return lines;
+    };
+    EXPECT_THAT(linesOf("<model path='/content/m' file='m.xml'><grant role='r' view='v'/></model>"),
+                ElementsAre("user-without-view@3"));
+    EXPECT_THAT(linesOf("<model path='/m' file='m.xml'/>"), ElementsAre("unrestricted-path@1"));
+    EXPECT_THAT(linesOf(""), IsEmpty());
+}
+
 } // namespace
