@@ -19,8 +19,9 @@ namespace {
 /// when it goes; the plug-in hears of both.
 class ClientSession {
 public:
-    ClientSession(SourceOptions const& options, Console& console)
-        : m_limits(limitsOf(options)), m_session(openSession(openVisit(options, console))),
+    explicit ClientSession(SourceOptions const& options)
+        : m_limits(limitsOf(options)), m_asked(visitRequestOf(options)),
+          m_content(contentOf(options)), m_session(openSession(openVisit(*m_content, m_asked))),
           m_plugin(loadPlugin(options)) {
         notify(VexNotification::SessionOpened);
     }
@@ -36,6 +37,8 @@ public:
 
     HostSession const& session() const { return *m_session; }
     void notify(int kind) { m_plugin->Notify(*m_session, kind); }
+    /// The caller tells the plug-in.
+    void reload() { m_session->takeModel(m_content->reloadModel(m_asked.modelPath)->model()); }
     /// Under the command line's limits; an interrupt ends it.
     ActionOutcome call(VexVariant const& action, VexParams const& in) {
         InterruptScope const interrupt;
@@ -46,6 +49,8 @@ public:
 
 private:
     ActionLimits m_limits;
+    VisitRequest m_asked;
+    std::shared_ptr<ContentStore> m_content;
     std::unique_ptr<HostSession> m_session;
     std::shared_ptr<PluginProxy> m_plugin;
 };
@@ -59,12 +64,12 @@ struct SessionCommand {
         if (source.modelFile == "-") {
             throw UsageException("a session's lines come from standard input; name a model file");
         }
-        ClientSession session(source, console);
+        ClientSession session(source);
         KRLIDOM_ReadLimits limits;
         limits.bytes = requestSize.bytes;
         SessionCalls const calls{
             [&](VexVariant const& action, VexParams const& in) { return session.call(action, in); },
-            [&](int kind) { session.notify(kind); }};
+            [&](int kind) { session.notify(kind); }, [&] { session.reload(); }};
         std::size_t const longest = longestSessionLine(requestSize.bytes);
         LineReader lines(STDIN_FILENO, longest);
         std::string line;
@@ -96,9 +101,9 @@ CommandRun addSessionCommand(CommandSyntax& command) {
     session->requestSize.addTo(command);
     command.epilog = R"(Reads one JSON object per line and answers each with one:
   {"action": A, "in": [V, ...]}  calls an action; A is a number or a V
-  {"notify": kind}               sends a notification of the session
+  {"notify": kind}               sends a notification of the session; 2 reads the model anew
 V is {"long": n}, {"string": s}, {"handle": "id or reference"}, {"node": "XML text"}
-or {"empty": true}.
+or {"empty": true}. A line may bear an "id", any JSON value: its answer begins with it.
 
 Example:
   echo '{"action": 31000, "in": [{"long": 0}, {"string": "/content/retail"},

@@ -37,8 +37,9 @@ I18NString modelPathOf(SourceOptions const& options) {
             : options.modelPath);
 }
 
-/// Where the options' model comes from.
-std::shared_ptr<ContentStore> makeContent(SourceOptions const& options, LoadOptions const& load) {
+} // namespace
+
+std::shared_ptr<ContentStore> contentOf(SourceOptions const& options, LoadOptions const& load) {
     if (!options.catalogFile.empty()) {
         return std::make_shared<FileContent>(readCatalogueOf(options), load);
     }
@@ -50,6 +51,13 @@ std::shared_ptr<ContentStore> makeContent(SourceOptions const& options, LoadOpti
     content->setModel(path, loadModelText(readFileText("-"), "standard input", load));
     return content;
 }
+
+VisitRequest visitRequestOf(SourceOptions const& options) {
+    return {modelPathOf(options), I18NString::fromUtf8(options.user),
+            I18NLocale(I18NString::fromUtf8(options.locale))};
+}
+
+namespace {
 
 /// Makes a call that the user may interrupt.
 template <class Call> auto interruptible(ActionLimits limits, Call const& call) {
@@ -64,9 +72,7 @@ Visit openVisit(SourceOptions const& options, Console& console) {
     Progress progress(console);
     LoadOptions load;
     load.progress = [&](std::size_t done, std::size_t total) { progress.report(done, total); };
-    return openVisit(*makeContent(options, load),
-                     {modelPathOf(options), I18NString::fromUtf8(options.user),
-                      I18NLocale(I18NString::fromUtf8(options.locale))});
+    return openVisit(*contentOf(options, load), visitRequestOf(options));
 }
 
 ActionLimits limitsOf(SourceOptions const& options) {

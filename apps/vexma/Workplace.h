@@ -2,6 +2,7 @@
 
 #include "apps/vexma/Console.h"
 #include "apps/vexma/SourceOptions.h"
+#include "host/import/xml/ModelLoader.h"
 #include "host/service/Service.h"
 
 #include <memory>
@@ -39,6 +40,11 @@ private:
     Visit m_visit;
     std::shared_ptr<Service> m_service;
 };
+
+/// Where the model that the options name comes from. One on standard input is read.
+std::shared_ptr<ContentStore> contentOf(SourceOptions const& options, LoadOptions const& load = {});
+/// Who asks for it, as the options say.
+VisitRequest visitRequestOf(SourceOptions const& options);
 
 /// A visit to the model that the options name, which is read.
 Visit openVisit(SourceOptions const& options, Console& console);

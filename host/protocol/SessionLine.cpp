@@ -1,9 +1,12 @@
 #include "host/protocol/SessionLine.h"
 
+#include "host/insight/NearestWord.h"
 #include "host/protocol/JsonText.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <span>
 
 #include <nlohmann/json.hpp>
 
@@ -18,8 +21,8 @@ constexpr char const* wantedLine =
 constexpr char const* wantedValue =
     R"(write {"long": n}, {"string": s}, {"handle": "id or reference"}, {"node": "XML text"} or {"empty": true})";
 
-SessionValue unusable(char const* problem) {
-    return {Kind::Unusable, 0, std::string("a value of the line ") + problem + "; " + wantedValue};
+SessionValue unusable(std::string const& problem) {
+    return {Kind::Unusable, 0, "a value of the line " + problem + "; " + wantedValue};
 }
 
 SessionValue readLong(Json& value, Kind kind) {
@@ -52,6 +55,21 @@ constexpr KindRow kinds[] = {
     {"empty", Kind::Empty, &readEmpty},
 };
 
+/// ": it has the unknown key "lnog", perhaps for "long"" of the first key that has no
+/// place in an object; "" when each has one.
+std::string unknownKey(Json const& object, std::span<std::string_view const> known) {
+    constexpr int shown = 40;
+    for (auto const& [key, value] : object.items()) {
+        if (std::find(known.begin(), known.end(), key) == known.end()) {
+            std::string const nearest = nearestWord(key, known);
+            return ": it has the unknown key \"" +
+                   I18NString::fromUtf8(key).substring(0, shown).toUtf8() + '"' +
+                   (nearest.empty() ? "" : ", perhaps for \"" + nearest + '"');
+        }
+    }
+    return "";
+}
+
 SessionValue readValue(Json& value) {
     if (value.is_object() && value.size() == 1) {
         for (KindRow const& row : kinds) {
@@ -61,7 +79,11 @@ SessionValue readValue(Json& value) {
             }
         }
     }
-    return unusable("is not a value of an action");
+    std::string_view known[std::size(kinds)];
+    std::transform(std::begin(kinds), std::end(kinds), std::begin(known),
+                   [](KindRow const& row) { return std::string_view(row.key); });
+    std::string const unknown = value.is_object() ? unknownKey(value, known) : "";
+    return unusable("is not a value of an action" + unknown);
 }
 
 SessionLine readNotification(Json const& value) {
@@ -76,19 +98,39 @@ SessionLine readNotification(Json const& value) {
     return SessionNotification{value.get<int>()};
 }
 
-} // namespace
-
-SessionLine readSessionLine(std::string_view text) {
-    Json json = Json::parse(text, nullptr, false);
-    if (json.is_discarded() || !json.is_object()) {
-        return UnusableLine{std::string("the line is not a JSON object; ") + wantedLine};
+/// True for a value that holds no others within each other beyond a few levels: what
+/// writes a value calls itself for each of them.
+bool isShallow(Json const& value) {
+    constexpr std::size_t mostLevels = 32;
+    std::vector<Json const*> level{&value};
+    for (std::size_t depth = 0; !level.empty(); ++depth) {
+        if (depth > mostLevels) {
+            return false;
+        }
+        std::vector<Json const*> below;
+        for (Json const* const each : level) {
+            for (Json const& inside : *each) {
+                if (inside.is_structured()) {
+                    below.push_back(&inside);
+                }
+            }
+        }
+        level = std::move(below);
     }
-    if (json.size() == 1 && json.contains("notify")) {
+    return true;
+}
+
+/// What a line asks for, its id apart.
+SessionLine readContent(Json& json) {
+    constexpr std::string_view known[] = {"action", "in", "notify", "id"};
+    std::string const unknown = unknownKey(json, known);
+    bool const isNotification = json.contains("notify");
+    bool const isAction = json.contains("action") && json.contains("in") && json["in"].is_array();
+    if (unknown.empty() && isNotification && !json.contains("action") && !json.contains("in")) {
         return readNotification(json["notify"]);
     }
-    if (json.size() != 2 || !json.contains("action") || !json.contains("in") ||
-        !json["in"].is_array()) {
-        return UnusableLine{std::string("the line is neither an action nor an event; ") +
+    if (!unknown.empty() || isNotification || !isAction) {
+        return UnusableLine{"the line is neither an action nor an event" + unknown + "; " +
                             wantedLine};
     }
     SessionAction line;
@@ -98,6 +140,24 @@ SessionLine readSessionLine(std::string_view text) {
         line.in.push_back(readValue(value));
     }
     return line;
+}
+
+} // namespace
+
+ReadLine readSessionLine(std::string_view text) {
+    Json json = Json::parse(text, nullptr, false);
+    if (json.is_discarded() || !json.is_object()) {
+        return {UnusableLine{std::string("the line is not a JSON object; ") + wantedLine}};
+    }
+    auto const id = json.find("id");
+    if (id == json.end()) {
+        return {readContent(json)};
+    }
+    if (!isShallow(*id)) {
+        return {UnusableLine{"the id of the line is nested too deeply; a number or a text is "
+                             "enough"}};
+    }
+    return {readContent(json), toText(*id, JsonForm::OneLine)};
 }
 
 std::size_t longestSessionLine(std::size_t requestBytes) {

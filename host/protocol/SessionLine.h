@@ -45,8 +45,15 @@ struct UnusableLine {
 /// What a client says to a session in one line.
 using SessionLine = std::variant<SessionAction, SessionNotification, UnusableLine>;
 
-/// Reads a line; needs no session and raises nothing of its own.
-SessionLine readSessionLine(std::string_view text);
+/// A line that was read.
+struct ReadLine {
+    SessionLine says;
+    std::string id{}; // the value of its "id", JSON on one line; "" without one
+};
+
+/// Reads a line; needs no session and raises nothing of its own. What is wrong with
+/// a line names the first key that has no place in it, with the one it may stand for.
+ReadLine readSessionLine(std::string_view text);
 
 /// The bytes that a line with a request of that many bytes may have: each byte
 /// may be escaped, and something stands around them.

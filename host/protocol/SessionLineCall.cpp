@@ -1,6 +1,7 @@
 #include "host/protocol/SessionLineCall.h"
 
 #include "KRLIDOM_Writer.h"
+#include "VexNotification.h"
 #include "VexObject.h"
 #include "host/store/image/HostException.h"
 
@@ -94,11 +95,28 @@ struct Performer {
     }
 
     SessionReply operator()(SessionNotification const& line) const {
+        std::string problem = line.kind == VexNotification::ModelReloaded ? reload() : "";
         calls.notify(line.kind);
-        return NotifiedReply{line.kind};
+        return NotifiedReply{line.kind, std::move(problem)};
     }
 
     SessionReply operator()(UnusableLine const& line) const { return UnusedReply{line.problem}; }
+
+private:
+    /// What kept the model from being read anew; "" when nothing did.
+    std::string reload() const {
+        constexpr char const* kept = "; the model that was read before stays in use";
+        try {
+            if (calls.reload) {
+                calls.reload();
+            }
+            return "";
+        } catch (KRLException const& problem) {
+            return problem.what() + std::string(kept);
+        } catch (std::bad_alloc const&) {
+            return std::string("there is not enough memory for the model") + kept;
+        }
+    }
 };
 
 } // namespace
@@ -114,10 +132,13 @@ SessionReply carryOut(SessionLine const& line, HostSession const& session,
 
 std::string answerSessionLine(std::string_view line, HostSession const& session,
                               KRLIDOM_ReadLimits const& limits, SessionCalls const& calls) {
+    std::string id;
     try {
-        return toJson(carryOut(readSessionLine(line), session, limits, calls));
+        ReadLine read = readSessionLine(line);
+        id = std::move(read.id);
+        return toJson(carryOut(read.says, session, limits, calls), id);
     } catch (std::bad_alloc const&) {
-        return toJson(UnusedReply{"there is not enough memory for this line; ask for less"});
+        return toJson(UnusedReply{"there is not enough memory for this line; ask for less"}, id);
     }
 }
 

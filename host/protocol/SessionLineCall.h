@@ -11,11 +11,15 @@
 
 namespace vex {
 
-/// How the lines of a session reach its plug-in. Both may raise what calling a
-/// plug-in raises.
+/// How the lines of a session reach its plug-in. `action` and `notify` may raise what
+/// calling a plug-in raises.
 struct SessionCalls {
     std::function<ActionOutcome(VexVariant const& action, VexParams const& in)> action;
     std::function<void(int kind)> notify;
+    /// Reads the model anew and lets the session go over to it, before the plug-in hears
+    /// of it. Raises what reading raises; the session keeps the model it has then. None
+    /// where a model cannot change.
+    std::function<void()> reload{};
 };
 
 /// Does what a line says. The values are made in the order of the line; the

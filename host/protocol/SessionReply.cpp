@@ -53,7 +53,13 @@ struct Writer {
                 {"response", std::move(reply.response)}};
     }
 
-    Json operator()(NotifiedReply const& reply) const { return {{"notified", reply.kind}}; }
+    Json operator()(NotifiedReply& reply) const {
+        Json json{{"notified", reply.kind}};
+        if (!reply.problem.empty()) {
+            json["error"]["text"] = std::move(reply.problem);
+        }
+        return json;
+    }
 
     Json operator()(UnusedReply& reply) const {
         return {{"error", {{"text", std::move(reply.text)}}}};
@@ -62,8 +68,9 @@ struct Writer {
 
 } // namespace
 
-std::string toJson(SessionReply reply) {
-    return toText(std::visit(Writer{}, reply), JsonForm::OneLine);
+std::string toJson(SessionReply reply, std::string const& id) {
+    std::string text = toText(std::visit(Writer{}, reply), JsonForm::OneLine);
+    return id.empty() ? text : text.insert(1, "\"id\":" + id + ',');
 }
 
 } // namespace vex

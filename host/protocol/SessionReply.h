@@ -31,6 +31,7 @@ struct StoppedReply {
 /// The notification was sent.
 struct NotifiedReply {
     int kind = 0;
+    std::string problem{}; // that kept a new version of the model from being read
 };
 
 /// The line could not be used.
@@ -43,7 +44,8 @@ using SessionReply =
     std::variant<ReturnedReply, RaisedReply, StoppedReply, NotifiedReply, UnusedReply>;
 
 /// The reply as one JSON object on one line, without the line break. A response
-/// is moved into it, since it may be large.
-std::string toJson(SessionReply reply);
+/// is moved into it, since it may be large. `id` is JSON that the object begins with,
+/// under "id"; "" for none.
+std::string toJson(SessionReply reply, std::string const& id = {});
 
 } // namespace vex

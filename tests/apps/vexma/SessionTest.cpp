@@ -158,4 +158,40 @@ TEST(Session, KeepsTheResponseWhenALimitEndsACall) {
     EXPECT_EQ(json["response"], "<Response><Result/></Response>");
 }
 
+/// Lines that a shell sends to a session, with a change of the model between them.
+std::string afterChange(ToolFolder const& folder, std::string const& change) {
+    constexpr char const* ask =
+        R"(echo '{"id": 1, "action": 31000, "in": [{"long": 0}, {"string": "file:m.xml"}, {"node": "<Metadata><Property n=\"*/@name\"/></Metadata>"}]}')";
+    folder.Write("m.xml", "<model><namespace name='Before'/></model>");
+    // The session has answered before the file changes.
+    return folder
+        .RunShell(std::string("mkfifo lines; \"$VEXMA\" session m.xml < lines > answers & exec 3> "
+                              "lines; ") +
+                  ask + " >&3; while ! [ -s answers ]; do sleep 0.02; done; " + change +
+                  R"(; echo '{"notify": 2}' >&3; )" + ask + " >&3; exec 3>&-; wait; cat answers")
+        .out;
+}
+
+TEST(Session, ReadsAModelAnewWhenItIsToldThatItChanged) {
+    std::string const out =
+        afterChange(ToolFolder(), "echo \"<model><namespace name='After'/></model>\" > m.xml");
+    EXPECT_EQ(out,
+              R"({"id":1,"code":1,"appended":[{"long":1},{"node":true}],)"
+              R"("response":"<Response><Result><folder name=\"Before\"/></Result></Response>"})"
+              "\n{\"notified\":2}\n"
+              R"({"id":1,"code":1,"appended":[{"long":1},{"node":true}],)"
+              R"("response":"<Response><Result><folder name=\"After\"/></Result></Response>"})"
+              "\n");
+}
+
+TEST(Session, KeepsItsModelWhenTheChangedOneIsBroken) {
+    for (char const* const change : {"echo '<model>' > m.xml", "rm m.xml"}) {
+        std::string const out = afterChange(ToolFolder(), change);
+        EXPECT_THAT(out, HasSubstr("\n{\"notified\":2,\"error\":{\"text\":\"m.xml"));
+        EXPECT_THAT(out, HasSubstr("; the model that was read before stays in use\"}}\n"));
+        EXPECT_EQ(out.find("After"), std::string::npos);
+        EXPECT_NE(out.rfind("Before"), out.find("Before"));
+    }
+}
+
 } // namespace

@@ -185,4 +185,36 @@ TEST_F(SessionLineCall, SaysWhenMemoryIsNotEnoughForALine) {
               R"({"error":{"text":"there is not enough memory for this line; ask for less"}})");
 }
 
+TEST_F(SessionLineCall, ReadsTheModelAnewBeforeThePluginHearsOfIt) {
+    std::vector<std::string> steps;
+    m_calls.reload = [&] { steps.push_back("reload"); };
+    m_calls.notify = [&](int kind) { steps.push_back("notify " + std::to_string(kind)); };
+    for (int const kind : {1, 2}) {
+        EXPECT_EQ(std::get<vex::NotifiedReply>(carryOut(vex::SessionNotification{kind})).problem,
+                  "");
+    }
+    EXPECT_EQ(steps, (std::vector<std::string>{"notify 1", "reload", "notify 2"}));
+}
+
+TEST_F(SessionLineCall, KeepsTheModelWhenTheNewOneCannotBeReadAndSaysSo) {
+    m_calls.reload = [] { throw vex::HostException("m.xml:1:2: broken"); };
+    EXPECT_EQ(std::get<vex::NotifiedReply>(carryOut(vex::SessionNotification{2})).problem,
+              "m.xml:1:2: broken; the model that was read before stays in use");
+    m_calls.reload = [] { throw std::bad_alloc(); };
+    EXPECT_EQ(
+        std::get<vex::NotifiedReply>(carryOut(vex::SessionNotification{2})).problem,
+        "there is not enough memory for the model; the model that was read before stays in use");
+    EXPECT_EQ(m_notified, (std::vector<int>{2, 2})); // it starts afresh all the same
+}
+
+TEST_F(SessionLineCall, GivesTheIdBackWithWhateverItAnswers) {
+    auto const answer = [this](char const* line) {
+        return vex::answerSessionLine(line, m_session, m_limits, m_calls);
+    };
+    EXPECT_EQ(answer(R"({"id": {"n": 1}, "notify": 1})"), R"({"id":{"n":1},"notified":1})");
+    EXPECT_THAT(answer(R"({"id": 7, "action": 31000})"), StartsWith(R"({"id":7,"error":)"));
+    EXPECT_THAT(answer(R"({"id": 8, "action": 31000, "in": []})"),
+                StartsWith(R"({"id":8,"code":)"));
+}
+
 } // namespace

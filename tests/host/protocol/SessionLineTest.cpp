@@ -13,7 +13,7 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 vex::SessionAction actionOf(std::string const& line) {
-    return std::get<vex::SessionAction>(vex::readSessionLine(line));
+    return std::get<vex::SessionAction>(vex::readSessionLine(line).says);
 }
 
 /// The only parameter of an action's line.
@@ -24,7 +24,7 @@ SessionValue valueOf(std::string const& value) {
 }
 
 std::string problemOf(std::string const& line) {
-    return std::get<vex::UnusableLine>(vex::readSessionLine(line)).problem;
+    return std::get<vex::UnusableLine>(vex::readSessionLine(line).says).problem;
 }
 
 TEST(SessionLine, SaysWhichActionAndWithWhat) {
@@ -88,18 +88,23 @@ TEST_P(BadValues, KeepTheirPlaceAndSayWhatIsWrong) {
 
 INSTANTIATE_TEST_SUITE_P(
     SessionLine, BadValues,
-    testing::Values(BadValue{R"({"long": 1.5})", "is not a whole number in the range of a long"},
-                    BadValue{R"({"long": "1"})", "is not a whole number in the range of a long"},
-                    BadValue{R"({"string": 1})", "is not a text"},
-                    BadValue{R"({"handle": null})", "is not a text"},
-                    BadValue{R"({"node": {}})", "is not a text"},
-                    BadValue{R"({"empty": false})", "is not true"},
-                    BadValue{R"({"empty": 1})", "is not true"},
-                    BadValue{R"({"short": 1})", "is not a value of an action"},
-                    BadValue{R"({"long": 1, "string": ""})", "is not a value of an action"},
-                    BadValue{"{}", "is not a value of an action"},
-                    BadValue{"1", "is not a value of an action"},
-                    BadValue{"[]", "is not a value of an action"}));
+    testing::Values(
+        BadValue{R"({"long": 1.5})", "is not a whole number in the range of a long"},
+        BadValue{R"({"long": "1"})", "is not a whole number in the range of a long"},
+        BadValue{R"({"string": 1})", "is not a text"},
+        BadValue{R"({"handle": null})", "is not a text"},
+        BadValue{R"({"node": {}})", "is not a text"},
+        BadValue{R"({"empty": false})", "is not true"}, BadValue{R"({"empty": 1})", "is not true"},
+        BadValue{R"({"short": 1})",
+                 "is not a value of an action: it has the unknown key \"short\""},
+        BadValue{
+            R"({"lnog": 1})",
+            "is not a value of an action: it has the unknown key \"lnog\", perhaps for \"long\""},
+        BadValue{R"({"long": 1, "strng": ""})", "is not a value of an action: it has the unknown "
+                                                "key \"strng\", perhaps for \"string\""},
+        BadValue{R"({"long": 1, "string": ""})", "is not a value of an action"},
+        BadValue{"{}", "is not a value of an action"}, BadValue{"1", "is not a value of an action"},
+        BadValue{"[]", "is not a value of an action"}));
 
 TEST(SessionLine, MayHaveAnUnusableAction) {
     EXPECT_THAT(actionOf(R"({"action": 1.5, "in": []})").action.text,
@@ -111,7 +116,7 @@ TEST(SessionLine, MayHaveAnUnusableAction) {
 TEST(SessionLine, SaysWhichNotification) {
     for (int const kind : {0, 1, 2, -1, 2'147'483'647, std::numeric_limits<int>::min()}) {
         auto const line = vex::readSessionLine("{\"notify\": " + std::to_string(kind) + '}');
-        EXPECT_EQ(std::get<vex::SessionNotification>(line).kind, kind);
+        EXPECT_EQ(std::get<vex::SessionNotification>(line.says).kind, kind);
     }
 }
 
@@ -137,13 +142,55 @@ TEST(SessionLine, IsUnusableWhenItIsNoJsonObject) {
 
 TEST(SessionLine, IsUnusableWhenItIsNeitherActionNorEvent) {
     for (char const* const line :
-         {"{}", R"({"act": 1})", R"({"action": 31000})", R"({"action": 31000, "in": 1})",
+         {"{}", R"({"in": []})", R"({"action": 31000})", R"({"action": 31000, "in": 1})",
           R"({"action": 1, "notify": 1})", R"({"action": 1, "in": [], "notify": 1})"}) {
         EXPECT_EQ(
             problemOf(line),
             R"(the line is neither an action nor an event; send {"action": A, "in": [V, ...]} or {"notify": kind} on one line)")
             << line;
     }
+}
+
+TEST(SessionLine, NamesTheFirstKeyThatHasNoPlaceInIt) {
+    constexpr char const* wanted =
+        R"(; send {"action": A, "in": [V, ...]} or {"notify": kind} on one line)";
+    EXPECT_EQ(
+        problemOf(R"({"act": 1})"),
+        std::string("the line is neither an action nor an event: it has the unknown key \"act\"") +
+            wanted);
+    EXPECT_EQ(problemOf(R"({"actoin": 31000, "in": []})"),
+              std::string("the line is neither an action nor an event: it has the unknown key "
+                          "\"actoin\", perhaps for \"action\"") +
+                  wanted);
+    EXPECT_EQ(problemOf(R"({"notify": 1, "ID": 2})"),
+              std::string("the line is neither an action nor an event: it has the unknown key "
+                          "\"ID\", perhaps for \"id\"") +
+                  wanted);
+    EXPECT_THAT(problemOf("{\"" + std::string(10'000, 'k') + "\": 1}"),
+                StartsWith("the line is neither an action nor an event: it has the unknown key \"" +
+                           std::string(40, 'k') + "\";"));
+}
+
+TEST(SessionLine, MayBearAnIdOfAnyKind) {
+    for (char const* const id : {"7", "\"a\\\"b\"", "null", "[1,{\"x\":[]}]", "1.5"}) {
+        vex::ReadLine const line =
+            vex::readSessionLine(std::string("{\"id\": ") + id + ", \"notify\": 1}");
+        EXPECT_EQ(line.id, id);
+        EXPECT_EQ(std::get<vex::SessionNotification>(line.says).kind, 1);
+    }
+    EXPECT_EQ(vex::readSessionLine(R"({"notify": 1})").id, "");
+}
+
+TEST(SessionLine, KeepsItsIdWhenItIsUnusable) {
+    EXPECT_EQ(vex::readSessionLine(R"({"id": "x", "action": 1})").id, "\"x\"");
+}
+
+TEST(SessionLine, IsUnusableWithAnIdThatIsNestedDeeply) {
+    std::string const deep = std::string(1'000'000, '[') + std::string(1'000'000, ']');
+    vex::ReadLine const line = vex::readSessionLine("{\"notify\": 1, \"id\": " + deep + '}');
+    EXPECT_EQ(line.id, "");
+    EXPECT_THAT(std::get<vex::UnusableLine>(line.says).problem,
+                StartsWith("the id of the line is nested too deeply"));
 }
 
 TEST(LongestSessionLine, HasRoomForARequestWithEachByteEscaped) {

@@ -55,4 +55,14 @@ TEST(SessionReply, IsOneLineOfUtf8WhateverItsTextsHold) {
     EXPECT_EQ(vex::toJson(vex::UnusedReply{"a\xFFz"}), "{\"error\":{\"text\":\"a\xEF\xBF\xBDz\"}}");
 }
 
+TEST(SessionReply, BeginsWithTheIdOfItsLine) {
+    EXPECT_EQ(vex::toJson(vex::NotifiedReply{1}, "[1,\"a\"]"), R"({"id":[1,"a"],"notified":1})");
+    EXPECT_EQ(vex::toJson(vex::UnusedReply{"no"}, "7"), R"({"id":7,"error":{"text":"no"}})");
+}
+
+TEST(SessionReply, SaysWhatKeptAModelFromBeingRead) {
+    EXPECT_EQ(vex::toJson(vex::NotifiedReply{2, "broken"}),
+              R"({"notified":2,"error":{"text":"broken"}})");
+}
+
 } // namespace
