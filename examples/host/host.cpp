@@ -41,7 +41,7 @@ private:
     RowModel& m_model;
     I18NLocale m_locale{"en"};
     mutable std::map<I18NString, I18NLocale> m_locales;
-    VexCustomDataStore m_customData;
+    VexSessionCustomData m_customData;
 };
 
 class SessionClosed final : public VexNotification {

@@ -82,7 +82,7 @@ private:
     I18NLocale m_asked;
     I18NLocale m_locale;
     SessionSecurity m_security;
-    VexCustomDataStore m_customData;
+    VexSessionCustomData m_customData;
     mutable std::map<I18NString, I18NLocale> m_locales; // those handed out by name
     std::atomic<bool> m_busy{false};
 };

@@ -4,11 +4,13 @@
 #include "VexPlatformVersion.h"
 #include "host/service/PluginException.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <mutex>
 #include <set>
+#include <vector>
 
 #include <dlfcn.h>
 #include <sys/stat.h>
@@ -18,6 +20,7 @@ namespace vex {
 namespace {
 
 constexpr char const* pluginFileName = "libVexMAActionPlugin.vpl";
+constexpr char const* pluginName = "VexMAActionPlugin";
 
 /// Tells static initialisers of a library, while it is loaded, which it is.
 class CurrentLibrary {
@@ -146,7 +149,32 @@ void PluginLibrary::checkVersion() const {
     }
 }
 
-VexPluginFactory::Creator& PluginLibrary::findCreator(std::string const& name) const {
+std::string PluginLibrary::chooseName() const {
+    std::vector<std::string> const names = VexPluginFactory_getInstance()->ListNames(m_file);
+    if (std::find(names.begin(), names.end(), pluginName) != names.end()) {
+        return pluginName;
+    }
+    if (names.empty()) {
+        throw PluginException(PluginFault::NotLoaded,
+                              m_file + " registers no plug-in while it is loaded; give it a "
+                                       "KRLPluginCreator as a static object, under a name that no "
+                                       "other loaded library has");
+    }
+    if (names.size() > 1) {
+        std::string list;
+        for (std::string const& name : names) {
+            list += (list.empty() ? "\"" : ", \"") + name + '"';
+        }
+        throw PluginException(PluginFault::NotLoaded,
+                              m_file + " registers several plug-ins, " + list + ", none named \"" +
+                                  pluginName +
+                                  "\"; build the one to use into a library of its own");
+    }
+    return names.front();
+}
+
+VexPluginFactory::Creator& PluginLibrary::findCreator(std::string const& nameOrNone) const {
+    std::string const name = nameOrNone.empty() ? chooseName() : nameOrNone;
     VexPluginFactory::Creator* const creator = VexPluginFactory_getInstance()->FindCreator(name);
     if (creator == nullptr) {
         throw PluginException(PluginFault::NotLoaded,

@@ -30,8 +30,9 @@ public:
     /// The absolute path.
     std::string const& getFile() const { return m_file; }
 
-    /// The creator that this library registered under `name`. Raises
-    /// `PluginException` when it registered none.
+    /// The creator that this library registered under `name`; of the empty name, the
+    /// metadata access plug-in's, else the only one that there is. Raises
+    /// `PluginException` when it registered none, or several to choose among.
     VexPluginFactory::Creator& findCreator(std::string const& name) const;
 
     /// The address that this library exports under `name`; null when it does
@@ -43,6 +44,7 @@ private:
     struct Claim;
 
     void checkVersion() const;
+    std::string chooseName() const;
 
     std::string m_file;
     std::unique_ptr<Claim> m_claim;

@@ -1,6 +1,5 @@
 #include "host/service/PluginProxy.h"
 
-#include "KRLPluginCreator.h"
 #include "VexPluginExtension.h"
 #include "VexTrace.h"
 #include "host/service/HostNotification.h"
@@ -93,15 +92,7 @@ PluginProxy::PluginProxy(std::string const& file, std::string const& name)
     : m_library(file), m_creator(m_library.findCreator(name)),
       m_explainAccess(findExtension<VexExplainAccess>()),
       m_explainTree(findExtension<VexExplainTree>()) {
-    guarded("create", [&] {
-        if (m_creator.initialize() != nullptr) {
-            m_creator.initialize()();
-        }
-        m_plugin.reset(m_creator.create());
-    });
-    if (m_plugin == nullptr) {
-        throw PluginException(PluginFault::OutOfMemory, described("create") + " ran out of memory");
-    }
+    guarded("create", [&] { m_plugin.emplace(m_creator); });
 }
 
 PluginProxy::~PluginProxy() {
@@ -112,10 +103,6 @@ PluginProxy::~PluginProxy() {
             OutputDebugString(problem.what()); // nobody is left to be told
         }
     }
-    m_plugin.reset();
-    if (m_creator.terminate() != nullptr) {
-        m_creator.terminate()();
-    }
 }
 
 void PluginProxy::Initialize(char const* parameters) {
@@ -123,7 +110,7 @@ void PluginProxy::Initialize(char const* parameters) {
         throw PluginException(PluginFault::NotReady,
                               described("Initialize") + " was called by the host a second time");
     }
-    if (guarded("Initialize", [&] { return m_plugin->Initialize(parameters); }) != 1) {
+    if (guarded("Initialize", [&] { return (*m_plugin)->Initialize(parameters); }) != 1) {
         throw PluginException(PluginFault::NotReady,
                               described("Initialize") + " says that the plug-in is not ready");
     }
@@ -148,7 +135,7 @@ void PluginProxy::Terminate(char const* parameters) {
 
 void PluginProxy::terminateObject(char const* parameters) {
     m_state.store(State::Terminated);
-    guarded("Terminate", [&] { return m_plugin->Terminate(parameters); });
+    guarded("Terminate", [&] { return (*m_plugin)->Terminate(parameters); });
 }
 
 VexErrorCode PluginProxy::DoAction(HostSession& session, VexVariant const& action,
@@ -156,13 +143,13 @@ VexErrorCode PluginProxy::DoAction(HostSession& session, VexVariant const& actio
     Running const running(*this, session, "DoAction");
     return guarded("DoAction", [&] {
         VexException unused(0);
-        return m_plugin->DoAction(session, action, unused, in, out);
+        return (*m_plugin)->DoAction(session, action, unused, in, out);
     });
 }
 
 void PluginProxy::Notify(HostSession& session, int kind) {
     Running const running(*this, session, "Notify");
-    guarded("Notify", [&] { m_plugin->Notify(HostNotification(kind, session)); });
+    guarded("Notify", [&] { (*m_plugin)->Notify(HostNotification(kind, session)); });
 }
 
 void PluginProxy::explainAccess(HostSession& session, I18NString const& modelPath,

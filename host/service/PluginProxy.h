@@ -6,9 +6,10 @@
 #include "VexTreeExplanation.h"
 #include "host/service/HostSession.h"
 #include "host/service/PluginLibrary.h"
+#include "host/service/PluginObject.h"
 
 #include <atomic>
-#include <memory>
+#include <optional>
 #include <string>
 
 namespace vex {
@@ -19,7 +20,8 @@ namespace vex {
 /// behaviour. Threads: any, for different sessions.
 class PluginProxy {
 public:
-    explicit PluginProxy(std::string const& file, std::string const& name = "VexMAActionPlugin");
+    /// Without a name the metadata access plug-in, else the only one in the library.
+    explicit PluginProxy(std::string const& file, std::string const& name = "");
     /// Terminates the plug-in when that has not been done, and unloads it.
     ~PluginProxy();
     PluginProxy(PluginProxy const&) = delete;
@@ -65,7 +67,7 @@ private:
     VexExplainAccess const* m_explainAccess;
     VexExplainTree const* m_explainTree;
     /// @}
-    std::unique_ptr<VexPluginInterface> m_plugin;
+    std::optional<PluginObject> m_plugin; // from construction on
     std::atomic<State> m_state{State::Loaded};
     std::atomic<unsigned> m_running{0}; // calls of sessions
 };

@@ -13,7 +13,8 @@ struct KRLSourceLocation {
     int line;           ///< from 1; 0 is unknown
 };
 
-/// What everything that passes between host and plug-in derives from.
+/// What everything that host and plug-in raise for each other derives from. What a
+/// host's own operation throws, and `std::bad_alloc`, pass as they are.
 class VEX_PLATFORM_API KRLException : public std::exception {
 public:
     /// `text` is UTF-8, for people.

@@ -5,7 +5,8 @@ class VexErrorCode {
 public:
     /// The action is the plug-in's and is done.
     static constexpr long Handled = 1;
-    /// The action is not the plug-in's; a host may ask another one.
+    /// The action is not the plug-in's: nothing was done or appended. A host asks the
+    /// next plug-in, and tells its caller that the action is unknown when none is left.
     static constexpr long NotHandled = 6;
 
     /// `text` may be null; it is not copied and must outlive the code.

@@ -7,6 +7,10 @@
 
 /// A failure of a plug-in's own, raised in three steps: build the message and
 /// add its parameters, build the exception and add the message, call `raise`.
+///
+/// A failure of `VexMAActionPlugin` has one message, of the failure's own number; its
+/// parameters are the failure's. Where a plug-in adds several, the parameters of all
+/// count, in their order.
 class VEX_PLATFORM_API VexException final : public KRLException {
 public:
     /// A failure with that number. Its text is the table's until a message is added.

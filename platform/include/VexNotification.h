@@ -9,7 +9,8 @@ class VEX_PLATFORM_API VexNotification {
 public:
     /// @{
     /// The kinds that hosts send. On the last two a plug-in drops what it keeps
-    /// for the session.
+    /// for the session, and nothing else makes it do so: not `Terminate`, and not a
+    /// failure, after which a host may send `ModelReloaded` to start afresh.
     static constexpr int SessionOpened = 0;
     static constexpr int SessionClosed = 1;
     static constexpr int ModelReloaded = 2;

@@ -16,9 +16,13 @@ class VexSession;
 /// its out-argument as it was. Lists are appended to. Text that is handed out
 /// may share the model's storage (see `I18NString`).
 ///
+/// The bools of `Properties`, `childObjects` and `getElementsByTagName` say whether
+/// the object could be asked, not whether anything was appended: they are true for
+/// every valid object. Look at the list.
+///
 /// Threads: any, as long as the model stays loaded during the call.
-/// Raises: nothing of its own; a host that limits a call (deadline, cancel) may
-/// raise `KRLLimitException` from any operation.
+/// Raises: nothing of its own, and what the host's model raises; a host that limits a
+/// call (deadline, cancel) may raise `KRLLimitException` from any operation.
 class VexObject {
 public:
     /// Works from the handle alone, for every loaded model of the process;
@@ -27,7 +31,7 @@ public:
         : m_handle(handle), m_model(VexObjectDirectory::Find(handle)) {}
 
     /// True while the object's model is loaded.
-    bool IsValid() const { return m_model != nullptr && m_model->IsObject(m_handle); }
+    bool IsValid() const { return usable() && m_model->IsObject(m_handle); }
 
     /// An element's id; false when it has none, and for a property.
     bool GetId(I18NString& id) const { return usable() && m_model->GetId(m_handle, id); }
@@ -43,7 +47,11 @@ public:
     bool GetRole(I18NString& role) const { return usable() && m_model->GetRole(m_handle, role); }
 
     /// An element's own text, a property's value; false when there is none.
-    /// The text is handed out as it stands in the model, whatever `resolve`.
+    /// The text is handed out as it stands in the model: nobody trims it behind the
+    /// model, and ids in the sets of a security view are compared unit by unit.
+    ///
+    /// `resolve` asks a host whose values hold placeholders (parameters, macros) to
+    /// put their values in; one that has none ignores it.
     bool GetValue(I18NString& value, bool resolve) const {
         return usable() && m_model->GetValue(m_handle, value, resolve);
     }
@@ -60,13 +68,20 @@ public:
     /// The property of that name as a locale finds it: the value for the
     /// locale, else for its nearest parent locale, else the unlocalised one.
     /// The null locale finds the unlocalised value, else the model's default
-    /// locale's, else the first. "ID" names the element's id; the name of a
+    /// locale's, else the first; it is what a property is asked for by that is the
+    /// same in all languages. "ID" names the element's id; the name of a
     /// class that occurs among the children names the collection of them.
+    ///
+    /// A simple property of a name comes before the collection of that name, also
+    /// when it has no value, or none for the locale: the collection is then not
+    /// found by its name, though `Properties` lists both.
     VEX_HANDLE GetPropertyByName(I18NString const& name, I18NLocale const* locale) const {
         return usable() ? m_model->GetPropertyByName(m_handle, name, locale) : VEX_HANDLE();
     }
 
-    /// The first property with that role, found by locale in the same way.
+    /// The first property with that role, found by locale in the same way: of its
+    /// name, the value that `GetPropertyByName` gives, even where that value has
+    /// another role or none.
     VEX_HANDLE GetPropertyByRole(I18NString const& role, I18NLocale const* locale) const {
         return usable() ? m_model->GetPropertyByRole(m_handle, role, locale) : VEX_HANDLE();
     }
@@ -89,7 +104,8 @@ public:
     }
 
     /// Appends every element of the class `tag` below this one, not itself, in
-    /// document order. Costs by its answer, not by the model's size.
+    /// document order; of a property nothing. Costs by its answer, not by the
+    /// model's size, or the plug-in is slow: it asks often.
     bool getElementsByTagName(I18NString const& tag, Vex_Handle_Collection& found) const {
         return usable() && m_model->getElementsByTagName(m_handle, tag, found);
     }

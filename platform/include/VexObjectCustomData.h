@@ -6,17 +6,42 @@
 
 class VexSession;
 
-/// The texts that plug-ins keep with one session, by namespace and key.
+/// Where the texts stand that plug-ins keep with one session, by namespace and key. A
+/// host that has a place of its own for them implements this; one that has none uses
+/// `VexSessionCustomData`.
+///
+/// What is not persistent may name memory of the process: it must never come back in
+/// another process, or for another session. `VexMAActionPlugin` keeps nothing else.
 /// Threads: one at a time, as for the session.
+/// Raises: whatever the host likes; it passes through the plug-in.
 class VEX_PLATFORM_API VexCustomDataStore {
 public:
     /// @{
     /// See the operations of `VexObjectCustomData`, which plug-ins use.
-    bool HasNamespace(I18NString const& nameSpace) const;
-    I18NString Get(I18NString const& key, I18NString const& nameSpace) const;
-    void Set(I18NString const& key, I18NString const& value, I18NString const& nameSpace);
-    void Remove(I18NString const& key, I18NString const& nameSpace);
+    virtual bool HasNamespace(I18NString const& nameSpace) const = 0;
+    virtual I18NString Get(I18NString const& key, I18NString const& nameSpace) const = 0;
+    virtual void Set(I18NString const& key, I18NString const& value, bool persistent,
+                     I18NString const& nameSpace) = 0;
+    virtual void Remove(I18NString const& key, I18NString const& nameSpace) = 0;
     /// @}
+
+protected:
+    virtual ~VexCustomDataStore();
+};
+
+/// Keeps the texts in memory, as long as the session lives; what is persistent too.
+class VEX_PLATFORM_API VexSessionCustomData final : public VexCustomDataStore {
+public:
+    VexSessionCustomData() = default;
+    VexSessionCustomData(VexSessionCustomData const&) = default;
+    VexSessionCustomData& operator=(VexSessionCustomData const&) = default;
+    ~VexSessionCustomData() override;
+
+    bool HasNamespace(I18NString const& nameSpace) const override;
+    I18NString Get(I18NString const& key, I18NString const& nameSpace) const override;
+    void Set(I18NString const& key, I18NString const& value, bool persistent,
+             I18NString const& nameSpace) override;
+    void Remove(I18NString const& key, I18NString const& nameSpace) override;
 
 private:
     struct Entry {
@@ -40,7 +65,7 @@ public:
     I18NString GetCustomDataProperty(I18NString const& key, I18NString const& nameSpace) const;
 
     /// Sets the property, replacing an earlier value. `persistent` asks a host
-    /// with lasting storage to keep it; here data ends with the session.
+    /// with lasting storage to keep it beyond the session.
     void SetCustomDataProperty(I18NString const& key, I18NString const& value, bool persistent,
                                I18NString const& nameSpace);
 

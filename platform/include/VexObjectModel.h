@@ -19,8 +19,21 @@ enum class VexTextMatch {
 ///
 /// A model owns one range of handle numbers. It takes the range before it gives
 /// out a handle and must not be destroyed while a call on one of its objects is
-/// under way. Every operation is called with a handle of the model's own range.
+/// under way. Every operation is called with a handle of the model's own range;
+/// of those that `IsObject` denies, too.
+///
+/// The plug-in `VexMAActionPlugin` passes no filters, true for `resolve`, and looks
+/// at the lists, not at the bools of what appends to them. It never calls `GetLocale`
+/// and `GetPropertyByRole`; `GetClass` and `GetRole` serve a tree that no action asks
+/// for. The names that it asks for stand in `docs/names.md`.
+///
+/// What the texts hold goes into answers as it stands. A text that XML cannot hold (a
+/// control character, half of a surrogate pair) makes an answer that `KRLIDOM_Writer`
+/// refuses to write, so a host leaves such characters out.
+///
 /// Threads: all operations may run at once; a loaded model does not change.
+/// Raises: whatever the host likes; a plug-in lets it pass to whoever called
+/// `DoAction`. `KRLLimitException` is for a call that the host ends.
 class VEX_PLATFORM_API VexObjectModel {
 public:
     VexObjectModel(VexObjectModel const&) = delete;

@@ -6,6 +6,7 @@
 #include <map>
 #include <mutex>
 #include <string>
+#include <vector>
 
 template <class Interface> class KRLPluginCreatorBase;
 
@@ -29,6 +30,10 @@ public:
 
     /// The creator of that name; null when no loaded library has one.
     Creator* FindCreator(std::string const& name) const;
+
+    /// The names that a library registered, ascending. A name that another library
+    /// had first is not among them.
+    std::vector<std::string> ListNames(std::string const& library) const;
 
     /// Forgets every creator of a library; a host calls it before unloading,
     /// since creators do not unregister.

@@ -14,20 +14,26 @@ class VexSession;
 /// The host makes the object through the factory, calls `Initialize` once, then
 /// any number of `DoAction` and `Notify`, then `Terminate`, and deletes it.
 /// Actions of different sessions may run at once on different threads; two
-/// actions of one session never do. Only exceptions derived from
-/// `KRLException` come out.
+/// actions of one session never do.
+///
+/// A plug-in's own failures are `VexException`; nothing else of its own comes out.
+/// What a host's operation raises passes through it unchanged, whatever its type, and
+/// so does `std::bad_alloc`: a host catches what it throws itself, `std::bad_alloc`,
+/// and `KRLException` for the rest.
 ///
 /// The order of the virtual operations is part of the contract.
 class VEX_PLATFORM_API VexPluginInterface {
 public:
     /// Gives 1 when the plug-in is ready. `parameters` is the host's own text.
     virtual int Initialize(char const* parameters) = 0;
-    /// Drops what the plug-in keeps; no other call follows.
+    /// Ends the plug-in's work; no other call follows. It does not know the sessions:
+    /// what it keeps for one goes with the notification that the session closed, so a
+    /// host closes its sessions first.
     virtual int Terminate(char const* parameters) = 0;
 
     /// Does the action whose number `action` holds. Gives `Handled` when the
-    /// number is the plug-in's own. Results are appended to `out`. `exception`
-    /// is for plug-ins that do not throw.
+    /// number is the plug-in's own, else `NotHandled`. Results are appended to `out`.
+    /// `exception` is for plug-ins that do not throw.
     virtual VexErrorCode DoAction(VexSession& session, VexVariant const& action,
                                   VexException& exception, VexParams const& in, VexParams& out) = 0;
 

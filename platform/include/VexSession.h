@@ -7,7 +7,8 @@
 
 class VexCustomDataStore;
 
-/// The objects of the model that a session has open.
+/// The objects of the model that a session has open. Its operations may raise, as
+/// those of `VexObjectModel`.
 class VEX_PLATFORM_API VexObjectStore {
 public:
     /// The model root; never null.
@@ -15,7 +16,8 @@ public:
 
     /// The first element in document order whose reference is `reference`
     /// ([namespace].[name]..., split like a start path); the null handle when
-    /// there is none or the text does not split. `scope` must be 0.
+    /// there is none or the text does not split. Names are those of the model's
+    /// default locale. `scope` must be 0. Asked for the targets of shortcuts only.
     virtual VEX_HANDLE GetObjectByReference(I18NString const& reference, long scope) const = 0;
 
 protected:
@@ -31,10 +33,12 @@ public:
     /// use, ascending, each once.
     virtual void GetAvailableViews(std::vector<I18NString>& views) = 0;
 
-    /// Replaces the list by the identifiers of the user's roles.
+    /// Replaces the list by the identifiers of the user's roles, in any order. They
+    /// are compared with the property "roleId" of a view's first "member".
     virtual void GetRoles(std::vector<I18NString>& roles) = 0;
 
-    /// Sets `value` to the package's value; "" when it has none.
+    /// Sets `value` to the package's value; "" when it has none. The path is as for
+    /// `VexModelService`.
     virtual void GetPackageValue(I18NString const& modelPath, I18NString& value,
                                  I18NLocale const& locale) = 0;
 
@@ -50,7 +54,8 @@ protected:
 /// Hands out security information by model path.
 class VEX_PLATFORM_API VexModelService {
 public:
-    /// Null when nothing is known about the path. Owned by the host.
+    /// Null when nothing is known about the path. Owned by the host. The path comes
+    /// as the request gave it, but without a "path:" in front.
     virtual VexSecurityInfoSource* GetSecurityInfoSource(I18NString const& modelPath) = 0;
 
 protected:
@@ -62,10 +67,14 @@ protected:
 /// the session.
 class VEX_PLATFORM_API VexSession {
 public:
-    /// The locale that was chosen when the session opened; never null.
+    /// The locale that was chosen when the session opened; never null. Its canonical
+    /// name is what "effectiveLocale" tells.
     virtual I18NLocale const* GetCurrentLocale() const = 0;
 
-    /// The locale with that name; never null. "" gives the nameless locale.
+    /// The locale with that name; never null. "" gives the nameless locale. Asked for
+    /// the values of the root's properties "defaultLocale" and "locales": these are
+    /// written into answers as they stand, so a host gives the canonical names
+    /// (`I18NLocale::getName`).
     virtual I18NLocale const* GetLocale(I18NString const& name) const = 0;
 
     /// The objects of the open model.

@@ -179,11 +179,27 @@ TEST(VexMAActionPlugin, BothActionsAreDroppedWhenASessionHasBoth) {
     PluginCase second(plainModel);
     first.askMetadata();
     second.askAccess("x");
-    first.session.customData().Set("AccessAction", second.entry("AccessAction").c_str(),
+    first.session.customData().Set("AccessAction", second.entry("AccessAction").c_str(), false,
                                    "VexMAActionPlugin");
     second.session.customData().Remove("AccessAction", "VexMAActionPlugin");
     first.notify(VexNotification::SessionClosed);
     EXPECT_FALSE(first.session.customData().HasNamespace("VexMAActionPlugin"));
+}
+
+TEST(VexMAActionPlugin, AReloadEndsWhatAFailureOnANewPathLeft) {
+    PluginCase on(plainModel);
+    on.askAccess("x");
+    EXPECT_EQ(static_cast<long>(on.out[3]), 1);
+    on.session.dropSource();
+    expectFailure([&] { on.askAccess("x", 0, "/content/other"); }, 1444335572, "VexAccessAction", 0,
+                  "VexAccessAction::RetrieveSecurityInfo");
+    on.session.restoreSource();
+    on.session.setViews({"of another model"});
+    on.askAccess("x", 0, "/content/other"); // with the rights of the path before
+    EXPECT_EQ(static_cast<long>(on.out[3]), 1);
+    on.notify(VexNotification::ModelReloaded);
+    expectFailure([&] { on.askAccess("x", 0, "/content/other"); }, 1170551942, "VexMDAccessEngine",
+                  0, "VexMDAccessEngine::populateAccessInfo");
 }
 
 TEST(VexMAActionPlugin, AnEventOfASessionWithoutActionsIsNoError) {
@@ -195,7 +211,7 @@ TEST(VexMAActionPlugin, AnEventOfASessionWithoutActionsIsNoError) {
 
 TEST(VexMAActionPlugin, AnEntryThatIsZeroIsRemovedWithoutBeingFollowed) {
     PluginCase on(plainModel);
-    on.session.customData().Set("MaAction", "0", "VexMAActionPlugin");
+    on.session.customData().Set("MaAction", "0", false, "VexMAActionPlugin");
     on.notify(2);
     EXPECT_FALSE(on.session.customData().HasNamespace("VexMAActionPlugin"));
 }
@@ -214,7 +230,7 @@ TEST(VexMAActionPlugin, AfterAReloadTheSessionStartsAfreshWithEitherAction) {
 TEST(VexMAActionPlugin, DataOfOthersStaysWhenTheActionsAreDropped) {
     PluginCase on(plainModel);
     on.askMetadata();
-    on.session.customData().Set("MaAction", "1", "another");
+    on.session.customData().Set("MaAction", "1", false, "another");
     on.notify(1);
     EXPECT_EQ(on.session.customData().Get("MaAction", "another"), "1");
 }

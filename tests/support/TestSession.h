@@ -64,7 +64,7 @@ private:
     bool m_hasSource = true;
     bool m_withdrawsViews = false;
     std::vector<I18NString>* m_filledViews = nullptr;
-    VexCustomDataStore m_customData;
+    VexSessionCustomData m_customData;
     std::vector<I18NString> m_askedPaths;
     std::vector<I18NString> m_packageQuestions;
 };

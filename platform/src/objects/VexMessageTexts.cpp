@@ -71,10 +71,10 @@ constexpr VexMessageText texts[] = {
      "The request document has no \"Metadata\" element, so there is nothing to answer. "
      "Put the request into a \"Metadata\" element."},
     {VexFailureId::AnswerTooDeep,
-     "The answer nests more than 1024 levels, at {0}. Ask for fewer levels with "
-     "\"Depth\", or start further down.",
-     "The answer nests more than 1024 levels. Ask for fewer levels with \"Depth\", or start "
-     "further down."},
+     "The answer nests more than 1024 levels, at {0}. Start further down. Levels that are "
+     "left out of the answer count as well, and \"Depth\" ends only those that are written.",
+     "The answer nests more than 1024 levels. Start further down. Levels that are left out of "
+     "the answer count as well, and \"Depth\" ends only those that are written."},
 };
 
 VexMessageText const* findRow(unsigned id) {

@@ -4,26 +4,29 @@
 
 #include <algorithm>
 
-bool VexCustomDataStore::HasNamespace(I18NString const& nameSpace) const {
+VexCustomDataStore::~VexCustomDataStore() = default;
+VexSessionCustomData::~VexSessionCustomData() = default;
+
+bool VexSessionCustomData::HasNamespace(I18NString const& nameSpace) const {
     return std::any_of(m_entries.begin(), m_entries.end(),
                        [&](Entry const& entry) { return entry.nameSpace == nameSpace; });
 }
 
-I18NString VexCustomDataStore::Get(I18NString const& key, I18NString const& nameSpace) const {
+I18NString VexSessionCustomData::Get(I18NString const& key, I18NString const& nameSpace) const {
     auto const found = std::find_if(m_entries.begin(), m_entries.end(), [&](Entry const& entry) {
         return entry.nameSpace == nameSpace && entry.key == key;
     });
     return found == m_entries.end() ? I18NString() : found->value;
 }
 
-void VexCustomDataStore::Set(I18NString const& key, I18NString const& value,
-                             I18NString const& nameSpace) {
+void VexSessionCustomData::Set(I18NString const& key, I18NString const& value,
+                               [[maybe_unused]] bool persistent, I18NString const& nameSpace) {
     Entry entry{nameSpace, key, value};
     Remove(key, nameSpace);
     m_entries.push_back(std::move(entry));
 }
 
-void VexCustomDataStore::Remove(I18NString const& key, I18NString const& nameSpace) {
+void VexSessionCustomData::Remove(I18NString const& key, I18NString const& nameSpace) {
     std::erase_if(m_entries, [&](Entry const& entry) {
         return entry.nameSpace == nameSpace && entry.key == key;
     });
@@ -42,9 +45,8 @@ I18NString VexObjectCustomData::GetCustomDataProperty(I18NString const& key,
 }
 
 void VexObjectCustomData::SetCustomDataProperty(I18NString const& key, I18NString const& value,
-                                                [[maybe_unused]] bool persistent,
-                                                I18NString const& nameSpace) {
-    m_store.Set(key, value, nameSpace);
+                                                bool persistent, I18NString const& nameSpace) {
+    m_store.Set(key, value, persistent, nameSpace);
 }
 
 void VexObjectCustomData::RemoveCustomDataProperty(I18NString const& key,

@@ -27,6 +27,17 @@ VexPluginFactory::Creator* VexPluginFactory::FindCreator(std::string const& name
     return found == m_creators.end() ? nullptr : found->second;
 }
 
+std::vector<std::string> VexPluginFactory::ListNames(std::string const& library) const {
+    std::lock_guard const lock(m_mutex);
+    std::vector<std::string> names;
+    for (auto const& [name, creator] : m_creators) {
+        if (creator->library() == library) {
+            names.push_back(name);
+        }
+    }
+    return names;
+}
+
 void VexPluginFactory::ForgetLibrary(std::string const& library) {
     std::lock_guard const lock(m_mutex);
     std::erase_if(m_creators,

@@ -49,6 +49,23 @@ TEST(Session, AnswersAnActionWithCodeAppendedAndResponse) {
     EXPECT_EQ(answers({request})[0], answer);
 }
 
+TEST(Session, CallsAnyPluginThatIsNamed) {
+    std::string const plugin = std::string(VEX_BAD_PLUGIN_DIR) + "/RuleBreaker.vpl";
+    std::vector<std::string> const given = answers(
+        {R"({"action": 1, "in": []})", R"({"action": 777, "in": []})"}, {"--plugin", plugin});
+    EXPECT_THAT(given[0], HasSubstr(R"({"code":1,"appended":[{"long":7},)"));
+    EXPECT_THAT(given[1], HasSubstr(R"({"code":6,"appended":[],)"));
+}
+
+TEST(Session, SaysThatALibraryRegistersNoPlugin) {
+    std::string const plugin = std::string(VEX_BAD_PLUGIN_DIR) + "/NoPlugin.vpl";
+    ToolResult const result =
+        ToolFolder().Run(ToolFolder::As("session", "ann", {"--plugin", plugin}), request);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_THAT(result.error, HasSubstr("NoPlugin.vpl registers no plug-in"));
+}
+
 TEST(Session, NeedsNoLineBreakAfterTheLastLine) {
     ToolResult const result = ToolFolder().Run(ToolFolder::As("session", "ann"), request);
     EXPECT_EQ(result.out, std::string(answer) + '\n');

@@ -80,6 +80,34 @@ TEST(PluginLibrary, IsRefusedWhenItRegistersNoPluginOfThatName) {
     EXPECT_THAT(fault.text, HasSubstr("\"Nobody\""));
 }
 
+TEST(PluginLibrary, GivesItsOnlyPluginWithoutAName) {
+    vex::HostSession session(smallModel(), I18NLocale(), nullptr, nullptr);
+    PluginProxy plugin(badPlugin("RuleBreaker"));
+    plugin.Initialize();
+    VexParams out;
+    EXPECT_EQ(plugin.DoAction(session, VexVariant(-1L), VexParams(), out).GetCode(),
+              VexErrorCode::NotHandled);
+}
+
+TEST(PluginLibrary, GivesTheMetadataPluginAmongSeveralWithoutAName) {
+    EXPECT_NO_THROW(PluginProxy(badPlugin("SeveralPluginsWithMetadata")));
+}
+
+TEST(PluginLibrary, ListsItsPluginsWhenItCannotChoose) {
+    Fault const fault = faultOf([] { PluginProxy plugin(badPlugin("SeveralPlugins")); });
+    EXPECT_EQ(fault.fault, PluginFault::NotLoaded);
+    EXPECT_THAT(fault.text, HasSubstr("registers several plug-ins, \"One\", \"Two\""));
+    EXPECT_THAT(fault.text, HasSubstr("a library of its own"));
+    EXPECT_NO_THROW(PluginProxy(badPlugin("SeveralPlugins"), "Two"));
+}
+
+TEST(PluginLibrary, SaysWhenItRegistersNoPluginAtAll) {
+    Fault const fault = faultOf([] { PluginProxy plugin(badPlugin("NoPlugin")); });
+    EXPECT_EQ(fault.fault, PluginFault::NotLoaded);
+    EXPECT_THAT(fault.text, HasSubstr("registers no plug-in while it is loaded"));
+    EXPECT_THAT(fault.text, HasSubstr("KRLPluginCreator"));
+}
+
 TEST(PluginLibrary, CanBeLoadedAgainOnceItIsUnloaded) {
     PluginProxy(badPlugin("RuleBreaker"), "RuleBreaker").Initialize();
     PluginProxy(badPlugin("RuleBreaker"), "RuleBreaker").Initialize();

@@ -9,6 +9,10 @@
 /// A session with nothing but custom data.
 class FakeSession final : public VexSession {
 public:
+    FakeSession() : m_store(m_ownStore) {}
+    /// With a place of the host's for the data.
+    explicit FakeSession(VexCustomDataStore& store) : m_store(store) {}
+
     I18NLocale const* GetCurrentLocale() const override { return &m_locale; }
     I18NLocale const* GetLocale(I18NString const&) const override { return &m_locale; }
     VexObjectStore& GetObjectStore() const override { throw std::logic_error("no object store"); }
@@ -17,7 +21,8 @@ public:
 
 private:
     I18NLocale m_locale;
-    VexCustomDataStore m_store;
+    VexSessionCustomData m_ownStore;
+    VexCustomDataStore& m_store;
 };
 
 /// A model of any number of handles, up to all there are, and without memory for

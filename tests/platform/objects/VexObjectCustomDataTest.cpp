@@ -1,8 +1,28 @@
 #include "tests/platform/objects/PlatformFakes.h"
 
+#include <utility>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 namespace {
+
+/// A host's own place: notes what is kept, and whether it is to last.
+class NotingStore final : public VexCustomDataStore {
+public:
+    bool HasNamespace(I18NString const& nameSpace) const override { return nameSpace == "known"; }
+    I18NString Get(I18NString const& key, I18NString const& nameSpace) const override {
+        return key + " of " + nameSpace;
+    }
+    void Set(I18NString const& key, I18NString const&, bool persistent,
+             I18NString const&) override {
+        m_set.emplace_back(key, persistent);
+    }
+    void Remove(I18NString const& key, I18NString const&) override { m_removed.push_back(key); }
+
+    std::vector<std::pair<I18NString, bool>> m_set;
+    std::vector<I18NString> m_removed;
+};
 
 TEST(VexObjectCustomData, HoldsNothingAtFirst) {
     FakeSession session;
@@ -65,10 +85,25 @@ TEST(VexObjectCustomData, RemovesOneProperty) {
     EXPECT_TRUE(data.HasCustomData("a"));
 }
 
+TEST(VexObjectCustomData, StandsWhereTheHostKeepsIt) {
+    NotingStore store;
+    FakeSession session(store);
+    VexObjectCustomData data(session);
+    EXPECT_TRUE(data.HasCustomData("known"));
+    EXPECT_FALSE(data.HasCustomData("unknown"));
+    EXPECT_EQ(data.GetCustomDataProperty("key", "a"), "key of a");
+    data.SetCustomDataProperty("short", "x", false, "a");
+    data.SetCustomDataProperty("long", "x", true, "a");
+    data.RemoveCustomDataProperty("gone", "a");
+    EXPECT_EQ(store.m_set,
+              (std::vector<std::pair<I18NString, bool>>{{"short", false}, {"long", true}}));
+    EXPECT_EQ(store.m_removed, std::vector<I18NString>{"gone"});
+}
+
 TEST(VexObjectCustomData, TakesAValueThatItHandedOut) {
-    VexCustomDataStore store;
-    store.Set("key", "one", "a");
-    store.Set("key", store.Get("key", "a"), "a");
+    VexSessionCustomData store;
+    store.Set("key", "one", false, "a");
+    store.Set("key", store.Get("key", "a"), false, "a");
     EXPECT_EQ(store.Get("key", "a"), "one");
 }
 

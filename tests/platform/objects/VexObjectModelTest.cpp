@@ -14,6 +14,17 @@ namespace {
 
 constexpr std::uint32_t pageSize = 1U << VexObjectDirectory::PageBits;
 
+/// Takes every handle that it is asked about for one of its objects.
+class TrustingModel final : public FakeModel {
+public:
+    using FakeModel::FakeModel;
+    bool IsObject(VEX_HANDLE object) const override {
+        m_wasAskedOutside = m_wasAskedOutside || !Holds(object);
+        return true;
+    }
+    mutable bool m_wasAskedOutside = false;
+};
+
 TEST(VexHandle, IsAValueWithZeroNamingNothing) {
     EXPECT_FALSE(VEX_HANDLE().IsNotNull());
     EXPECT_FALSE(ConvertFromInt(0).IsNotNull());
@@ -70,6 +81,15 @@ TEST(VexObjectModel, IsFoundByEveryHandleOfItsOwn) {
     EXPECT_EQ(VexObjectDirectory::Find(other.At(0)), &other);
     EXPECT_FALSE(VexObject(one.At(pageSize + 1)).IsValid());
     EXPECT_FALSE(VexObject(other.At(1)).IsValid());
+}
+
+TEST(VexObjectModel, IsAskedAboutHandlesOfItsOwnRangeOnly) {
+    TrustingModel const model(2);
+    EXPECT_TRUE(VexObject(model.At(1)).IsValid());
+    for (std::uint32_t const index : {2U, pageSize - 1}) {
+        EXPECT_FALSE(VexObject(model.At(index)).IsValid());
+    }
+    EXPECT_FALSE(model.m_wasAskedOutside);
 }
 
 TEST(VexObjectModel, TakesAPageEvenWithoutObjects) {

@@ -4,7 +4,9 @@
 #include "tests/platform/objects/PlatformFakes.h"
 
 #include <memory>
+#include <string>
 #include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -41,6 +43,22 @@ TEST(VexPluginFactory, IsOneForTheProcess) {
     EXPECT_EQ(VexPluginFactory_getInstance(), VexPluginFactory_getInstance());
     EXPECT_EQ((&KRLPluginFactory<std::string, VexPluginInterface>::getInstance()),
               VexPluginFactory_getInstance());
+}
+
+TEST(VexPluginFactory, ListsWhatALibraryRegistered) {
+    VexPluginFactory& factory = *VexPluginFactory_getInstance();
+    EXPECT_TRUE(factory.ListNames("libTwo.vpl").empty());
+    LoadingLibrary const loading("libTwo.vpl");
+    Creator const second("Second", nullptr, nullptr);
+    Creator const first("First", nullptr, nullptr);
+    EXPECT_EQ(factory.ListNames("libTwo.vpl"), (std::vector<std::string>{"First", "Second"}));
+    {
+        LoadingLibrary const other("libOther.vpl");
+        Creator const taken("First", nullptr, nullptr);
+        EXPECT_TRUE(factory.ListNames("libOther.vpl").empty());
+    }
+    factory.ForgetLibrary("libTwo.vpl");
+    EXPECT_TRUE(factory.ListNames("libTwo.vpl").empty());
 }
 
 TEST(VexPluginFactory, FindsACreatorByName) {

@@ -57,6 +57,28 @@ TEST(ShownObjects, IncludeMembersBeyondTheDepthOfAContainerThatIsNotShown) {
               R"(<folder name="Sales"><queryItem name="Quantity"/></folder>)");
 }
 
+TEST(ShownObjects, CountTheLevelsThatAreLeftOut) {
+    std::string folders = "<folder id='i'/>";
+    for (int level = 1'025; level > 1; --level) {
+        folders = "<folder>" + folders + "</folder>";
+    }
+    ProviderScene scene("<model id='m'><namespace id='n' name='N'>" + folders +
+                            "</namespace><securityViews><securityView id='v'><set kind='included'>"
+                            "<item>n</item></set></securityView></securityViews></model>",
+                        "/content/m");
+    scene.session.setViews({"v"});
+    scene.expectRefused("<Metadata Depth='2'><Property a='*/@_path'/><Property a='*/folder'/>"
+                        "</Metadata>",
+                        1444379514, 0, "VexMDMaProvider::GetRequestedElementTreeAtLevel",
+                        {"[N]" + [] {
+                            std::string path;
+                            for (int level = 0; level < 1'023; ++level) {
+                                path += ".[]";
+                            }
+                            return path;
+                        }()});
+}
+
 TEST(ShownObjects, LeaveOutANamespaceForWhichOnlyItsOwnContentSpeaks) {
     EXPECT_EQ(treeFor({"n", "q2"}),
               R"(<folder name="Sales"><querySubject name="Staff"/></folder>)");
