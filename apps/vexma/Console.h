@@ -14,7 +14,9 @@ enum ExitStatus : int {
     Refused = 1,    // the plug-in refused or raised, or a limit ended the call
     WrongUsage = 2, // of the command line
     Unreadable = 3, // a model, catalogue or request
+    ShownPast = 4,  // trees show what the views leave out
     Unfinished = 5, // a check that a limit or an interrupt ended
+    Unverified = 6, // a check that had nothing to look at
 };
 
 /// A buffered stream's way into a file descriptor, which it owns.

@@ -73,7 +73,10 @@ void SourceOptions::check() const {
         throw UsageException("both the model file " + modelFile +
                              " and a catalogue are given; leave one out");
     }
-    if (fromCatalogue && (modelPath.empty() || user.empty())) {
+    if (fromCatalogue && forAllUsers && modelPath.empty()) {
+        throw UsageException("--catalog needs --model PATH too");
+    }
+    if (fromCatalogue && (modelPath.empty() || (user.empty() && !forAllUsers))) {
         throw UsageException("--catalog needs --model PATH and --user NAME too");
     }
     if (!fromCatalogue && (!modelPath.empty() || !user.empty())) {

@@ -24,7 +24,9 @@ struct SourceOptions {
     std::string catalogFile;
     std::string modelPath;
     std::string user;
-    std::string replacingFile; // is read in the place of the catalogue's, when given
+    std::string replacingFile;  // is read in the place of the catalogue's, when given
+    bool forAllUsers = false;   // no user needs to be given
+    bool keepPositions = false; // of the model's elements
 
     std::string locale;
     std::string pluginFile;

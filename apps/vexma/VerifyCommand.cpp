@@ -1,137 +1,233 @@
+#include "apps/vexma/AccessOfAll.h"
 #include "apps/vexma/Commands.h"
-#include "apps/vexma/Progress.h"
 #include "apps/vexma/TreeAnswer.h"
 #include "apps/vexma/VerifyReport.h"
+#include "apps/vexma/Viewers.h"
+#include "host/import/xml/FileText.h"
+#include "host/insight/ModelChecks.h"
+#include "host/protocol/AcceptedLines.h"
 #include "host/protocol/JsonVerification.h"
+#include "host/protocol/JunitVerification.h"
 
-#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <limits>
+#include <map>
 #include <memory>
-#include <optional>
 
 namespace vex {
 
 namespace {
 
-/// What the accessibility check says about every element; nothing when it
-/// refuses, which is the end then.
-std::optional<std::vector<bool>> askForAccessOfAll(Workplace& workplace, Progress& progress,
-                                                   CallEnd& refusal) {
-    constexpr std::size_t objectsOfACall = 1'024;
-    Model const& model = workplace.model();
-    std::vector<bool> accessible;
-    while (accessible.size() < model.elementCount()) {
-        std::size_t const end = std::min(accessible.size() + objectsOfACall, model.elementCount());
-        Vex_Handle_Collection objects;
-        for (std::size_t number = accessible.size(); number < end; ++number) {
-            objects.push_back(model.getElement(number));
-        }
-        AccessAnswer answer = workplace.access(objects, 0);
-        if (!answer.end.isAnswered()) {
-            refusal = std::move(answer.end);
-            return std::nullopt;
-        }
-        accessible.insert(accessible.end(), answer.verdicts.begin(), answer.verdicts.end());
-        progress.report(accessible.size(), model.elementCount());
+/// How what was found is written, by the word for `--format`.
+using Format = void (*)(Console&, Verification const&, bool all);
+std::map<std::string, Format> const formats{
+    {"text",
+     [](Console& console, Verification const& found, bool all) {
+         writeVerification(console.out(), found, all, console.outHasColour());
+     }},
+    {"json", [](Console& console, Verification const& found,
+                bool) { console.out() << toJson(found) << '\n'; }},
+    {"sarif", [](Console& console, Verification const& found,
+                 bool) { console.out() << toSarif(found, VEX_VERSION) << '\n'; }},
+    {"junit",
+     [](Console& console, Verification const& found, bool all) {
+         console.out() << toJunit(found,
+                                  all ? std::numeric_limits<std::size_t>::max() : shownOfAKind);
+     }},
+};
+
+int statusOf(VerifyOutcome outcome) {
+    switch (outcome) {
+    case VerifyOutcome::Clean:
+        return Done;
+    case VerifyOutcome::NothingVerified:
+        return Unverified;
+    case VerifyOutcome::ShownPastViews:
+        return ShownPast;
+    case VerifyOutcome::Unfinished:
+        return Unfinished;
+    case VerifyOutcome::Leaking:
+        break;
     }
-    return accessible;
+    return Refused;
+}
+
+UserVerification verify(Workplace& workplace, std::string const& user, Console& console) {
+    Progress progress(console, "verifying" + (user.empty() ? "" : " for " + user));
+    ModelTrees const trees = matchTrees(workplace);
+    AccessOfAll const access = askForAccessOfAll(workplace, progress);
+    CallEnd const* const refused[] = {trees.refusal ? &*trees.refusal : nullptr,
+                                      access.end.isAnswered() ? nullptr : &access.end};
+    for (CallEnd const* const end : refused) {
+        if (end != nullptr && end->kind == CallEnd::Kind::Stopped) {
+            return tellUnfinished(user, end->text);
+        }
+    }
+    if (refused[0] != nullptr && refused[1] != nullptr) {
+        return tellRefusal(user, refused[1]->text);
+    }
+    for (CallEnd const* const end : refused) {
+        if (end != nullptr) {
+            return tellRefusalByOne(user, end->text);
+        }
+    }
+    UserVerification told =
+        tellCheck(user, checkTrees(workplace.model(), trees.objects, access.verdicts),
+                  workplace.model(), workplace.locale());
+    told.notGoneIntoAgain =
+        labelsOf(workplace.model(), notGoneIntoAgain(trees.objects), workplace.locale());
+    return told;
 }
 
 struct VerifyCommand {
     SourceOptions source;
+    std::vector<std::string> acceptFiles;
+    std::string baselineFile;
+    std::string format = "text";
     bool json = false;
+    bool all = false;
 
     int run(Console& console) {
-        std::shared_ptr<Catalogue const> catalogue;
-        std::vector<CatalogueUser const*> users{nullptr};
-        if (!source.catalogFile.empty()) {
-            catalogue = loadCatalogue(source.catalogFile);
-            users = usersOf(*catalogue);
-        }
-        source.check();
-        Workplace workplace(source, console);
-        Verification verification;
-        for (CatalogueUser const* const user : users) {
-            if (user == nullptr || user->name.toUtf8() == source.user) {
-                verification.users.push_back(verify(workplace, source.user, console));
-                continue;
-            }
-            Workplace further(workplace, user->name);
-            verification.users.push_back(verify(further, user->name.toUtf8(), console));
-        }
         if (json) {
-            console.out() << toJson(verification) << '\n';
+            format = "json";
+        }
+        source.forAllUsers = true;
+        source.keepPositions = format == "sarif";
+        source.check();
+        AcceptedFindings accepted = readAcceptFiles();
+        Workplace workplace(source, console);
+        Verification verification = verifyAll(workplace, console);
+        accept(verification, accepted);
+        complainAboutUnused(accepted, console);
+        bool const isWritten =
+            baselineFile.empty() || writeBaseline(verification, accepted, console);
+        formats.at(format)(console, verification, all);
+        return isWritten ? statusOf(verification.outcome()) : Refused;
+    }
+
+    AcceptedFindings readAcceptFiles() const {
+        AcceptedFindings accepted;
+        for (std::string const& file : acceptFiles) {
+            AcceptedFindings const read = readAccepted(readFileText(file), file);
+            accepted.insert(accepted.end(), read.begin(), read.end());
+        }
+        return accepted;
+    }
+
+    Verification verifyAll(Workplace const& workplace, Console& console) const {
+        Viewers const viewers =
+            Viewers::usersOf(workplace.catalogue(), workplace.modelPath(), source.user);
+        Verification verification;
+        verification.file = fileOf(workplace);
+        addUnrestricted(workplace, verification, console);
+        for (Viewer const& viewer : viewers.all()) {
+            Workplace further(workplace, viewer.user);
+            verification.users.push_back(verify(further, viewer.name, console));
+            verification.users.back().alike = viewer.alike;
+        }
+        verification.addNobodyCompared();
+        return verification;
+    }
+
+    std::string fileOf(Workplace const& workplace) const {
+        return workplace.catalogue() == nullptr
+                   ? source.modelFile
+                   : workplace.catalogue()->findModel(workplace.modelPath())->file;
+    }
+
+    /// Where nobody is restricted, everything looks as it should: it is said aloud.
+    static void addUnrestricted(Workplace const& workplace, Verification& verification,
+                                Console& console) {
+        std::string text;
+        if (workplace.catalogue() == nullptr) {
+            text = "nobody is restricted: a model file alone has no users; give --catalog "
+                   "CATALOG.xml --model PATH";
+        } else if (!isRestrictedPath(workplace.modelPath())) {
+            text = "nobody is restricted under the model path \"" + workplace.modelPath().toUtf8() +
+                   "\"; begin it with /content/ to have its grants obeyed";
         } else {
-            writeVerification(console.out(), verification);
+            return;
         }
-        bool const isKnownBad =
-            std::any_of(verification.users.begin(), verification.users.end(), [](auto const& user) {
-                return user.unfinished.empty() && !user.isClean();
-            });
-        return isKnownBad ? Refused : verification.isFinished() ? Done : Unfinished;
+        console.complain(text);
+        verification.addUnrestricted(text);
     }
 
-    /// The one asked for, else all. The first one opens the model.
-    std::vector<CatalogueUser const*> usersOf(Catalogue const& catalogue) {
-        std::vector<CatalogueUser const*> users;
-        for (CatalogueUser const& user : catalogue.users) {
-            if (source.user.empty() || user.name.toUtf8() == source.user) {
-                users.push_back(&user);
+    static void complainAboutUnused(AcceptedFindings const& accepted, Console& console) {
+        for (AcceptedFinding const& entry : accepted) {
+            if (!entry.isUsed) {
+                console.complain("accepted, but no longer found: " + toJson(entry));
             }
         }
-        if (source.user.empty() && users.empty()) {
-            throw UsageException("the catalogue has no user to verify for");
-        }
-        if (source.user.empty()) {
-            source.user = users.front()->name.toUtf8();
-        }
-        return users;
     }
 
-    static UserVerification verify(Workplace& workplace, std::string const& user,
-                                   Console& console) {
-        Progress progress(console, "verifying" + (user.empty() ? "" : " for " + user));
-        ModelTrees trees = matchTrees(workplace);
-        CallEnd refusal{.kind = CallEnd::Kind::Answered};
-        auto const accessible = askForAccessOfAll(workplace, progress, refusal);
-        for (CallEnd const* const end : {trees.refusal ? &*trees.refusal : nullptr, &refusal}) {
-            if (end != nullptr && end->kind == CallEnd::Kind::Stopped) {
-                return tellUnfinished(user, end->text);
-            }
+    /// Writes what accepts all that was found, and accepts it.
+    bool writeBaseline(Verification& verification, AcceptedFindings const& accepted,
+                       Console& console) const {
+        AcceptedFindings everything = acceptAll(verification, accepted);
+        std::ofstream file(baselineFile, std::ios::binary);
+        file << writeAccepted(everything);
+        file.close();
+        if (!file) {
+            console.complain("the baseline " + baselineFile +
+                             " cannot be written: " + std::strerror(errno));
+            return false;
         }
-        if (trees.refusal.has_value() || !accessible) {
-            bool const both = trees.refusal.has_value() && !accessible;
-            return tellRefusal(user, both,
-                               both || !accessible ? refusal.text : trees.refusal->text);
-        }
-        UserVerification told =
-            tellCheck(user, checkTrees(workplace.model(), trees.objects, *accessible),
-                      workplace.model(), workplace.locale());
-        told.notGoneIntoAgain =
-            labelsOf(workplace.model(), notGoneIntoAgain(trees.objects), workplace.locale());
-        return told;
+        console.complain(std::to_string(everything.size()) + " entries written to " + baselineFile +
+                         "; --accept " + baselineFile + " accepts them");
+        accept(verification, everything);
+        return true;
     }
 };
 
 } // namespace
 
 CommandRun addVerifyCommand(CommandSyntax& command) {
-    auto const verify = std::make_shared<VerifyCommand>();
-    verify->source.addModelFileTo(command);
-    verify->source.addTo(command);
-    command.add({.name = "--json",
-                 .into = &verify->json,
-                 .help = "Write one JSON object in place of text"});
+    auto const verifying = std::make_shared<VerifyCommand>();
+    verifying->source.addModelFileTo(command);
+    verifying->source.addTo(command);
+    std::vector<std::string> words;
+    for (auto const& [word, format] : formats) {
+        words.push_back(word);
+    }
+    command.add({.name = "--format",
+                 .into = &verifying->format,
+                 .help = "How to write what was found",
+                 .word = "FORMAT",
+                 .showsDefault = true,
+                 .choices = words});
+    command.add({.name = "--json", .into = &verifying->json, .help = "The same as --format json"});
+    command.add({.name = "--all",
+                 .into = &verifying->all,
+                 .help = "Every finding, not the first ten of each kind and cause"});
+    command.add({.name = "--accept",
+                 .into = &verifying->acceptFiles,
+                 .help = "Findings that are known and accepted, one on a line",
+                 .word = "FILE"});
+    command.add({.name = "--write-baseline",
+                 .into = &verifying->baselineFile,
+                 .help = "Write all that is found to a file for --accept",
+                 .word = "FILE"});
     command.epilog =
         R"(Asks for the trees and for the accessibility of every object, as each user of the
-catalogue or as --user, and tells where the two differ. Differences that the required
-behaviour brings are counted apart. A leak is a text of a visible object (an expression, an
-end of a relationship, the target of a shortcut, ...) with the reference of an object that
-the user cannot see. Exit status: 1 when something leaks or a difference has no reason.
+catalogue or as --user, and tells where the two differ. A leak is a text of a visible object
+(an expression, an end of a relationship, the target of a shortcut, ...) that names an object
+that the user cannot see; hidden keys that relationships join by are counted apart.
+
+Exit status: 0 nothing is found, or all is accepted; 1 something leaks, or a difference has
+no reason; 4 nothing leaks, but trees show what the views leave out, behind shortcuts or
+where they start; 5 a limit or an interrupt ended the check; 6 nothing was verified, because
+nobody is restricted or everybody is refused; 2 and 3 as for every command.
 
 Examples:
   vexma verify --catalog retail.catalog.xml --model /content/retail
-  vexma verify --catalog retail.catalog.xml --model /content/retail --user ann --json)";
-    return [verify](Console& console) { return verify->run(console); };
+  vexma verify --catalog retail.catalog.xml --model /content/retail --user ann --json
+  vexma verify --catalog retail.catalog.xml --model /content/retail \
+      --write-baseline known.jsonl
+  vexma verify --catalog retail.catalog.xml --model /content/retail \
+      --accept known.jsonl --format junit > verify.xml)";
+    return [verifying](Console& console) { return verifying->run(console); };
 }
 
 } // namespace vex

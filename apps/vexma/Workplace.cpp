@@ -72,7 +72,17 @@ Visit openVisit(SourceOptions const& options, Console& console) {
     Progress progress(console);
     LoadOptions load;
     load.progress = [&](std::size_t done, std::size_t total) { progress.report(done, total); };
-    return openVisit(*contentOf(options, load), visitRequestOf(options));
+    load.keepPositions = options.keepPositions;
+    std::shared_ptr<ContentStore> const content = contentOf(options, load);
+    VisitRequest request = visitRequestOf(options);
+    std::shared_ptr<Catalogue const> const catalogue = content->getCatalogue();
+    if (options.forAllUsers && request.user.empty() && catalogue != nullptr) {
+        if (catalogue->users.empty()) {
+            throw UsageException("the catalogue has no user");
+        }
+        request.user = catalogue->users.front().name; // whose turn comes first
+    }
+    return openVisit(*content, request);
 }
 
 ActionLimits limitsOf(SourceOptions const& options) {
@@ -95,9 +105,9 @@ Workplace::Workplace(Workplace const& other, SourceOptions const& options, Conso
     : m_limits(limitsOf(options)), m_visit(openVisit(options, console)),
       m_service(other.m_service) {}
 
-Workplace::Workplace(Workplace const& other, I18NString const& user)
+Workplace::Workplace(Workplace const& other, CatalogueUser const* user)
     : m_limits(other.m_limits), m_visit(other.m_visit), m_service(other.m_service) {
-    m_visit.user = m_visit.catalogue->findUser(user);
+    m_visit.user = user;
 }
 
 MetadataAnswer Workplace::metadata(MetadataRequest const& request) {

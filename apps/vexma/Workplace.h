@@ -16,11 +16,15 @@ public:
     Workplace(SourceOptions const& options, Console& console);
     /// A further visit, with the service of another workplace.
     Workplace(Workplace const& other, SourceOptions const& options, Console& console);
-    /// The visit of another user of the same catalogue.
-    Workplace(Workplace const& other, I18NString const& user);
+    /// The visit of another user of the same catalogue, who stays where he is; null stands for
+    /// everybody, where nobody is restricted.
+    Workplace(Workplace const& other, CatalogueUser const* user);
 
     Model const& model() const { return m_visit.model(); }
     I18NLocale const& locale() const { return m_visit.locale; }
+    /// Null where nobody is restricted.
+    std::shared_ptr<Catalogue const> const& catalogue() const { return m_visit.catalogue; }
+    I18NString const& modelPath() const { return m_visit.version->path(); }
     /// How large an answer may grow.
     KRLIDOM_Limits const& responseLimits() const { return m_limits.response; }
 

@@ -94,6 +94,8 @@ inline constexpr DiagnosticRule diagnosticRules[] = {
      "A view has a second member: only the first one's role counts."},
     {"replaced-default-view", Severity::Warning,
      "A later role-based view without members takes this one's place as default view."},
+    {"unknown-name-in-expression", Severity::Warning,
+     "An expression, or an end of a relationship, names what no object is called."},
     {"object-in-no-view", Severity::Note,
      "No view includes the object: no user of a restricted model sees it."},
     {"granted-view-missing", Severity::Warning, "A role is granted a view that the model lacks."},

@@ -1,9 +1,9 @@
 #include "host/insight/LeakScan.h"
 
-#include "I18NStringIterator.h"
 #include "VexObject.h"
+#include "host/insight/NameResolution.h"
 #include "host/insight/ObjectText.h"
-#include "host/store/image/ReferenceText.h"
+#include "host/insight/TextReferences.h"
 
 #include <algorithm>
 
@@ -11,53 +11,17 @@ namespace vex {
 
 namespace {
 
-/// Where the run of bracketed names that begins at `start` ends: behind its
-/// last "]". `start` itself when there is no whole name.
-int endOfReference(I18NString const& text, int start) {
-    int end = start;
-    int at = start;
-    while (at < text.length() && text[at] == u'[') {
-        do {
-            at = text.find(u']', at + 1) + 1;
-        } while (at > 0 && at < text.length() && text[at] == u']'); // a doubled one is in the name
-        if (at <= 0) {
-            return end;
-        }
-        end = at;
-        auto const skipBlanks = [&] {
-            while (at < text.length() && I18NCodePointIsWhitespace(text[at])) {
-                ++at;
-            }
-        };
-        skipBlanks();
-        if (at == text.length() || text[at] != u'.') {
-            return end;
-        }
-        ++at;
-        skipBlanks();
-    }
-    return end;
-}
+constexpr char const* textsForPeople[] = {"name", "screenTip", "description"};
 
-/// The longest reference at the beginning of the names that leads to an object.
-NamedObject longestIn(Model const& model, std::vector<std::u16string> names) {
-    for (; !names.empty(); names.pop_back()) {
-        NamedObject found;
-        for (std::u16string const& name : names) {
-            appendToReference(found.reference, name);
-        }
-        found.object = model.GetObjectByReference(found.reference, 0);
-        if (found.object.IsNotNull()) {
-            return found;
-        }
-    }
-    return {};
+bool isForPeople(I18NString const& property) {
+    return std::any_of(std::begin(textsForPeople), std::end(textsForPeople),
+                       [&](char const* name) { return property == name; });
 }
 
 class LeakScan {
 public:
     LeakScan(Model const& model, std::function<bool(VEX_HANDLE)> const& canSee)
-        : m_model(model), m_canSee(canSee) {}
+        : m_model(model), m_canSee(canSee), m_names(model) {}
 
     void scanProperties(VEX_HANDLE object, VEX_HANDLE owner) {
         Vex_Handle_Collection properties;
@@ -84,18 +48,58 @@ private:
         if (!VexObject(valueHolder).GetValue(text, true)) {
             return;
         }
-        for (NamedObject& named : objectsNamedIn(m_model, text)) {
-            auto const first = m_found.begin() + static_cast<std::ptrdiff_t>(m_firstOfProperty);
-            bool const isKnown = std::any_of(
-                first, m_found.end(), [&](Leak const& leak) { return leak.named == named.object; });
-            if (!isKnown && named.object != object && !m_canSee(named.object)) {
-                m_found.push_back({object, property, named.object, std::move(named.reference)});
+        for (TextReference const& reference : referencesIn(text)) {
+            ResolvedNames named = isForPeople(property) || reference.isMemberKey
+                                      ? m_names.resolve(reference.names)
+                                      : resolveExpression(object, reference);
+            // Whichever of several is meant, it is hidden when all are.
+            bool const isSeen =
+                std::any_of(named.candidates.begin(), named.candidates.end(),
+                            [&](VEX_HANDLE each) { return each == object || m_canSee(each); });
+            if (!named.candidates.empty() && !isSeen) {
+                add(object, property, std::move(named));
             }
         }
     }
 
+    ResolvedNames resolveExpression(VEX_HANDLE object, TextReference const& reference) {
+        if (!reference.before.empty()) {
+            std::vector<std::u16string> const all = reference.allNames();
+            ResolvedNames named = m_names.resolveFor(object, all);
+            if (named.used == all.size()) {
+                return named;
+            }
+        }
+        return m_names.resolveFor(object, reference.names);
+    }
+
+    void add(VEX_HANDLE object, I18NString const& property, ResolvedNames named) {
+        VEX_HANDLE const first = named.candidates.front();
+        auto const known = m_found.begin() + static_cast<std::ptrdiff_t>(m_firstOfProperty);
+        bool const isKnown = std::any_of(known, m_found.end(),
+                                         [&](Leak const& leak) { return leak.named == first; });
+        if (!isKnown) {
+            m_found.push_back({object, property, first, std::move(named.reference),
+                               isJoinKey(object, property, first)});
+        }
+    }
+
+    /// Keys are often hidden while the relationships that need them are shown.
+    bool isJoinKey(VEX_HANDLE object, I18NString const& property, VEX_HANDLE named) const {
+        if (classOf(object) != "relationship" || isForPeople(property) ||
+            classOf(named) != "queryItem") {
+            return false;
+        }
+        VEX_HANDLE subject = VexObject(named).GetParent();
+        while (subject.IsNotNull() && classOf(subject) != "querySubject") {
+            subject = VexObject(subject).GetParent();
+        }
+        return subject.IsNotNull() && m_canSee(subject);
+    }
+
     Model const& m_model;
     std::function<bool(VEX_HANDLE)> const& m_canSee;
+    NameResolution m_names;
     std::vector<Leak> m_found;
     std::size_t m_firstOfProperty = 0;
 };
@@ -103,17 +107,13 @@ private:
 } // namespace
 
 std::vector<NamedObject> objectsNamedIn(Model const& model, I18NString const& text) {
+    NameResolution const resolution(model);
     std::vector<NamedObject> found;
-    for (int at = text.find(u'['); at >= 0;) {
-        int const end = endOfReference(text, at);
-        std::vector<std::u16string> names;
-        if (splitReference(text.substring(at, end - at), names)) {
-            NamedObject named = longestIn(model, std::move(names));
-            if (named.object.IsNotNull()) {
-                found.push_back(std::move(named));
-            }
+    for (TextReference const& reference : referencesIn(text)) {
+        ResolvedNames named = resolution.resolve(reference.names);
+        if (!named.candidates.empty()) {
+            found.push_back({named.candidates.front(), std::move(named.reference)});
         }
-        at = text.find(u'[', std::max(end, at + 1));
     }
     return found;
 }

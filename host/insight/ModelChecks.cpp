@@ -25,12 +25,6 @@ std::set<I18NString> rolesOfViews(Model const& model) {
     return roles;
 }
 
-bool isRestricted(CatalogueModel const& model) {
-    constexpr char const* restrictedPrefixes[] = {"/content/", "path:"};
-    return std::any_of(std::begin(restrictedPrefixes), std::end(restrictedPrefixes),
-                       [&](char const* prefix) { return model.path.find(prefix) == 0; });
-}
-
 /// Users who may not see anything of any model.
 void checkUsers(Catalogue const& catalogue, std::string const& file, Diagnostics& found) {
     if (catalogue.models.empty()) {
@@ -39,7 +33,7 @@ void checkUsers(Catalogue const& catalogue, std::string const& file, Diagnostics
     for (CatalogueUser const& user : catalogue.users) {
         bool const seesSomething = std::any_of(
             catalogue.models.begin(), catalogue.models.end(), [&](CatalogueModel const& model) {
-                return !isRestricted(model) || !availableViews(model, user).empty();
+                return !isRestrictedPath(model.path) || !availableViews(model, user).empty();
             });
         if (!seesSomething) {
             found.push_back(finding("user-without-view", file, user.line, user.column,
@@ -55,15 +49,21 @@ void checkUsers(Catalogue const& catalogue, std::string const& file, Diagnostics
 void checkModel(Model const& model, std::string const& file, Diagnostics& found) {
     ModelFindings findings(model, file, found);
     for (auto const check : {&checkShortcuts, &checkNames, &checkTranslations, &checkViews,
-                             &checkWords, &checkIdentities}) {
+                             &checkWords, &checkIdentities, &checkExpressions}) {
         check(findings);
     }
+}
+
+bool isRestrictedPath(I18NString const& path) {
+    constexpr char const* prefixes[] = {"/content/", "path:"};
+    return std::any_of(std::begin(prefixes), std::end(prefixes),
+                       [&](char const* prefix) { return path.find(prefix) == 0; });
 }
 
 void checkCatalogue(Catalogue const& catalogue, std::string const& file, Diagnostics& found) {
     checkUsers(catalogue, file, found);
     for (CatalogueModel const& model : catalogue.models) {
-        if (!isRestricted(model)) {
+        if (!isRestrictedPath(model.path)) {
             found.push_back(finding("unrestricted-path", file, model.line, model.column,
                                     "nobody is restricted under the model path " +
                                         inQuotes(model.path) +

@@ -13,6 +13,9 @@ namespace vex {
 /// positions.
 void checkModel(Model const& model, std::string const& file, Diagnostics& found);
 
+/// False for a model path under which nobody is restricted.
+bool isRestrictedPath(I18NString const& path);
+
 /// Appends a warning for each doubtful spot of a catalogue itself: a model path
 /// under which nobody is restricted, a user who may use no view.
 void checkCatalogue(Catalogue const& catalogue, std::string const& file, Diagnostics& found);

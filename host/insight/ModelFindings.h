@@ -44,5 +44,6 @@ void checkTranslations(ModelFindings& findings);
 void checkViews(ModelFindings& findings);
 void checkWords(ModelFindings& findings);
 void checkIdentities(ModelFindings& findings);
+void checkExpressions(ModelFindings& findings);
 
 } // namespace vex

@@ -59,7 +59,8 @@ ObjectLabel labelOf(Model const& model, VEX_HANDLE object, I18NLocale const& loc
     I18NString reference;
     model.getReference(object, reference);
     return {idOf(object).toUtf8(), reference.toUtf8(), classOf(object).toUtf8(),
-            nameIn(locale, object).toUtf8()};
+            nameIn(locale, object).toUtf8(),
+            model.findPosition(object).value_or(DocumentPosition{})};
 }
 
 std::vector<ObjectLabel> labelsOf(Model const& model, std::vector<VEX_HANDLE> const& objects,

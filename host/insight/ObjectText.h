@@ -31,7 +31,8 @@ struct ObjectLabel {
     std::string id;
     std::string reference;
     std::string className;
-    std::string name; // in one language
+    std::string name;               // in one language
+    DocumentPosition position = {}; // where the model was loaded with positions
 
     /// The id, else the reference.
     std::string const& key() const { return id.empty() ? reference : id; }

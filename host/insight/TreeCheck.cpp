@@ -108,6 +108,10 @@ DifferenceCause causeOfAbsence(VEX_HANDLE object, TreeIndex const& index) {
     return index.has(space) ? DifferenceCause::NotGoneInto : DifferenceCause::NoTreeStarts;
 }
 
+bool isByShortcut(DifferenceCause cause) {
+    return cause == DifferenceCause::ShortcutUntested || cause == DifferenceCause::BehindShortcut;
+}
+
 } // namespace
 
 char const* codeOf(DifferenceCause cause) {
@@ -120,6 +124,11 @@ char const* textOf(DifferenceCause cause) {
 
 bool isRequired(DifferenceCause cause) {
     return cause != DifferenceCause::Unexplained;
+}
+
+bool isShownPastViews(DifferenceCause cause) {
+    return cause == DifferenceCause::Start || cause == DifferenceCause::NamespaceOfShown ||
+           isByShortcut(cause);
 }
 
 TreeCheck checkTrees(Model const& model, AnsweredTree const& trees,
@@ -135,12 +144,14 @@ TreeCheck checkTrees(Model const& model, AnsweredTree const& trees,
         if (inTree) {
             visible.push_back(object);
         }
-        canSee.emplace(object, inTree || accessible[number]);
+        bool isSeen = accessible[number];
         if (inTree != accessible[number]) {
-            check.differences.push_back(
-                {object, inTree,
-                 inTree ? causeOfPresence(object, index) : causeOfAbsence(object, index)});
+            DifferenceCause const cause =
+                inTree ? causeOfPresence(object, index) : causeOfAbsence(object, index);
+            check.differences.push_back({object, inTree, cause});
+            isSeen = isSeen || !isByShortcut(cause);
         }
+        canSee.emplace(object, isSeen);
     }
     check.leaks = findLeaks(model, visible, [&](VEX_HANDLE object) { return canSee.at(object); });
     return check;

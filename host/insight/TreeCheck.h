@@ -34,6 +34,8 @@ char const* codeOf(DifferenceCause cause);
 char const* textOf(DifferenceCause cause);
 /// False when the trees, or the check, are wrong.
 bool isRequired(DifferenceCause cause);
+/// True for what trees show although the views leave it out.
+bool isShownPastViews(DifferenceCause cause);
 
 /// What trees and accessibility checks say about one user.
 struct TreeCheck {
@@ -43,7 +45,8 @@ struct TreeCheck {
 };
 
 /// Compares the trees with the check's verdicts, one for each element of the
-/// model in document order, and looks for leaks in what the trees show.
+/// model in document order, and looks for leaks in what the trees show. What only
+/// shortcuts show counts as hidden there: they make no text harmless that names it.
 TreeCheck checkTrees(Model const& model, AnsweredTree const& trees,
                      std::vector<bool> const& accessible);
 

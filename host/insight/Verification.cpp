@@ -4,60 +4,191 @@
 
 namespace vex {
 
-std::size_t UserVerification::requiredDifferences() const {
+namespace {
+
+template <class Findings> std::size_t countIn(Findings const& findings, VerifyKind kind) {
     return static_cast<std::size_t>(
-        std::count_if(differences.begin(), differences.end(),
-                      [](ToldDifference const& each) { return isRequired(each.cause); }));
+        std::count_if(findings.begin(), findings.end(), [&](VerifyFinding const& each) {
+            return each.kind == kind && !each.isAccepted;
+        }));
 }
 
-std::size_t UserVerification::unexplainedDifferences() const {
-    return differences.size() - requiredDifferences();
+template <class Findings> std::size_t acceptedIn(Findings const& findings) {
+    return static_cast<std::size_t>(
+        std::count_if(findings.begin(), findings.end(),
+                      [](VerifyFinding const& each) { return each.isAccepted; }));
 }
 
-bool UserVerification::isClean() const {
-    return unfinished.empty() && (refusal.empty() || isRefusedByBoth) && leaks.empty() &&
-           unexplainedDifferences() == 0;
+VerifyFinding tellLeak(Leak const& leak, Model const& model, I18NLocale const& locale) {
+    VerifyFinding told;
+    told.kind = leak.isJoinKey ? VerifyKind::JoinKey : VerifyKind::Leak;
+    told.object = labelOf(model, leak.object, locale);
+    told.property = leak.property.toUtf8();
+    told.reference = leak.reference.toUtf8();
+    told.named = labelOf(model, leak.named, locale);
+    told.text = "the " + describeObject(told.object) + " names " + told.reference + " in its " +
+                told.property + ", and the " + describeObject(told.named) + " is hidden";
+    return told;
 }
 
-bool Verification::isClean() const {
-    return std::all_of(users.begin(), users.end(),
-                       [](UserVerification const& user) { return user.isClean(); });
+VerifyFinding tellDifference(TreeDifference const& difference, Model const& model,
+                             I18NLocale const& locale) {
+    VerifyFinding told;
+    told.kind = !isRequired(difference.cause)        ? VerifyKind::Unexplained
+                : isShownPastViews(difference.cause) ? VerifyKind::ShownPastViews
+                                                     : VerifyKind::Required;
+    told.object = labelOf(model, difference.object, locale);
+    told.cause = codeOf(difference.cause);
+    told.isInTree = difference.inTree;
+    told.text =
+        (difference.inTree ? "in the tree, not accessible: " : "accessible, not in the tree: ") +
+        describeObject(told.object) + ": " + textOf(difference.cause);
+    return told;
 }
 
-bool Verification::isFinished() const {
-    return std::all_of(users.begin(), users.end(),
-                       [](UserVerification const& user) { return user.unfinished.empty(); });
+UserVerification tellOne(std::string user, VerifyKind kind, std::string text) {
+    UserVerification told;
+    told.user = std::move(user);
+    VerifyFinding& finding = told.findings.emplace_back();
+    finding.kind = kind;
+    finding.text = std::move(text);
+    return told;
+}
+
+} // namespace
+
+std::vector<VerifyKindRow> const& verifyKinds() {
+    static std::vector<VerifyKindRow> const rows{
+        {VerifyKind::Leak, "leak", "leak", VerifyOutcome::Leaking,
+         "A text of a visible object names an object that the user cannot see."},
+        {VerifyKind::Unexplained, "unexplained", "unexplained difference", VerifyOutcome::Leaking,
+         "Trees and accessibility differ without a reason that is known."},
+        {VerifyKind::RefusedByOne, "refused-by-one", "refusal by one of tree and check",
+         VerifyOutcome::Leaking, "One of trees and accessibility is refused, the other is not."},
+        {VerifyKind::Unfinished, "unfinished", "check that did not finish",
+         VerifyOutcome::Unfinished, "A limit or an interrupt ended the check."},
+        {VerifyKind::ShownPastViews, "shown-past-views", "shown past the views",
+         VerifyOutcome::ShownPastViews,
+         "A tree shows an object although the views leave it out: behind a shortcut, or as a "
+         "start."},
+        {VerifyKind::Unrestricted, "unrestricted", "unrestricted model",
+         VerifyOutcome::NothingVerified, "Nobody is restricted, so nothing was verified."},
+        {VerifyKind::NobodyCompared, "nobody-compared", "check of nobody",
+         VerifyOutcome::NothingVerified, "Every user is refused, so nothing was verified."},
+        {VerifyKind::JoinKey, "join-key", "join key", VerifyOutcome::Clean,
+         "A visible relationship names a hidden key of something visible."},
+        {VerifyKind::Required, "required", "required", VerifyOutcome::Clean,
+         "An accessible object is in no tree, as the required behaviour has it."},
+    };
+    return rows;
+}
+
+VerifyKindRow const& rowOf(VerifyKind kind) {
+    return *std::find_if(verifyKinds().begin(), verifyKinds().end(),
+                         [&](VerifyKindRow const& row) { return row.kind == kind; });
+}
+
+std::size_t UserVerification::count(VerifyKind kind) const {
+    return countIn(findings, kind);
+}
+
+std::size_t UserVerification::accepted() const {
+    return acceptedIn(findings);
+}
+
+std::size_t Verification::count(VerifyKind kind) const {
+    std::size_t total = countIn(findings, kind);
+    for (UserVerification const& user : users) {
+        total += user.count(kind);
+    }
+    return total;
+}
+
+std::size_t Verification::accepted() const {
+    std::size_t total = acceptedIn(findings);
+    for (UserVerification const& user : users) {
+        total += user.accepted();
+    }
+    return total;
+}
+
+std::size_t Verification::userCount() const {
+    std::size_t total = 0;
+    for (UserVerification const& user : users) {
+        total += user.userCount();
+    }
+    return total;
+}
+
+std::size_t Verification::comparedUsers() const {
+    std::size_t total = 0;
+    for (UserVerification const& user : users) {
+        total += user.isCompared() ? user.userCount() : 0;
+    }
+    return total;
+}
+
+VerifyOutcome Verification::outcome() const {
+    VerifyOutcome worst = VerifyOutcome::Clean;
+    for (VerifyKindRow const& row : verifyKinds()) {
+        worst = count(row.kind) != 0 ? std::max(worst, row.outcome) : worst;
+    }
+    return worst;
+}
+
+bool Verification::isUnrestricted() const {
+    return std::any_of(findings.begin(), findings.end(), [](VerifyFinding const& each) {
+        return each.kind == VerifyKind::Unrestricted;
+    });
+}
+
+void Verification::addUnrestricted(std::string text) {
+    findings.push_back({.kind = VerifyKind::Unrestricted, .text = std::move(text)});
+}
+
+void Verification::addNobodyCompared() {
+    if (comparedUsers() == 0 && isFinished()) {
+        findings.push_back({.kind = VerifyKind::NobodyCompared,
+                            .text = "every request is refused, so there was nothing to verify"});
+    }
 }
 
 UserVerification tellCheck(std::string user, TreeCheck const& check, Model const& model,
                            I18NLocale const& locale) {
-    auto const label = [&](VEX_HANDLE object) { return labelOf(model, object, locale); };
     UserVerification told;
     told.user = std::move(user);
     told.objects = check.objects;
     for (Leak const& leak : check.leaks) {
-        told.leaks.push_back({label(leak.object), leak.property.toUtf8(), leak.reference.toUtf8(),
-                              label(leak.named)});
+        told.findings.push_back(tellLeak(leak, model, locale));
     }
     for (TreeDifference const& difference : check.differences) {
-        told.differences.push_back({label(difference.object), difference.inTree, difference.cause});
+        told.findings.push_back(tellDifference(difference, model, locale));
     }
     return told;
 }
 
-UserVerification tellUnfinished(std::string user, std::string text) {
-    UserVerification told;
-    told.user = std::move(user);
-    told.unfinished = std::move(text);
-    return told;
-}
-
-UserVerification tellRefusal(std::string user, bool both, std::string text) {
+UserVerification tellRefusal(std::string user, std::string text) {
     UserVerification told;
     told.user = std::move(user);
     told.refusal = std::move(text);
-    told.isRefusedByBoth = both;
     return told;
+}
+
+UserVerification tellRefusalByOne(std::string user, std::string text) {
+    return tellOne(std::move(user), VerifyKind::RefusedByOne,
+                   "tree and check differ, one is refused: " + text);
+}
+
+UserVerification tellUnfinished(std::string user, std::string text) {
+    return tellOne(std::move(user), VerifyKind::Unfinished,
+                   "not finished, so nothing is known: " + text);
+}
+
+std::string counted(std::size_t count, std::string_view noun) {
+    bool const isCountable =
+        noun != rowOf(VerifyKind::ShownPastViews).noun && noun != rowOf(VerifyKind::Required).noun;
+    return std::to_string(count) + ' ' + std::string(noun) +
+           (count == 1 || !isCountable ? "" : "s");
 }
 
 } // namespace vex

@@ -4,59 +4,108 @@
 #include "host/insight/TreeCheck.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vex {
 
-struct ToldLeak {
-    ObjectLabel object;
-    std::string property; // of the object, that holds the text
-    std::string reference;
-    ObjectLabel named;
+/// What verifying comes to, the worst last.
+enum class VerifyOutcome {
+    Clean,
+    NothingVerified, // nobody is restricted, or everybody is refused: nothing could leak
+    ShownPastViews,  // trees show what the views leave out
+    Unfinished,      // a limit or an interrupt ended the check
+    Leaking,         // a text leaks, or trees and check differ without reason
 };
 
-struct ToldDifference {
-    ObjectLabel object;
-    bool inTree = false; // and not accessible; else the other way round
-    DifferenceCause cause = DifferenceCause::Unexplained;
+enum class VerifyKind {
+    Leak,
+    Unexplained,  // a difference of trees and check without reason
+    RefusedByOne, // of trees and check
+    Unfinished,
+    ShownPastViews, // in a tree although the views leave it out
+    Unrestricted,
+    NobodyCompared,
+    JoinKey,  // a relationship names a hidden key of what is seen
+    Required, // a difference that the required behaviour brings, and that shows nothing
 };
 
-/// What verifying found for one user.
+/// What there is to know about a kind. Codes are stable: people accept findings by them.
+struct VerifyKindRow {
+    VerifyKind kind;
+    char const* code;
+    char const* noun; // "leak"; see `counted`
+    VerifyOutcome outcome;
+    char const* meaning;
+};
+std::vector<VerifyKindRow> const& verifyKinds();
+VerifyKindRow const& rowOf(VerifyKind kind);
+
+struct VerifyFinding {
+    VerifyKind kind = VerifyKind::Required;
+    ObjectLabel object = {};   // nameless for what concerns all requests
+    std::string cause = {};    // of a difference: its code
+    bool isInTree = false;     // and not accessible; else the other way round
+    std::string property = {}; // of a leak or join key: what holds the text
+    std::string reference = {};
+    ObjectLabel named = {};
+    std::string text = {}; // for people
+    bool isAccepted = false;
+};
+
+/// What verifying found for those who have the same roles.
 struct UserVerification {
-    std::string user;             // "" where nobody is restricted
-    std::string refusal;          // why requests are refused; "" when there is an answer
-    bool isRefusedByBoth = false; // else by one of trees and check: they differ
-    std::string unfinished;       // why the check did not come to its end; "" when it did
-    std::size_t objects = 0;      // that were compared
-    std::vector<ToldLeak> leaks;
-    std::vector<ToldDifference> differences;
+    std::string user;               // "" where nobody is restricted
+    std::vector<std::string> alike; // the other users that this holds for
+    std::string refusal;            // why requests are refused, by both of trees and check
+    std::size_t objects = 0;        // that were compared
+    std::vector<VerifyFinding> findings;
     std::vector<ObjectLabel> notGoneIntoAgain = {}; // behind shortcuts, by the trees
 
-    std::size_t requiredDifferences() const;
-    std::size_t unexplainedDifferences() const;
-    /// False when nothing is said about the user, whose requests are refused or whose
+    /// How many findings of a kind are not accepted.
+    std::size_t count(VerifyKind kind) const;
+    /// How many are.
+    std::size_t accepted() const;
+    /// False when nothing is known about the user, whose requests are refused or whose
     /// check did not come to its end.
-    bool isCompared() const { return refusal.empty() && unfinished.empty(); }
-    /// False when something leaks or differs without reason, or that is not known.
-    bool isClean() const;
+    bool isCompared() const { return objects != 0; }
+    std::size_t userCount() const { return 1 + alike.size(); }
 };
 
 /// What verifying found, user by user. Plain data: no model needs to stay for it.
 struct Verification {
+    std::string file; // of the model
     std::vector<UserVerification> users;
+    std::vector<VerifyFinding> findings; // about all of it
 
-    bool isClean() const;
-    bool isFinished() const;
+    std::size_t count(VerifyKind kind) const;
+    std::size_t accepted() const;
+    std::size_t userCount() const;
+    std::size_t comparedUsers() const;
+    /// The worst of what is not accepted.
+    VerifyOutcome outcome() const;
+    bool isFinished() const { return count(VerifyKind::Unfinished) == 0; }
+    /// True when findings stand for that nobody is restricted, accepted or not.
+    bool isUnrestricted() const;
+
+    /// Adds that nobody is restricted, and why.
+    void addUnrestricted(std::string text);
+    /// Adds that nobody was compared, where that is so. Comes last.
+    void addNobodyCompared();
 };
 
 /// What a check of the trees on `model` found, with names in that locale.
 UserVerification tellCheck(std::string user, TreeCheck const& check, Model const& model,
                            I18NLocale const& locale);
 
+/// A user whose requests are all refused.
+UserVerification tellRefusal(std::string user, std::string text);
+/// A user for whom one of trees and check is refused.
+UserVerification tellRefusalByOne(std::string user, std::string text);
 /// A user whose check a limit ended, or an interrupt.
 UserVerification tellUnfinished(std::string user, std::string text);
 
-/// A user whose requests are refused, by both or by one of trees and check.
-UserVerification tellRefusal(std::string user, bool both, std::string text);
+/// "1 leak", "2 leaks", "0 objects shown past the views".
+std::string counted(std::size_t count, std::string_view noun);
 
 } // namespace vex

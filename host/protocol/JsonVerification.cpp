@@ -3,6 +3,9 @@
 #include "host/protocol/JsonObjects.h"
 #include "host/protocol/JsonText.h"
 
+#include <algorithm>
+#include <initializer_list>
+
 #include <nlohmann/json.hpp>
 
 namespace vex {
@@ -13,44 +16,68 @@ Json describe(ObjectLabel const& object) {
     return {{"id", object.key()}, {"class", object.className}, {"name", object.name}};
 }
 
-Json describe(ToldLeak const& leak) {
+Json describeLeak(VerifyFinding const& leak) {
     return {{"object", describe(leak.object)},
             {"property", leak.property},
             {"reference", leak.reference},
             {"named", describe(leak.named)}};
 }
 
-Json describe(ToldDifference const& difference) {
+Json describeDifference(VerifyFinding const& difference) {
     return {{"object", describe(difference.object)},
-            {"inTree", difference.inTree},
-            {"accessible", !difference.inTree},
-            {"cause", codeOf(difference.cause)},
-            {"required", isRequired(difference.cause)}};
+            {"inTree", difference.isInTree},
+            {"accessible", !difference.isInTree},
+            {"cause", difference.cause},
+            {"required", difference.kind != VerifyKind::Unexplained},
+            {"shownPastViews", difference.kind == VerifyKind::ShownPastViews}};
 }
 
-Json describe(UserVerification const& user);
-
-template <class Told> Json listOf(std::vector<Told> const& told) {
+/// The findings of the kinds; what is accepted says so.
+Json listOf(std::vector<VerifyFinding> const& findings, std::initializer_list<VerifyKind> kinds,
+            Json (*describeOne)(VerifyFinding const&)) {
     Json list = Json::array();
-    for (Told const& each : told) {
-        list.push_back(describe(each));
+    for (VerifyFinding const& finding : findings) {
+        if (std::find(kinds.begin(), kinds.end(), finding.kind) == kinds.end()) {
+            continue;
+        }
+        Json& told = list.emplace_back(describeOne(finding));
+        if (finding.isAccepted) {
+            told["accepted"] = true;
+        }
     }
     return list;
 }
 
+std::string const* textOf(UserVerification const& user, VerifyKind kind) {
+    for (VerifyFinding const& finding : user.findings) {
+        if (finding.kind == kind) {
+            return &finding.text;
+        }
+    }
+    return nullptr;
+}
+
 Json describe(UserVerification const& user) {
-    if (!user.unfinished.empty()) {
-        return {{"user", user.user}, {"unfinished", user.unfinished}};
+    Json told{{"user", user.user}};
+    for (std::string const& other : user.alike) {
+        told["alsoFor"].push_back(other);
     }
-    if (!user.refusal.empty()) {
-        return {{"user", user.user},
-                {"refused", user.isRefusedByBoth ? "both" : "one"},
-                {"text", user.refusal}};
+    if (auto const* const text = textOf(user, VerifyKind::Unfinished)) {
+        told["unfinished"] = *text;
+        return told;
     }
-    Json told{{"user", user.user},
-              {"objects", user.objects},
-              {"leaks", listOf(user.leaks)},
-              {"differences", listOf(user.differences)}};
+    auto const* const byOne = textOf(user, VerifyKind::RefusedByOne);
+    if (byOne != nullptr || !user.isCompared()) {
+        told["refused"] = byOne != nullptr ? "one" : "both";
+        told["text"] = byOne != nullptr ? *byOne : user.refusal;
+        return told;
+    }
+    told["objects"] = user.objects;
+    told["leaks"] = listOf(user.findings, {VerifyKind::Leak}, &describeLeak);
+    told["joinKeys"] = listOf(user.findings, {VerifyKind::JoinKey}, &describeLeak);
+    told["differences"] = listOf(
+        user.findings, {VerifyKind::Unexplained, VerifyKind::ShownPastViews, VerifyKind::Required},
+        &describeDifference);
     addNotGoneIntoAgain(told, user.notGoneIntoAgain);
     return told;
 }
@@ -58,10 +85,19 @@ Json describe(UserVerification const& user) {
 } // namespace
 
 std::string toJson(Verification const& verification) {
-    return toText(Json{{"clean", verification.isClean()},
-                       {"finished", verification.isFinished()},
-                       {"users", listOf(verification.users)}},
-                  JsonForm::Indented);
+    Json whole{{"clean", verification.outcome() == VerifyOutcome::Clean},
+               {"finished", verification.isFinished()},
+               {"restricted", !verification.isUnrestricted()},
+               {"comparedUsers", verification.comparedUsers()}};
+    for (VerifyKindRow const& row : verifyKinds()) {
+        whole["counts"][row.code] = verification.count(row.kind);
+    }
+    whole["counts"]["accepted"] = verification.accepted();
+    whole["users"] = Json::array();
+    for (UserVerification const& user : verification.users) {
+        whole["users"].push_back(describe(user));
+    }
+    return toText(whole, JsonForm::Indented);
 }
 
 } // namespace vex

@@ -14,17 +14,20 @@ TEST(Verify, FindsTheOneLeakThatAnnSees) {
     ToolResult const result = runOnSample("verify", "ann");
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.error, IsEmpty());
-    EXPECT_EQ(result.out,
-              R"(ann: 628 objects compared, 0 unexplained differences, 0 required, 1 leak
+    EXPECT_EQ(
+        result.out,
+        R"(ann: 628 objects compared: 1 leak, 0 shown past the views, 0 unexplained differences; 0 join keys, 0 required
   leak: the filter "Profitable Lines" (fl.profitable) names [Sales].[Order Lines].[Unit Cost] in its expression, and the queryItem "Unit Cost" (qi.orderLines.unitCost) is hidden
-1 leak, 0 unexplained differences
+compared for 1 of 1 user: 1 leak, 0 shown past the views, 0 unexplained differences; 0 join keys, 0 required
 )");
 }
 
 TEST(Verify, FindsNothingThatLeaksToCarl) {
     ToolResult const result = runOnSample("verify", "carl");
     EXPECT_EQ(result.status, 0);
-    EXPECT_THAT(result.out, HasSubstr("0 leaks, 0 unexplained differences\n"));
+    EXPECT_THAT(result.out,
+                HasSubstr("compared for 1 of 1 user: 0 leaks, 0 shown past the views, 0 "
+                          "unexplained differences; 0 join keys, 0 required\n"));
 }
 
 TEST(Verify, VerifiesForEveryUserOfTheCatalogue) {
@@ -103,14 +106,121 @@ TEST_F(RequiredDifferences, DoNotHideThatTheTargetOfAShortcutLeaks) {
     EXPECT_THAT(result.out, HasSubstr("leak: the shortcut \"Short\" (short) names "
                                       "[Start].[Hidden] in its refobj, and the querySubject "
                                       "\"Hidden\" (hidden) is hidden"));
-    EXPECT_THAT(result.out, HasSubstr("carl: 20 objects compared, 0 unexplained differences, 8 "
-                                      "required, 1 leak\n"));
 }
 
-TEST(Verify, OfAModelFileAloneFindsNoLeaks) {
-    ToolResult const result = ToolFolder().Run({"verify", "small.model.xml"});
-    EXPECT_EQ(result.status, 0);
-    EXPECT_THAT(result.out, HasSubstr("0 leaks"));
+TEST_F(RequiredDifferences, ThatShowMoreThanTheViewsAreCountedApart) {
+    EXPECT_THAT(verify().out,
+                HasSubstr("carl: 20 objects compared: 1 leak, 3 shown past the views, 0 "
+                          "unexplained differences; 0 join keys, 5 required\n"));
+}
+
+TEST_F(RequiredDifferences, ThatShowMoreThanTheViewsHaveAStatusOfTheirOwn) {
+    m_folder.Write("known.jsonl", R"({"kind": "leak", "object": "short"})");
+    ToolResult const result = verify({"--accept", "known.jsonl"});
+    EXPECT_EQ(result.status, 4);
+    EXPECT_THAT(result.out,
+                HasSubstr("carl: 20 objects compared: 0 leaks, 3 shown past the views, 0 "
+                          "unexplained differences; 0 join keys, 5 required; 1 "
+                          "accepted\n"));
+}
+
+TEST_F(RequiredDifferences, AreAcceptedByABaselineThatVerifyWrites) {
+    ToolResult const written = verify({"--write-baseline", "known.jsonl"});
+    EXPECT_EQ(written.status, 0);
+    EXPECT_THAT(written.error, HasSubstr("vexma: 4 entries written to known.jsonl"));
+    ToolResult const accepted = verify({"--accept", "known.jsonl"});
+    EXPECT_EQ(accepted.status, 0);
+    EXPECT_THAT(accepted.error, IsEmpty());
+    EXPECT_THAT(accepted.out, HasSubstr("; 4 accepted\n"));
+}
+
+TEST_F(RequiredDifferences, ThatAreAcceptedInVainAreNamed) {
+    m_folder.Write("known.jsonl", R"({"kind": "leak", "object": "gone"})");
+    ToolResult const result = verify({"--accept", "known.jsonl"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.error, HasSubstr("vexma: accepted, but no longer found: "
+                                        "{\"kind\":\"leak\",\"object\":\"gone\"}"));
+}
+
+TEST_F(RequiredDifferences, CannotBeAcceptedByAFileThatCannotBeRead) {
+    m_folder.Write("known.jsonl", "leak\n");
+    ToolResult const result = verify({"--accept", "known.jsonl"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.error, HasSubstr("known.jsonl:1: this is no JSON"));
+    EXPECT_EQ(verify({"--accept", "missing.jsonl"}).status, 3);
+    EXPECT_EQ(verify({"--write-baseline", "missing/known.jsonl"}).status, 1);
+}
+
+TEST_F(RequiredDifferences, AreWrittenForOtherProgramsToo) {
+    json const log = json::parse(verify({"--format", "sarif"}).out);
+    json const& first = log.at("runs")[0].at("results")[0];
+    EXPECT_EQ(first.at("ruleId"), "leak");
+    EXPECT_EQ(first.at("locations")[0].at("physicalLocation").at("region").at("startLine"), 6);
+    ToolResult const junit = verify({"--format", "junit"});
+    EXPECT_EQ(junit.status, 1);
+    EXPECT_THAT(junit.out, HasSubstr("<testsuite name=\"carl\" tests=\"5\" failures=\"2\""));
+    EXPECT_EQ(verify({"--format", "yaml"}).status, 2);
+}
+
+TEST(VerifiedUsers, WithTheSameRolesAreVerifiedOnceAndFindingsAreCapped) {
+    ToolFolder const folder;
+    std::string items;
+    for (int number = 0; number < 30; ++number) {
+        items += "<queryItem id=\"i" + std::to_string(number) + "\" name=\"I\"/>";
+    }
+    folder.Write("m.model.xml",
+                 R"(<model defaultLocale="en"><namespace id="n" name="N">
+        <querySubject id="q" name="Q">)" +
+                     items +
+                     R"(</querySubject>
+        <shortcut id="s" name="S" refobj="[N].[Q]"/></namespace>
+        <securityViews><securityView id="v"><set kind="included"><item>n</item><item>q</item>
+        <item>s</item></set></securityView></securityViews></model>)");
+    folder.Write("m.catalog.xml", R"(<catalog>
+        <model path="/content/m" file="m.model.xml"><grant role="r" view="v"/></model>
+        <user name="a"><role>r</role></user><user name="b"><role>r</role></user></catalog>)");
+    std::vector<std::string> command{"verify", "--catalog", "m.catalog.xml", "--model",
+                                     "/content/m"};
+    std::string const out = folder.Run(command).out;
+    EXPECT_THAT(out, HasSubstr("a, b: 40 objects compared: 0 leaks, 30 shown past the views"));
+    EXPECT_THAT(out, HasSubstr("  shown past the views: 20 more (behind-shortcut); --all shows "
+                               "them\n"));
+    EXPECT_THAT(out, HasSubstr("compared for 2 of 2 users: 0 leaks, 30 shown past the views"));
+    command.emplace_back("--all");
+    EXPECT_THAT(folder.Run(command).out, testing::Not(HasSubstr("more")));
+}
+
+TEST(VerifiedPaths, UnderWhichNobodyIsRestrictedAreSaidAloud) {
+    ToolFolder const folder;
+    folder.Write("typo.catalog.xml", R"(<catalog>
+        <model path="/conten/small" file="small.model.xml"><grant role="clerk" view="v1"/></model>
+        <user name="ann"><role>clerk</role></user></catalog>)");
+    ToolResult const result =
+        folder.Run({"verify", "--catalog", "typo.catalog.xml", "--model", "/conten/small"});
+    EXPECT_EQ(result.status, 6);
+    EXPECT_THAT(result.error, HasSubstr("vexma: nobody is restricted under the model path "
+                                        "\"/conten/small\"; begin it with /content/"));
+    EXPECT_THAT(result.out, HasSubstr("NOTHING IS VERIFIED: nobody is restricted"));
+    EXPECT_THAT(result.out, testing::Not(HasSubstr("0 leaks")));
+}
+
+TEST(VerifiedUsers, WhoAreAllRefusedLeaveNothingVerified) {
+    ToolResult const result = runOnSample("verify", "nora");
+    EXPECT_EQ(result.status, 6);
+    EXPECT_THAT(result.out, HasSubstr("nora: not compared, every request is refused: "));
+    EXPECT_THAT(result.out, HasSubstr("NOTHING IS VERIFIED: every request is refused"));
+    EXPECT_THAT(result.out, testing::Not(HasSubstr("0 leaks")));
+}
+
+TEST(Verify, OfAModelFileAloneSaysThatNobodyIsRestricted) {
+    ToolFolder const folder;
+    ToolResult const result = folder.Run({"verify", "small.model.xml"});
+    EXPECT_EQ(result.status, 6);
+    EXPECT_THAT(result.error, HasSubstr("vexma: nobody is restricted: a model file alone has no "
+                                        "users"));
+    EXPECT_THAT(result.out, testing::Not(HasSubstr("0 leaks")));
+    folder.Write("known.jsonl", R"({"kind": "unrestricted"})");
+    EXPECT_EQ(folder.Run({"verify", "small.model.xml", "--accept", "known.jsonl"}).status, 0);
 }
 
 TEST(Verify, NeedsAKnownUserAndAModel) {

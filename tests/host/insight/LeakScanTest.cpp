@@ -93,4 +93,48 @@ TEST(Leaks, AreFoundInPropertiesOfProperties) {
               (Leaks{"x part total"}));
 }
 
+TEST(Leaks, AreNamesRelativeToTheNamespaceToo) {
+    EXPECT_EQ(leaksOf(R"(<filter id="x" expression="[Orders].[Total] + Orders[Total]"/>)"),
+              (Leaks{"x expression total"}));
+    EXPECT_EQ(leaksOf(R"(<filter id="x" expression="[Total] &gt; 0"/>)"),
+              (Leaks{"x expression total"}));
+    EXPECT_EQ(leaksOf(R"(<filter id="x" screenTip="as in [Total]"/>)"), Leaks{});
+}
+
+TEST(Leaks, AreFoundBehindFoldersAndShortcutsThatATextNames) {
+    EXPECT_EQ(leaksOf(R"(<folder name="Facts"><querySubject name="More"><queryItem id="secret"
+                  name="Secret"/></querySubject></folder>
+                  <filter id="x" expression="[Sales].[Facts].[More].[Secret]"/>)"),
+              (Leaks{"x expression secret"}));
+    EXPECT_EQ(leaksOf(R"(<shortcut name="Again" refobj="[Sales].[Orders]"/>
+                  <filter id="x" expression="[Sales].[Again].[Total]"/>)"),
+              (Leaks{"x expression total"}));
+}
+
+TEST(Leaks, KeepKeysThatRelationshipsJoinByApart) {
+    auto const joinKeys = [](std::string const& members) {
+        auto const model = modelOf(members);
+        auto const canSee = [](VEX_HANDLE object) {
+            I18NString const id = vex::idOf(object);
+            return id == "n" || id == "q" || id == "x";
+        };
+        std::vector<bool> found;
+        for (vex::Leak const& leak : vex::findLeaks(*model, {model->findById("x")}, canSee)) {
+            found.push_back(leak.isJoinKey);
+        }
+        return found;
+    };
+    EXPECT_EQ(joinKeys(R"(<relationship id="x" left="[Sales].[Orders].[Total]"/>)"),
+              std::vector<bool>{true});
+    EXPECT_EQ(joinKeys(R"(<filter id="x" expression="[Sales].[Orders].[Total]"/>)"),
+              std::vector<bool>{false});
+    // What the key belongs to is hidden itself.
+    EXPECT_EQ(joinKeys(R"(<querySubject name="Dark"><queryItem name="Key"/></querySubject>
+                          <relationship id="x" left="[Sales].[Dark].[Key]"/>)"),
+              std::vector<bool>{false});
+    EXPECT_EQ(joinKeys(R"(<querySubject name="Dark"/><relationship id="x"
+                          left="[Sales].[Dark]"/>)"),
+              std::vector<bool>{false});
+}
+
 } // namespace

@@ -118,4 +118,24 @@ TEST(DifferenceCauses, AreToldInWords) {
     EXPECT_STREQ(vex::textOf(DifferenceCause::Unexplained), "for no reason that is known");
 }
 
+TEST(TreeCheck, DoesNotLetAShortcutHideThatATextLeaks) {
+    vex::TreeCheck const found = check({{"n"},
+                                        {"q", ObjectFate::Written, 0},
+                                        {"s", ObjectFate::Written, 0, false, "q"},
+                                        {"i", ObjectFate::Written, 2, true}},
+                                       {"n", "q"});
+    ASSERT_EQ(found.leaks.size(), 1U);
+    EXPECT_EQ(vex::idOf(found.leaks[0].named), "i");
+}
+
+TEST(TreeCheck, KnowsWhatIsShownPastTheViews) {
+    for (DifferenceCause const cause :
+         {DifferenceCause::Start, DifferenceCause::NamespaceOfShown,
+          DifferenceCause::ShortcutUntested, DifferenceCause::BehindShortcut}) {
+        EXPECT_TRUE(vex::isShownPastViews(cause)) << vex::codeOf(cause);
+    }
+    EXPECT_FALSE(vex::isShownPastViews(DifferenceCause::WithoutName));
+    EXPECT_FALSE(vex::isShownPastViews(DifferenceCause::Unexplained));
+}
+
 } // namespace

@@ -1,78 +1,118 @@
 #include "host/insight/Verification.h"
 
 #include "host/import/xml/ModelLoader.h"
-#include "tests/support/Casts.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
 using vex::DifferenceCause;
+using vex::VerifyKind;
+using vex::VerifyOutcome;
 
-vex::UserVerification found(std::vector<DifferenceCause> const& causes, std::size_t leaks = 0) {
+vex::UserVerification found(std::vector<VerifyKind> const& kinds) {
     vex::UserVerification user;
-    for (DifferenceCause const cause : causes) {
-        user.differences.push_back({{}, true, cause});
+    user.user = "ann";
+    user.objects = 7;
+    for (VerifyKind const kind : kinds) {
+        user.findings.push_back({.kind = kind});
     }
-    user.leaks.resize(leaks);
     return user;
 }
 
+VerifyOutcome outcomeOf(std::vector<vex::UserVerification> users) {
+    return vex::Verification{"m.xml", std::move(users), {}}.outcome();
+}
+
 TEST(Verification, IsCleanWhenEachUsersIs) {
-    EXPECT_TRUE(vex::Verification{}.isClean());
-    EXPECT_TRUE((vex::Verification{{found({}), found({})}}.isClean()));
-    EXPECT_FALSE((vex::Verification{{found({}), found({}, 1)}}.isClean()));
+    EXPECT_EQ(outcomeOf({}), VerifyOutcome::Clean);
+    EXPECT_EQ(outcomeOf({found({}), found({})}), VerifyOutcome::Clean);
+    EXPECT_EQ(outcomeOf({found({}), found({VerifyKind::Leak})}), VerifyOutcome::Leaking);
 }
 
-TEST(Verification, IsCleanWithDifferencesThatAreRequired) {
-    EXPECT_TRUE(found({DifferenceCause::Start, DifferenceCause::WithoutName}).isClean());
-    EXPECT_FALSE(found({DifferenceCause::Start, DifferenceCause::Unexplained}).isClean());
+TEST(Verification, ComesToTheWorstThatWasFound) {
+    EXPECT_EQ(outcomeOf({found({VerifyKind::Required, VerifyKind::JoinKey})}),
+              VerifyOutcome::Clean);
+    EXPECT_EQ(outcomeOf({found({VerifyKind::ShownPastViews, VerifyKind::Required})}),
+              VerifyOutcome::ShownPastViews);
+    EXPECT_EQ(
+        outcomeOf({found({VerifyKind::ShownPastViews}), vex::tellUnfinished("ben", "too large")}),
+        VerifyOutcome::Unfinished);
+    EXPECT_EQ(outcomeOf({vex::tellUnfinished("ben", "too large"), found({VerifyKind::Leak})}),
+              VerifyOutcome::Leaking);
+    EXPECT_EQ(outcomeOf({found({VerifyKind::Unexplained})}), VerifyOutcome::Leaking);
+    EXPECT_EQ(outcomeOf({vex::tellRefusalByOne("nora", "No view.")}), VerifyOutcome::Leaking);
+    EXPECT_EQ(outcomeOf({found({}), vex::tellRefusal("nora", "No view.")}), VerifyOutcome::Clean);
 }
 
-TEST(Verification, CountsRequiredAndUnexplainedDifferencesApart) {
-    auto const user = found(
-        {DifferenceCause::Start, DifferenceCause::Unexplained, DifferenceCause::BehindShortcut});
-    EXPECT_EQ(user.requiredDifferences(), 2U);
-    EXPECT_EQ(user.unexplainedDifferences(), 1U);
+TEST(Verification, IsNotCleanWhenThereWasNothingToVerify) {
+    vex::Verification refused{"m.xml", {vex::tellRefusal("nora", "No view.")}, {}};
+    refused.addNobodyCompared();
+    EXPECT_EQ(refused.outcome(), VerifyOutcome::NothingVerified);
+    EXPECT_EQ(refused.comparedUsers(), 0U);
+    vex::Verification unrestricted{"m.xml", {found({})}, {}};
+    unrestricted.addNobodyCompared();
+    EXPECT_EQ(unrestricted.outcome(), VerifyOutcome::Clean);
+    unrestricted.addUnrestricted("nobody is restricted");
+    EXPECT_TRUE(unrestricted.isUnrestricted());
+    EXPECT_EQ(unrestricted.outcome(), VerifyOutcome::NothingVerified);
 }
 
-TEST(Verification, IsCleanWhenTreesAndCheckAreBothRefused) {
-    EXPECT_TRUE(vex::tellRefusal("nora", true, "No view.").isClean());
-    EXPECT_FALSE(vex::tellRefusal("nora", false, "No view.").isClean());
+TEST(Verification, CountsWhatIsAcceptedApart) {
+    vex::UserVerification user = found({VerifyKind::Leak, VerifyKind::Leak});
+    user.findings[0].isAccepted = true;
+    EXPECT_EQ(user.count(VerifyKind::Leak), 1U);
+    EXPECT_EQ(user.accepted(), 1U);
+    user.findings[1].isAccepted = true;
+    EXPECT_EQ(outcomeOf({user}), VerifyOutcome::Clean);
+}
+
+TEST(Verification, CountsUsersWithTheSameRoles) {
+    vex::UserVerification user = found({});
+    user.alike = {"bea", "cid"};
+    vex::Verification const all{"m.xml", {user, vex::tellRefusal("nora", "No view.")}, {}};
+    EXPECT_EQ(all.userCount(), 4U);
+    EXPECT_EQ(all.comparedUsers(), 3U);
+}
+
+TEST(Verification, CountsInWords) {
+    EXPECT_EQ(vex::counted(1, "leak"), "1 leak");
+    EXPECT_EQ(vex::counted(2, "join key"), "2 join keys");
+    EXPECT_EQ(vex::counted(3, rowOf(VerifyKind::ShownPastViews).noun), "3 shown past the views");
 }
 
 TEST(Verification, TellsWhatACheckFoundByWhatObjectsAreKnownBy) {
-    auto const model = vex::loadModelText(casts::bilingualShop, "m.model.xml");
+    auto const model = vex::loadModelText(R"(<model defaultLocale="en"><locales>
+      <locale>en</locale><locale>de</locale></locales><namespace id="n" name="Sales">
+      <folder id="f"><property name="name" locale="en">Facts</property>
+      <property name="name" locale="de">Fakten</property></folder>
+      <filter name="Open"/></namespace></model>)",
+                                          "m.model.xml");
     VEX_HANDLE const folder = model->findById("f");
     VEX_HANDLE const filter = model->GetObjectByReference("[Sales].[Open]", 0);
     vex::TreeCheck check;
     check.objects = 12;
-    check.leaks = {{folder, "note", filter, "[Sales].[Open]"}};
+    check.leaks = {{folder, "note", filter, "[Sales].[Open]"},
+                   {folder, "left", filter, "[Open]", true}};
     check.differences = {{filter, true, DifferenceCause::Start},
-                         {folder, false, DifferenceCause::NotGoneInto}};
+                         {folder, false, DifferenceCause::NotGoneInto},
+                         {folder, true, DifferenceCause::Unexplained}};
     auto const told = vex::tellCheck("ann", check, *model, I18NLocale("de"));
     EXPECT_EQ(told.user, "ann");
-    EXPECT_EQ(told.refusal, "");
-    EXPECT_EQ(told.objects, 12U);
-    ASSERT_EQ(told.leaks.size(), 1U);
-    EXPECT_EQ(vex::describeObject(told.leaks[0].object), "folder \"Fakten\" (f)");
-    EXPECT_EQ(told.leaks[0].property, "note");
-    EXPECT_EQ(told.leaks[0].reference, "[Sales].[Open]");
-    EXPECT_EQ(told.leaks[0].named.key(), "[Sales].[Open]");
-    ASSERT_EQ(told.differences.size(), 2U);
-    EXPECT_EQ(vex::describeObject(told.differences[0].object), "filter \"Open\"");
-    EXPECT_TRUE(told.differences[0].inTree);
-    EXPECT_EQ(told.differences[0].cause, DifferenceCause::Start);
-    EXPECT_FALSE(told.differences[1].inTree);
-}
-
-TEST(Verification, IsNeitherCleanNorFinishedWhenACheckDidNotComeToItsEnd) {
-    auto const user = vex::tellUnfinished("ann", "too large");
-    EXPECT_FALSE(user.isClean());
-    EXPECT_FALSE(user.isCompared());
-    EXPECT_FALSE((vex::Verification{{found({}), user}}.isFinished()));
-    EXPECT_TRUE((vex::Verification{{found({})}}.isFinished()));
-    EXPECT_FALSE(vex::tellRefusal("nora", true, "No view.").isCompared());
+    EXPECT_TRUE(told.isCompared());
+    ASSERT_EQ(told.findings.size(), 5U);
+    vex::VerifyFinding const& leak = told.findings[0];
+    EXPECT_EQ(leak.kind, VerifyKind::Leak);
+    EXPECT_EQ(leak.property, "note");
+    EXPECT_EQ(leak.named.key(), "[Sales].[Open]");
+    EXPECT_EQ(leak.text, "the folder \"Fakten\" (f) names [Sales].[Open] in its note, and the "
+                         "filter \"Open\" is hidden");
+    EXPECT_EQ(told.findings[1].kind, VerifyKind::JoinKey);
+    EXPECT_EQ(told.findings[2].kind, VerifyKind::ShownPastViews);
+    EXPECT_EQ(told.findings[2].cause, "start");
+    EXPECT_TRUE(told.findings[2].isInTree);
+    EXPECT_EQ(told.findings[3].kind, VerifyKind::Required);
+    EXPECT_EQ(told.findings[4].kind, VerifyKind::Unexplained);
 }
 
 } // namespace

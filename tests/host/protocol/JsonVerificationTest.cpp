@@ -1,131 +1,119 @@
 #include "host/protocol/JsonVerification.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 namespace {
 
-using vex::ObjectLabel;
+using nlohmann::json;
+using vex::VerifyFinding;
+using vex::VerifyKind;
 
-vex::UserVerification annWith(std::vector<vex::ToldLeak> leaks,
-                              std::vector<vex::ToldDifference> differences) {
+vex::UserVerification annWith(std::vector<VerifyFinding> findings) {
     vex::UserVerification user;
     user.user = "ann";
     user.objects = 628;
-    user.leaks = std::move(leaks);
-    user.differences = std::move(differences);
+    user.findings = std::move(findings);
     return user;
 }
 
+vex::Verification of(std::vector<vex::UserVerification> users) {
+    return {"retail.model.xml", std::move(users), {}};
+}
+
+json toldOf(vex::Verification const& verification) {
+    return json::parse(vex::toJson(verification));
+}
+
+VerifyFinding leakOf(VerifyKind kind) {
+    return {.kind = kind,
+            .object = {"f", "[S].[F]", "filter", "Lines", {7, 9}},
+            .property = "expression",
+            .reference = "[S].[Cost]",
+            .named = {"", "[S].[Cost]", "queryItem", "Cost"},
+            .text = "the filter names what is hidden"};
+}
+
 TEST(JsonVerification, IsCleanWhenNothingWasFound) {
-    EXPECT_EQ(vex::toJson(vex::Verification{{annWith({}, {})}}), R"({
-  "clean": true,
-  "finished": true,
-  "users": [
-    {
-      "user": "ann",
-      "objects": 628,
-      "leaks": [],
-      "differences": []
-    }
-  ]
-})");
+    EXPECT_EQ(toldOf(of({annWith({})})), json::parse(R"({
+  "clean": true, "finished": true, "restricted": true, "comparedUsers": 1,
+  "counts": {"leak": 0, "unexplained": 0, "refused-by-one": 0, "unfinished": 0,
+             "shown-past-views": 0, "unrestricted": 0, "nobody-compared": 0, "join-key": 0,
+             "required": 0, "accepted": 0},
+  "users": [{"user": "ann", "objects": 628, "leaks": [], "joinKeys": [], "differences": []}]
+})"));
 }
 
 TEST(JsonVerification, TellsALeakByTheObjectTheTextAndWhatItNames) {
-    ObjectLabel const object{"f", "[S].[F]", "filter", "Lines"};
-    ObjectLabel const named{"", "[S].[Cost]", "queryItem", "Cost"};
-    EXPECT_EQ(vex::toJson(
-                  vex::Verification{{annWith({{object, "expression", "[S].[Cost]", named}}, {})}}),
-              R"({
-  "clean": false,
-  "finished": true,
-  "users": [
-    {
-      "user": "ann",
-      "objects": 628,
-      "leaks": [
-        {
-          "object": {
-            "id": "f",
-            "class": "filter",
-            "name": "Lines"
-          },
-          "property": "expression",
-          "reference": "[S].[Cost]",
-          "named": {
-            "id": "[S].[Cost]",
-            "class": "queryItem",
-            "name": "Cost"
-          }
-        }
-      ],
-      "differences": []
-    }
-  ]
-})");
+    json const told = toldOf(of({annWith({leakOf(VerifyKind::Leak)})}));
+    EXPECT_EQ(told.at("clean"), false);
+    EXPECT_EQ(told.at("counts").at("leak"), 1);
+    EXPECT_EQ(told.at("users")[0].at("leaks"), json::parse(R"([{
+        "object": {"id": "f", "class": "filter", "name": "Lines"},
+        "property": "expression", "reference": "[S].[Cost]",
+        "named": {"id": "[S].[Cost]", "class": "queryItem", "name": "Cost"}}])"));
+    json const key = toldOf(of({annWith({leakOf(VerifyKind::JoinKey)})}));
+    EXPECT_EQ(key.at("clean"), true);
+    EXPECT_EQ(key.at("users")[0].at("leaks").size(), 0U);
+    EXPECT_EQ(key.at("users")[0].at("joinKeys").size(), 1U);
 }
 
-TEST(JsonVerification, TellsWhichDifferencesAreRequired) {
-    ObjectLabel const object{"n", "[S]", "namespace", "S"};
-    EXPECT_EQ(vex::toJson(vex::Verification{
-                  {annWith({}, {{object, true, vex::DifferenceCause::Start},
-                                {object, false, vex::DifferenceCause::Unexplained}})}}),
-              R"({
-  "clean": false,
-  "finished": true,
-  "users": [
-    {
-      "user": "ann",
-      "objects": 628,
-      "leaks": [],
-      "differences": [
-        {
-          "object": {
-            "id": "n",
-            "class": "namespace",
-            "name": "S"
-          },
-          "inTree": true,
-          "accessible": false,
-          "cause": "start",
-          "required": true
-        },
-        {
-          "object": {
-            "id": "n",
-            "class": "namespace",
-            "name": "S"
-          },
-          "inTree": false,
-          "accessible": true,
-          "cause": "unexplained",
-          "required": false
-        }
-      ]
-    }
-  ]
-})");
+TEST(JsonVerification, TellsWhichDifferencesAreRequiredAndWhichShowMore) {
+    auto const difference = [](VerifyKind kind, char const* cause, bool inTree) {
+        VerifyFinding finding{.kind = kind, .object = {"n", "[S]", "namespace", "S"}};
+        finding.cause = cause;
+        finding.isInTree = inTree;
+        return finding;
+    };
+    json const told =
+        toldOf(of({annWith({difference(VerifyKind::ShownPastViews, "start", true),
+                            difference(VerifyKind::Unexplained, "unexplained", false)})}));
+    EXPECT_EQ(told.at("users")[0].at("differences"), json::parse(R"([
+        {"object": {"id": "n", "class": "namespace", "name": "S"}, "inTree": true,
+         "accessible": false, "cause": "start", "required": true, "shownPastViews": true},
+        {"object": {"id": "n", "class": "namespace", "name": "S"}, "inTree": false,
+         "accessible": true, "cause": "unexplained", "required": false,
+         "shownPastViews": false}])"));
 }
 
 TEST(JsonVerification, TellsWhetherBothOrOneOfTreesAndCheckAreRefused) {
-    EXPECT_EQ(vex::toJson(vex::Verification{{vex::tellRefusal("nora", true, "No view."),
-                                             vex::tellRefusal("", false, "No role.")}}),
-              R"({
-  "clean": false,
-  "finished": true,
-  "users": [
-    {
-      "user": "nora",
-      "refused": "both",
-      "text": "No view."
-    },
-    {
-      "user": "",
-      "refused": "one",
-      "text": "No role."
-    }
-  ]
-})");
+    json const users =
+        toldOf(of({vex::tellRefusal("nora", "No view."), vex::tellRefusalByOne("ben", "No role."),
+                   vex::tellUnfinished("cid", "too large")}))
+            .at("users");
+    EXPECT_EQ(users[0], json::parse(R"({"user": "nora", "refused": "both", "text": "No view."})"));
+    EXPECT_EQ(users[1].at("refused"), "one");
+    EXPECT_EQ(users[2].at("unfinished"), "not finished, so nothing is known: too large");
+}
+
+TEST(JsonVerification, TellsWhatIsAcceptedAndForWhomElseItHolds) {
+    vex::UserVerification user = annWith({leakOf(VerifyKind::Leak)});
+    user.findings[0].isAccepted = true;
+    user.alike = {"bea"};
+    json const told = toldOf(of({user}));
+    EXPECT_EQ(told.at("clean"), true);
+    EXPECT_EQ(told.at("counts").at("accepted"), 1);
+    EXPECT_EQ(told.at("comparedUsers"), 2);
+    EXPECT_EQ(told.at("users")[0].at("alsoFor"), json::parse(R"(["bea"])"));
+    EXPECT_EQ(told.at("users")[0].at("leaks")[0].at("accepted"), true);
+}
+
+TEST(SarifVerification, HasAResultForEachFindingWhereItsObjectStands) {
+    vex::UserVerification user = annWith({leakOf(VerifyKind::Leak), leakOf(VerifyKind::JoinKey)});
+    user.findings[1].isAccepted = true;
+    json const run = json::parse(vex::toSarif(of({user}), "1.2.3")).at("runs")[0];
+    json const& leak = run.at("results")[0];
+    EXPECT_EQ(leak.at("ruleId"), "leak");
+    EXPECT_EQ(leak.at("level"), "error");
+    EXPECT_EQ(leak.at("message").at("text"), "ann: the filter names what is hidden");
+    json const& place = leak.at("locations")[0].at("physicalLocation");
+    EXPECT_EQ(place.at("artifactLocation").at("uri"), "retail.model.xml");
+    EXPECT_EQ(place.at("region").at("startLine"), 7);
+    EXPECT_EQ(leak.at("properties").at("users"), json::parse(R"(["ann"])"));
+    EXPECT_FALSE(leak.contains("suppressions"));
+    EXPECT_TRUE(run.at("results")[1].contains("suppressions"));
+    std::size_t const rule = leak.at("ruleIndex");
+    EXPECT_EQ(run.at("tool").at("driver").at("rules")[rule].at("id"), "leak");
 }
 
 } // namespace

@@ -1,0 +1,132 @@
+#include "host/insight/AcceptedFindings.h"
+
+#include <algorithm>
+#include <iterator>
+#include <unordered_map>
+
+namespace vex {
+
+namespace {
+
+/// What a finding is compared by; "" for what it has not.
+AcceptedFinding exactly(VerifyFinding const& finding, std::string const& user) {
+    auto const given = [](std::string const& text) {
+        return text.empty() ? std::nullopt : std::optional(text);
+    };
+    AcceptedFinding entry;
+    entry.kind = rowOf(finding.kind).code;
+    entry.user = given(user);
+    entry.object = given(finding.object.key());
+    entry.cause = given(finding.cause);
+    entry.property = given(finding.property);
+    entry.names = given(finding.reference);
+    return entry;
+}
+
+constexpr std::optional<std::string> AcceptedFinding::*values[] = {
+    &AcceptedFinding::kind,  &AcceptedFinding::user,     &AcceptedFinding::object,
+    &AcceptedFinding::cause, &AcceptedFinding::property, &AcceptedFinding::names,
+};
+
+bool covers(AcceptedFinding const& entry, AcceptedFinding const& finding) {
+    return std::all_of(std::begin(values), std::end(values), [&](auto const value) {
+        return !(entry.*value) || entry.*value == finding.*value;
+    });
+}
+
+/// The entries by the object that they name, so that long lists are no burden.
+class AcceptedIndex {
+public:
+    explicit AcceptedIndex(AcceptedFindings& accepted) {
+        for (AcceptedFinding& entry : accepted) {
+            (entry.object ? m_byObject[*entry.object] : m_others).push_back(&entry);
+        }
+    }
+
+    bool isCovered(AcceptedFinding const& finding) {
+        bool found = markIn(m_others, finding);
+        if (finding.object) {
+            auto const entries = m_byObject.find(*finding.object);
+            found = (entries != m_byObject.end() && markIn(entries->second, finding)) || found;
+        }
+        return found;
+    }
+
+private:
+    using Entries = std::vector<AcceptedFinding*>;
+
+    static bool markIn(Entries& entries, AcceptedFinding const& finding) {
+        bool found = false;
+        for (AcceptedFinding* const entry : entries) {
+            if (covers(*entry, finding)) {
+                entry->isUsed = true;
+                found = true;
+            }
+        }
+        return found;
+    }
+
+    std::unordered_map<std::string, Entries> m_byObject;
+    Entries m_others;
+};
+
+std::vector<std::string> usersOf(UserVerification const& verified) {
+    std::vector<std::string> users{verified.user};
+    users.insert(users.end(), verified.alike.begin(), verified.alike.end());
+    return users;
+}
+
+void acceptFor(VerifyFinding& finding, std::vector<std::string> const& users,
+               AcceptedIndex& accepted) {
+    if (finding.kind == VerifyKind::Unfinished) {
+        return;
+    }
+    std::size_t covered = 0;
+    for (std::string const& user : users) {
+        covered += accepted.isCovered(exactly(finding, user)) ? 1 : 0;
+    }
+    finding.isAccepted = covered == users.size();
+}
+
+bool counts(VerifyFinding const& finding) {
+    return !finding.isAccepted && finding.kind != VerifyKind::Unfinished &&
+           rowOf(finding.kind).outcome != VerifyOutcome::Clean;
+}
+
+} // namespace
+
+void accept(Verification& verification, AcceptedFindings& accepted) {
+    AcceptedIndex index(accepted);
+    for (VerifyFinding& finding : verification.findings) {
+        acceptFor(finding, {""}, index);
+    }
+    for (UserVerification& user : verification.users) {
+        std::vector<std::string> const users = usersOf(user);
+        for (VerifyFinding& finding : user.findings) {
+            acceptFor(finding, users, index);
+        }
+    }
+}
+
+AcceptedFindings acceptAll(Verification const& verification, AcceptedFindings const& accepted) {
+    AcceptedFindings all;
+    std::copy_if(accepted.begin(), accepted.end(), std::back_inserter(all),
+                 [](AcceptedFinding const& entry) { return entry.isUsed; });
+    for (VerifyFinding const& finding : verification.findings) {
+        if (counts(finding)) {
+            all.push_back(exactly(finding, ""));
+        }
+    }
+    for (UserVerification const& user : verification.users) {
+        for (std::string const& name : usersOf(user)) {
+            for (VerifyFinding const& finding : user.findings) {
+                if (counts(finding)) {
+                    all.push_back(exactly(finding, name));
+                }
+            }
+        }
+    }
+    return all;
+}
+
+} // namespace vex

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "host/protocol/JsonText.h"
+
+#include <string>
+#include <string_view>
+
+namespace vex {
+
+/// A path as a URI reference.
+std::string toUri(std::string_view path);
+
+/// Where something stands in a file; without a line, the file.
+Json sarifPlace(std::string_view file, unsigned long line, unsigned long column);
+
+/// An indented log of one run of this program, with its rules and results.
+std::string sarifLog(Json rules, Json results, std::string_view version);
+
+} // namespace vex
