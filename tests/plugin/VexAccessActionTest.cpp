@@ -1,7 +1,7 @@
 #include "plugin/VexAccessAction.h"
 
 #include "tests/plugin/PluginCase.h"
-#include "tests/plugin/TestModels.h"
+#include "tests/support/Casts.h"
 #include "tests/support/ExpectFailure.h"
 
 #include <limits>
@@ -61,7 +61,7 @@ protected:
 
     int count(Call call) const { return m_model.calls().count(call); }
 
-    TestModel m_model{plainModel};
+    TestModel m_model{casts::plainShop()};
     TestSession m_session{m_model};
     VexAccessAction m_action{m_session};
     I18NString m_path{"/content/m"};

@@ -2,7 +2,7 @@
 
 #include "VexTrace.h"
 #include "tests/plugin/PluginCase.h"
-#include "tests/plugin/TestModels.h"
+#include "tests/support/Casts.h"
 #include "tests/support/ExpectFailure.h"
 
 #include <limits>
@@ -48,7 +48,7 @@ TEST(VexMAActionPlugin, InitializeAndTerminateGiveOneWhateverTheyAreGiven) {
 }
 
 TEST(VexMAActionPlugin, TheActionWithAPlaceForAResultStaysTheHosts) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     VexException exception(0);
     VexVariant result;
     VexErrorCode const code = on.plugin->DoAction(on.session, VexVariant(PluginCase::Metadata),
@@ -59,7 +59,7 @@ TEST(VexMAActionPlugin, TheActionWithAPlaceForAResultStaysTheHosts) {
 }
 
 TEST(VexMAActionPlugin, EveryActionWritesOneTraceLineFirst) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     VexSetTraceSink(keepTrace);
     for (VexVariant const& action : {VexVariant(1L), VexVariant(), VexVariant(VEX_HANDLE(3))}) {
         trace.clear();
@@ -73,7 +73,7 @@ TEST(VexMAActionPlugin, EveryActionWritesOneTraceLineFirst) {
 }
 
 TEST(VexMAActionPlugin, AnUnknownActionIsNotHandledAndTouchesNothing) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     for (long const code :
          {0L, 1L, -31000L, 30999L, 31001L, 32001L, std::numeric_limits<long>::min() + 31000}) {
         EXPECT_EQ(on.act(code, VexParams()), 6) << code;
@@ -86,7 +86,7 @@ TEST(VexMAActionPlugin, AnUnknownActionIsNotHandledAndTouchesNothing) {
 }
 
 TEST(VexMAActionPlugin, AnActionThatIsNoLongCountsAsHandledAndDoesNothing) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     I18NString text("31000");
     for (VexVariant const& action :
          {VexVariant(), VexVariant(&text), VexVariant(VEX_HANDLE(31000))}) {
@@ -97,7 +97,7 @@ TEST(VexMAActionPlugin, AnActionThatIsNoLongCountsAsHandledAndDoesNothing) {
 }
 
 TEST(VexMAActionPlugin, TheFirstRequestOfASessionMakesItsActionAndLaterOnesReuseIt) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     EXPECT_EQ(on.askMetadata(), 1);
     std::string const address = on.entry("MaAction");
     EXPECT_NE(std::strtol(address.c_str(), nullptr, 10), 0);
@@ -108,7 +108,7 @@ TEST(VexMAActionPlugin, TheFirstRequestOfASessionMakesItsActionAndLaterOnesReuse
 }
 
 TEST(VexMAActionPlugin, AnAddressIsWrittenAsASignedDecimalNumber) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     on.askAccess("x");
     std::string const address = on.entry("AccessAction");
     EXPECT_EQ(address, std::to_string(std::strtol(address.c_str(), nullptr, 10)));
@@ -116,8 +116,8 @@ TEST(VexMAActionPlugin, AnAddressIsWrittenAsASignedDecimalNumber) {
 }
 
 TEST(VexMAActionPlugin, SessionsHaveActionsOfTheirOwn) {
-    PluginCase first(plainModel);
-    PluginCase second(plainModel);
+    PluginCase first(casts::plainShop());
+    PluginCase second(casts::plainShop());
     first.askAccess("x");
     EXPECT_EQ(second.entry("AccessAction"), "");
     second.askAccess("x");
@@ -126,7 +126,7 @@ TEST(VexMAActionPlugin, SessionsHaveActionsOfTheirOwn) {
 
 // covers quirk: one-kind-of-action-per-session
 TEST(VexMAActionPlugin, ASessionOfOneKindOfActionRefusesTheOther) {
-    PluginCase access(plainModel);
+    PluginCase access(casts::plainShop());
     access.askAccess("x");
     expectFailure([&] { access.askMetadata(); }, 1444379512, "VexMAActionPlugin", 0,
                   "VexMAActionPlugin::DoAction", {"MaAction"});
@@ -134,7 +134,7 @@ TEST(VexMAActionPlugin, ASessionOfOneKindOfActionRefusesTheOther) {
     EXPECT_EQ(access.out.size(), 2U);
     EXPECT_EQ(access.askAccess("x"), 1);
 
-    PluginCase metadata(plainModel);
+    PluginCase metadata(casts::plainShop());
     metadata.askMetadata();
     expectFailure([&] { metadata.askAccess("x"); }, 1444379512, "VexMAActionPlugin", 0,
                   "VexMAActionPlugin::DoAction", {"AccessAction"});
@@ -142,7 +142,7 @@ TEST(VexMAActionPlugin, ASessionOfOneKindOfActionRefusesTheOther) {
 }
 
 TEST(VexMAActionPlugin, AnActionStaysWhenItsFirstRequestFails) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     EXPECT_THROW(on.act(PluginCase::Metadata, VexParams()), VexException);
     std::string const address = on.entry("MaAction");
     EXPECT_NE(address, "");
@@ -151,7 +151,7 @@ TEST(VexMAActionPlugin, AnActionStaysWhenItsFirstRequestFails) {
 }
 
 TEST(VexMAActionPlugin, OtherEventsLeaveTheActionsInPlace) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     on.askMetadata();
     std::string const address = on.entry("MaAction");
     for (int const kind : {-1, 0, 3, 4}) {
@@ -162,12 +162,12 @@ TEST(VexMAActionPlugin, OtherEventsLeaveTheActionsInPlace) {
 
 TEST(VexMAActionPlugin, TheEndOfASessionOrAReloadDropsItsAction) {
     for (int const kind : {1, 2}) {
-        PluginCase metadata(plainModel);
+        PluginCase metadata(casts::plainShop());
         metadata.askMetadata();
         metadata.notify(kind);
         EXPECT_FALSE(metadata.session.customData().HasNamespace("VexMAActionPlugin"));
 
-        PluginCase access(plainModel);
+        PluginCase access(casts::plainShop());
         access.askAccess("x");
         access.notify(kind);
         EXPECT_FALSE(access.session.customData().HasNamespace("VexMAActionPlugin"));
@@ -175,8 +175,8 @@ TEST(VexMAActionPlugin, TheEndOfASessionOrAReloadDropsItsAction) {
 }
 
 TEST(VexMAActionPlugin, BothActionsAreDroppedWhenASessionHasBoth) {
-    PluginCase first(plainModel);
-    PluginCase second(plainModel);
+    PluginCase first(casts::plainShop());
+    PluginCase second(casts::plainShop());
     first.askMetadata();
     second.askAccess("x");
     first.session.customData().Set("AccessAction", second.entry("AccessAction").c_str(), false,
@@ -187,7 +187,7 @@ TEST(VexMAActionPlugin, BothActionsAreDroppedWhenASessionHasBoth) {
 }
 
 TEST(VexMAActionPlugin, AReloadEndsWhatAFailureOnANewPathLeft) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     on.askAccess("x");
     EXPECT_EQ(static_cast<long>(on.out[3]), 1);
     on.session.dropSource();
@@ -203,21 +203,21 @@ TEST(VexMAActionPlugin, AReloadEndsWhatAFailureOnANewPathLeft) {
 }
 
 TEST(VexMAActionPlugin, AnEventOfASessionWithoutActionsIsNoError) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     on.notify(1);
     on.notify(2);
     EXPECT_FALSE(on.session.customData().HasNamespace("VexMAActionPlugin"));
 }
 
 TEST(VexMAActionPlugin, AnEntryThatIsZeroIsRemovedWithoutBeingFollowed) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     on.session.customData().Set("MaAction", "0", false, "VexMAActionPlugin");
     on.notify(2);
     EXPECT_FALSE(on.session.customData().HasNamespace("VexMAActionPlugin"));
 }
 
 TEST(VexMAActionPlugin, AfterAReloadTheSessionStartsAfreshWithEitherAction) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     on.askMetadata();
     on.notify(2);
     EXPECT_EQ(on.askAccess("x"), 1);
@@ -228,7 +228,7 @@ TEST(VexMAActionPlugin, AfterAReloadTheSessionStartsAfreshWithEitherAction) {
 }
 
 TEST(VexMAActionPlugin, DataOfOthersStaysWhenTheActionsAreDropped) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     on.askMetadata();
     on.session.customData().Set("MaAction", "1", false, "another");
     on.notify(1);

@@ -1,7 +1,7 @@
 #include "plugin/VexMAAction.h"
 
 #include "tests/plugin/PluginCase.h"
-#include "tests/plugin/TestModels.h"
+#include "tests/support/Casts.h"
 #include "tests/support/ExpectFailure.h"
 
 #include <gtest/gtest.h>
@@ -41,7 +41,7 @@ protected:
         EXPECT_EQ(m_given.size(), m_out.size());
     }
 
-    TestModel m_model{plainModel};
+    TestModel m_model{casts::plainShop()};
     TestSession m_session{m_model};
     VexMAAction m_action{m_session};
     I18NString m_path{"/content/m"};

@@ -2,7 +2,7 @@
 #include "VexPlatformVersion.h"
 #include "VexPluginExtension.h"
 #include "tests/plugin/PluginCase.h"
-#include "tests/plugin/TestModels.h"
+#include "tests/support/Casts.h"
 #include "tests/support/ExpectFailure.h"
 
 #include <gtest/gtest.h>
@@ -39,7 +39,7 @@ TEST(VexPluginExports, AnExtensionIsOneTableForTheLibrarysLife) {
 }
 
 TEST(VexPluginExports, AnExplanationDecidesAsTheAccessibilityRequestDoes) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     VexAccessExplanation explanation;
     for (long const mode : {0L, 1L}) {
         explain(on, {"x", "y", "m"}, mode == 1, explanation);
@@ -51,7 +51,7 @@ TEST(VexPluginExports, AnExplanationDecidesAsTheAccessibilityRequestDoes) {
 }
 
 TEST(VexPluginExports, AnExplanationLeavesTheSessionAsItWas) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     VexAccessExplanation explanation;
     explain(on, {"x"}, false, explanation);
     EXPECT_FALSE(on.session.customData().HasNamespace("VexMAActionPlugin"));
@@ -62,7 +62,7 @@ TEST(VexPluginExports, AnExplanationLeavesTheSessionAsItWas) {
 }
 
 TEST(VexPluginExports, AnExplanationRaisesWhatTheRequestWouldRaise) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     on.session.setRoles({});
     VexAccessExplanation explanation;
     expectFailure([&] { explain(on, {"x"}, false, explanation); }, 1170699671, "VexAccessAction", 0,

@@ -3,7 +3,6 @@
 #include "KRLException.h"
 #include "VexObject.h"
 #include "tests/plugin/PluginCase.h"
-#include "tests/plugin/TestModels.h"
 #include "tests/support/Casts.h"
 #include "tests/support/ExpectFailure.h"
 
@@ -273,7 +272,7 @@ TEST(TreeExplanation, EndsWhenTheObserverRaises) {
 }
 
 TEST(TreeExplanation, LeavesTheSessionAsItWas) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     Recorder recorder;
     explain(on.session, "/content/m", allNames, nullptr, recorder);
     EXPECT_FALSE(on.session.customData().HasNamespace("VexMAActionPlugin"));
@@ -284,7 +283,7 @@ TEST(TreeExplanation, LeavesTheSessionAsItWas) {
 }
 
 TEST(TreeExplanation, RunsOnItsOwnModelPathWhateverTheSessionsActionKeeps) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     on.askMetadata(unrestricted); // every later request of the session is unrestricted, too
     Recorder recorder;
     explain(on.session, "/content/m", allNames, nullptr, recorder);
@@ -293,7 +292,7 @@ TEST(TreeExplanation, RunsOnItsOwnModelPathWhateverTheSessionsActionKeeps) {
 }
 
 TEST(TreeExplanation, RaisesWhatTheRequestWouldRaise) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     Recorder recorder;
     expectFailure([&] { explain(on.session, "/content/m", "<Other/>", nullptr, recorder); },
                   1444379513, "VexMDMaProvider", 0, "VexMDMaProvider::doRequest");
@@ -302,7 +301,7 @@ TEST(TreeExplanation, RaisesWhatTheRequestWouldRaise) {
 }
 
 TEST(TreeExplanation, RefusesAResponseThatIsNoElement) {
-    PluginCase on(plainModel);
+    PluginCase on(casts::plainShop());
     KRLIDOM_Node none;
     KRLIDOM_Node document = on.response.node().getOwnerDocument();
     for (KRLIDOM_Node* const node : {&none, &document}) {

@@ -35,6 +35,14 @@ inline std::string catalogue(std::initializer_list<char const*> granted,
     return text + R"(</model><user name="carl"><role>clerk</role></user></catalog>)";
 }
 
+/// "Sales" (n) with the filters "X" (x) and "Y" (y), of which the view "v" has the
+/// first.
+inline std::string plainShop() {
+    return R"(<model id="m" defaultLocale="en">
+  <namespace id="n" name="Sales"><filter id="x" name="X"/><filter id="y" name="Y"/></namespace>)" +
+           views(view("v", {"n", "x"})) + "</model>";
+}
+
 /// "Sales" (n) with the query subject "Orders" (q), whose item is "Quantity" (i),
 /// and the shortcut "Again" (s) to it. `more` stands behind "Sales".
 inline std::string shop(std::string const& more = "") {

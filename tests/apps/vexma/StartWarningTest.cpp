@@ -1,4 +1,5 @@
 #include "tests/apps/vexma/ToolRun.h"
+#include "tests/support/Casts.h"
 
 #include <gmock/gmock.h>
 
@@ -28,17 +29,11 @@ constexpr char const* twoLanguages = R"(<model defaultLocale="en">
 </model>
 )";
 
-constexpr char const* catalogue = R"(<catalog>
-  <model path="/content/two" file="two.model.xml"><grant role="clerk" view="v"/></model>
-  <user name="ann"><role>clerk</role></user>
-</catalog>
-)";
-
 class StartWarning : public testing::Test {
 protected:
     StartWarning() {
         m_folder.Write("two.model.xml", twoLanguages);
-        m_folder.Write("two.catalog.xml", catalogue);
+        m_folder.Write("two.catalog.xml", casts::catalogue({"v"}, "two.model.xml"));
     }
 
     ToolResult ask(std::string const& command, std::vector<std::string> const& more) const {
@@ -46,9 +41,9 @@ protected:
         arguments.insert(arguments.end(), more.begin(), more.end());
         return m_folder.Run(arguments);
     }
-    ToolResult askAsAnn(std::vector<std::string> const& more) const {
+    ToolResult askAsCarl(std::vector<std::string> const& more) const {
         std::vector<std::string> arguments{
-            "metadata", "--catalog", "two.catalog.xml", "--model", "/content/two", "--user", "ann"};
+            "metadata", "--catalog", "two.catalog.xml", "--model", "/content/m", "--user", "carl"};
         arguments.insert(arguments.end(), more.begin(), more.end());
         return m_folder.Run(arguments);
     }
@@ -128,10 +123,10 @@ TEST_F(StartWarning, GoesWithAnEstimateAndWithReasons) {
 
 // The start of an answer is shown to everyone; its name only when it is asked for.
 TEST_F(StartWarning, DoesNotNameWhatTheUserMayNotSeeBeyondTheAnswer) {
-    ToolResult const named = askAsAnn({"--start", "[Sales].[Auftraege]"});
+    ToolResult const named = askAsCarl({"--start", "[Sales].[Auftraege]"});
     EXPECT_THAT(named.out, HasSubstr("Prices"));
     EXPECT_THAT(named.error, HasSubstr("\"Prices\""));
-    ToolResult const unnamed = askAsAnn({"--start", "[Sales].[Auftraege]", "--property", "usage"});
+    ToolResult const unnamed = askAsCarl({"--start", "[Sales].[Auftraege]", "--property", "usage"});
     EXPECT_THAT(unnamed.out, HasSubstr("<querySubject usage=\"list\"/>"));
     EXPECT_THAT(unnamed.error, HasSubstr("asks for \"Auftraege\" and leads to another object, "));
     EXPECT_THAT(unnamed.error, Not(HasSubstr("Prices")));
