@@ -105,3 +105,10 @@ std::size_t VexMDMaProviderUtility::FindStringPropertyValue(std::span<VEX_HANDLE
                                                             VexTextMatch& match) {
     return VexObject::FindPropertyValue(objects, name, locale, text, match);
 }
+
+void VexMDMaProviderUtility::FindElementsWithin(std::span<VEX_HANDLE const> objects,
+                                                I18NString const& name, I18NString const& text,
+                                                I18NLocale const* locale, I18NString const& tag,
+                                                Vex_Handle_Collection& found) {
+    VexObject::FindElementsWithin(objects, name, locale, text, tag, found);
+}

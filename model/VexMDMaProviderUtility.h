@@ -58,4 +58,11 @@ public:
     static std::size_t FindStringPropertyValue(std::span<VEX_HANDLE const> objects,
                                                I18NString const& name, I18NString const& text,
                                                I18NLocale const* locale, VexTextMatch& match);
+
+    /// Appends the elements of the class `tag` below those of the objects for which
+    /// `GetStringPropertyValue` would read `text`; an object that stands inside the one
+    /// before it among those adds nothing.
+    static void FindElementsWithin(std::span<VEX_HANDLE const> objects, I18NString const& name,
+                                   I18NString const& text, I18NLocale const* locale,
+                                   I18NString const& tag, Vex_Handle_Collection& found);
 };

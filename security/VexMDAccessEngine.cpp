@@ -10,26 +10,8 @@
 #include <algorithm>
 #include <cstdlib>
 #include <set>
-#include <span>
 
 using namespace VexSecurity;
-
-namespace {
-
-// True when the set stands inside `outer`, whose entries its own are among; sets may
-// nest as deep as the model. `outer` may be null.
-bool isInside(VEX_HANDLE set, VEX_HANDLE outer, VEX_HANDLE view) {
-    if (!outer.IsNotNull()) {
-        return false;
-    }
-    VEX_HANDLE above = VexMDMaProviderUtility::GetParent(set);
-    while (above.IsNotNull() && above != view && above != outer) {
-        above = VexMDMaProviderUtility::GetParent(above);
-    }
-    return above == outer;
-}
-
-} // namespace
 
 VexMDAccessEngine::VexMDAccessEngine(VexSession* session,
                                      std::vector<I18NString> const& requestedViews,
@@ -146,21 +128,12 @@ void VexMDAccessEngine::loadHiddenExludedIncludedIdLists(VEX_HANDLE object,
     VexIdSet* const list = listFor(listKind, roleBased, defaultView);
     Vex_Handle_Collection sets;
     VexMDMaProviderUtility::getElementsByTagName(object, VexClass::Set, sets);
-    // The entries of all matching sets first: a list may be spread over a set for each id.
+    // The entries of all matching sets at once: a list may be spread over a set for each id.
     Vex_Handle_Collection entries;
-    VEX_HANDLE taken = ConvertFromInt(0);
-    std::span<VEX_HANDLE const> rest(sets.begin(), sets.end());
-    while (!rest.empty()) {
-        VexTextMatch match = VexTextMatch::Different;
-        std::size_t const others = VexMDMaProviderUtility::FindStringPropertyValue(
-            rest, resources::getString(resources::SetKind), listKind, nullptr, match);
-        if (match == VexTextMatch::Same && !isInside(rest[others], taken, object)) {
-            taken = rest[others];
-            VexMDMaProviderUtility::getElementsByTagName(
-                taken, resources::getString(resources::SetEntry), entries);
-        }
-        rest = rest.subspan(std::min(others + 1, rest.size())); // one without a kind is skipped
-    }
+    entries.reserve(sets.size());
+    VexMDMaProviderUtility::FindElementsWithin(
+        {sets.begin(), sets.end()}, resources::getString(resources::SetKind), listKind, nullptr,
+        resources::getString(resources::SetEntry), entries);
     if (list == nullptr) {
         return;
     }

@@ -119,6 +119,15 @@ public:
     FindPropertyValue(std::span<VEX_HANDLE const> objects, I18NString const& name,
                       I18NLocale const* locale, I18NString const& text, VexTextMatch& match);
 
+    /// Appends, for those of the objects whose property `name`, as `locale` finds it, has
+    /// the text `text`, what `getElementsByTagName` appends for `tag`. One that stands
+    /// inside the one before it among those adds nothing: what it holds is there.
+    VEX_PLATFORM_API static void FindElementsWithin(std::span<VEX_HANDLE const> objects,
+                                                    I18NString const& name,
+                                                    I18NLocale const* locale,
+                                                    I18NString const& text, I18NString const& tag,
+                                                    Vex_Handle_Collection& found);
+
     /// @{
     /// True when `childObjects`, or `Properties`, would give something.
     bool hasChildObjects() const { return usable() && m_model->hasChildObjects(m_handle); }

@@ -73,6 +73,13 @@ public:
                                           I18NString const& name, I18NLocale const* locale,
                                           I18NString const& text, VexTextMatch& match) const;
 
+    /// As the operation of that name in `VexObject`, for objects of this model. Need not
+    /// be overridden either: it asks `GetPropertyByName`, `GetValue`, `GetParent` and
+    /// `getElementsByTagName`.
+    virtual void FindElementsWithin(std::span<VEX_HANDLE const> objects, I18NString const& name,
+                                    I18NLocale const* locale, I18NString const& text,
+                                    I18NString const& tag, Vex_Handle_Collection& found) const;
+
     /// True when the handle is one of the model's own range.
     bool Holds(VEX_HANDLE handle) const { return handle.Number() - m_first < m_count; }
 

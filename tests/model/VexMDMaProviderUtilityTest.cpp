@@ -240,6 +240,17 @@ TEST_F(VexMDMaProviderUtilityTest, APropertyValueIsMatchedAsItWouldBeRead) {
     EXPECT_EQ(match(VEX_HANDLE(), "name", "", nullptr), VexTextMatch::NoText);
 }
 
+TEST_F(VexMDMaProviderUtilityTest, ElementsAreFoundWithinTheObjectsThatHaveAText) {
+    auto const count = [&](char const* text, VEX_HANDLE object) {
+        Vex_Handle_Collection found;
+        Utility::FindElementsWithin({&object, 1}, "usage", text, nullptr, "filter", found);
+        return found.size();
+    };
+    EXPECT_EQ(count("fact", m_namespace), 2U);
+    EXPECT_EQ(count("other", m_namespace), 0U);
+    EXPECT_EQ(count("fact", VEX_HANDLE()), 0U);
+}
+
 TEST_F(VexMDMaProviderUtilityTest, AMissingPropertyLeavesTheTextAsItWas) {
     for (char const* const missing : {"nothing", "empty"}) {
         I18NString name(missing);

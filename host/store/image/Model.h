@@ -76,6 +76,9 @@ public:
     std::size_t FindPropertyValue(std::span<VEX_HANDLE const> objects, I18NString const& name,
                                   I18NLocale const* locale, I18NString const& text,
                                   VexTextMatch& match) const override;
+    void FindElementsWithin(std::span<VEX_HANDLE const> objects, I18NString const& name,
+                            I18NLocale const* locale, I18NString const& text, I18NString const& tag,
+                            Vex_Handle_Collection& found) const override;
 
 private:
     // The range of handles: the elements, then the values of properties, then
@@ -119,6 +122,8 @@ private:
     VEX_HANDLE findCollection(std::uint32_t element, std::uint32_t cls) const;
     void appendCollections(std::uint32_t element, Vex_Handle_Collection& found,
                            I18NString const* name) const;
+    void appendElementsOf(std::uint32_t element, std::uint32_t cls,
+                          Vex_Handle_Collection& found) const;
     void appendChildren(std::uint32_t first, std::uint32_t last, Vex_Handle_Collection& found,
                         std::uint32_t cls, I18NString const* role) const;
     class ValueSearch;

@@ -148,17 +148,20 @@ bool Model::getElementsByTagName(VEX_HANDLE object, I18NString const& tag,
     CallLimits::check();
     DecodedHandle const decoded = decode(object);
     Atom const cls = m_data->names.find(tag.view(), m_data->texts);
-    if (decoded.kind != Kind::Element || cls == NoAtom) {
-        return true;
-    }
-    std::span<ElementNumber const> const all = m_data->classes[cls];
-    auto const first = std::upper_bound(all.begin(), all.end(), decoded.number);
-    auto const last = std::lower_bound(first, all.end(), m_data->elements[decoded.number].end);
-    VEX_HANDLE* target = found.extend(static_cast<std::size_t>(last - first));
-    for (auto element = first; element != last; ++element, ++target) {
-        *target = elementHandle(*element);
+    if (decoded.kind == Kind::Element && cls != NoAtom) {
+        appendElementsOf(decoded.number, cls, found);
     }
     return true;
+}
+
+void Model::appendElementsOf(ElementNumber element, Atom cls, Vex_Handle_Collection& found) const {
+    std::span<ElementNumber const> const all = m_data->classes[cls];
+    auto const first = std::upper_bound(all.begin(), all.end(), element);
+    auto const last = std::lower_bound(first, all.end(), m_data->elements[element].end);
+    VEX_HANDLE* target = found.extend(static_cast<std::size_t>(last - first));
+    for (auto below = first; below != last; ++below, ++target) {
+        *target = elementHandle(*below);
+    }
 }
 
 } // namespace vex

@@ -31,3 +31,22 @@ std::size_t VexObject::FindPropertyValue(std::span<VEX_HANDLE const> objects,
     match = VexTextMatch::Different;
     return before;
 }
+
+void VexObject::FindElementsWithin(std::span<VEX_HANDLE const> objects, I18NString const& name,
+                                   I18NLocale const* locale, I18NString const& text,
+                                   I18NString const& tag, Vex_Handle_Collection& found) {
+    while (!objects.empty()) {
+        VexObject const first(objects.front());
+        if (!first.usable()) {
+            objects = objects.subspan(1);
+            continue;
+        }
+        VexObjectModel const& model = *first.m_model;
+        auto const last =
+            std::find_if(objects.begin() + 1, objects.end(),
+                         [&model](VEX_HANDLE const object) { return !model.Holds(object); });
+        auto const count = static_cast<std::size_t>(last - objects.begin());
+        model.FindElementsWithin(objects.first(count), name, locale, text, tag, found);
+        objects = objects.subspan(count);
+    }
+}

@@ -23,6 +23,14 @@ std::uint32_t pagesFor(std::uint32_t count) {
     return std::max<std::uint32_t>(1, count / pageSize + (count % pageSize != 0 ? 1 : 0));
 }
 
+bool isInside(VEX_HANDLE object, VEX_HANDLE outer) {
+    VEX_HANDLE above = outer.IsNotNull() ? VexObject(object).GetParent() : VEX_HANDLE();
+    while (above.IsNotNull() && above != outer) {
+        above = VexObject(above).GetParent();
+    }
+    return above.IsNotNull();
+}
+
 } // namespace
 
 std::atomic<VexObjectModel const*> VexObjectDirectory::s_pages[VexObjectDirectory::PageCount];
@@ -76,4 +84,19 @@ std::size_t VexObjectModel::FindPropertyValue(std::span<VEX_HANDLE const> object
         }
     }
     return objects.size();
+}
+
+void VexObjectModel::FindElementsWithin(std::span<VEX_HANDLE const> objects, I18NString const& name,
+                                        I18NLocale const* locale, I18NString const& text,
+                                        I18NString const& tag, Vex_Handle_Collection& found) const {
+    VEX_HANDLE taken;
+    I18NString value;
+    for (VEX_HANDLE const object : objects) {
+        VexObject const property(GetPropertyByName(object, name, locale));
+        if (property.IsValid() && property.GetValue(value, true) && value == text &&
+            IsObject(object) && !isInside(object, taken)) {
+            taken = object;
+            getElementsByTagName(object, tag, found);
+        }
+    }
 }

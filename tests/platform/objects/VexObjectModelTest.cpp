@@ -221,6 +221,73 @@ TEST(VexObject, MatchesNothingWithoutAValue) {
     EXPECT_EQ(matchOf(model.At(0), ""), VexTextMatch::NoText);
 }
 
+/// A row of objects with the values 0, 1, 2, 0, 1, 2 ..., each of which holds itself and
+/// lies in the one before it when `nests`.
+class Row final : public FakeModel {
+public:
+    explicit Row(std::uint32_t count, bool nests = false) : FakeModel(count), m_nests(nests) {}
+    VEX_HANDLE GetPropertyByName(VEX_HANDLE object, I18NString const& name,
+                                 I18NLocale const*) const override {
+        return name == "number" ? object : VEX_HANDLE();
+    }
+    bool GetValue(VEX_HANDLE object, I18NString& text, bool) const override {
+        text = std::to_string((object.Number() - At(0).Number()) % 3).c_str();
+        return true;
+    }
+    VEX_HANDLE GetParent(VEX_HANDLE object) const override {
+        return m_nests && object != At(0) ? VEX_HANDLE(object.Number() - 1) : VEX_HANDLE();
+    }
+    bool getElementsByTagName(VEX_HANDLE object, I18NString const& tag,
+                              Vex_Handle_Collection& found) const override {
+        if (tag == "itself") {
+            found.push_back(object);
+        }
+        return true;
+    }
+
+private:
+    bool m_nests;
+};
+
+/// How many elements are found within the objects whose "number" is the text.
+Vex_Handle_Collection within(std::vector<VEX_HANDLE> const& objects, char const* text,
+                             char const* name = "number", char const* tag = "itself") {
+    Vex_Handle_Collection found;
+    VexObject::FindElementsWithin(objects, name, nullptr, text, tag, found);
+    return found;
+}
+
+TEST(VexObject, FindsElementsWithinTheObjectsThatHaveOneText) {
+    Row const one(4);
+    Row const other(3);
+    std::vector<VEX_HANDLE> objects{one.At(0), one.At(1),   one.At(2), one.At(3), VEX_HANDLE(),
+                                    one.At(4), other.At(1), one.At(1)}; // the fifth is past the end
+    Vex_Handle_Collection const found = within(objects, "1");
+    ASSERT_EQ(found.size(), 3U);
+    EXPECT_EQ(found[0], one.At(1));
+    EXPECT_EQ(found[1], other.At(1));
+    EXPECT_EQ(found[2], one.At(1));
+    EXPECT_EQ(within(objects, "0").size(), 2U);
+    EXPECT_TRUE(within(objects, "3").empty());
+    EXPECT_TRUE(within(objects, "1", "nothing").empty());
+    EXPECT_TRUE(within(objects, "1", "number", "another").empty());
+    EXPECT_TRUE(within({}, "1").empty());
+    MuteModel const mute(1);
+    EXPECT_TRUE(within({mute.At(0)}, "").empty());
+}
+
+TEST(VexObject, FindsNothingTwiceWithinObjectsThatStandInsideEachOther) {
+    Row const row(7, true);
+    std::vector<VEX_HANDLE> objects;
+    for (std::uint32_t i = 0; i < 7; ++i) {
+        objects.push_back(row.At(i));
+    }
+    Vex_Handle_Collection const found = within(objects, "1"); // the second, and the fifth in it
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0], row.At(1));
+    EXPECT_EQ(within({row.At(4), row.At(1)}, "1").size(), 2U);
+}
+
 TEST(VexObject, FindsAValueAmongObjectsOfSeveralModels) {
     /// Has one value, another for each model.
     class Told final : public FakeModel {

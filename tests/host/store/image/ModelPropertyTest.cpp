@@ -259,3 +259,63 @@ TEST(ModelProperty, OfAnOwnerWithVeryManyIsFoundByName) {
 }
 
 } // namespace
+
+namespace {
+
+/// The own texts of what is found within the objects, one after another.
+std::string within(Vex_Handle_Collection const& objects, char const* name, char const* text,
+                   char const* tag, I18NLocale const* locale = nullptr) {
+    Vex_Handle_Collection found;
+    VexObject::FindElementsWithin({objects.begin(), objects.end()}, name, locale, text, tag, found);
+    std::string texts;
+    for (VEX_HANDLE const element : found) {
+        I18NString own;
+        VexObject(element).GetValue(own, true);
+        texts += own.toUtf8();
+    }
+    return texts;
+}
+
+} // namespace
+
+TEST(ModelProperty, LeadsToWhatLiesWithinTheElementsThatHaveItsText) {
+    Probe const probe(R"(<model id="m" defaultLocale="en">
+        <s id="1" kind="x"><i>a</i><g><i>b</i></g></s>
+        <s id="2" kind="y"><i>c</i></s>
+        <s id="3" kind="x"><j>d</j></s>
+        <s id="4"><i>e</i></s>
+        <s id="5" kind=""><i>f</i></s>
+        <s id="6" other="x" kind="x"><i>g</i></s>
+        <s id="7"><property name="kind" locale="de">x</property>
+          <property name="kind" locale="en">y</property><i>h</i></s>
+        <s id="8"><kind><i>k</i></kind></s>
+        <t id="9" kind="x"><i>l</i></t></model>)");
+    Vex_Handle_Collection objects;
+    VexObject(probe.id("m")).childObjects(objects, nullptr, nullptr);
+    objects.push_back(Probe::property(probe.id("1"), "kind")); // a property holds nothing
+    objects.push_back(Probe::property(probe.id("m"), "s"));    // nor does a collection here
+    EXPECT_EQ(within(objects, "kind", "x", "i"), "abgl");
+    EXPECT_EQ(within(objects, "kind", "x", "j"), "d");
+    EXPECT_EQ(within(objects, "kind", "y", "i"), "ch");
+    EXPECT_EQ(within(objects, "kind", "", "i"), "");
+    EXPECT_EQ(within(objects, "ID", "6", "i"), "g");
+    EXPECT_EQ(within(objects, "unknown", "x", "i"), "");
+    EXPECT_EQ(within(objects, "kind", "x", "unknown"), "");
+    I18NLocale const german("de_AT");
+    EXPECT_EQ(within(objects, "kind", "x", "i", &german), "abghl");
+}
+
+TEST(ModelProperty, LeadsOnceToWhatLiesWithinElementsInsideEachOther) {
+    std::string deep = "<i>c</i>";
+    for (int level = 0; level < 20; ++level) { // so many that they are searched otherwise
+        deep = "<s kind='x'>" + deep + "</s>";
+    }
+    Probe const probe(("<model id='m'><s kind='x'><i>a</i><s kind='y'><i>b</i></s>" + deep +
+                       "<i>d</i></s><s kind='x'><i>e</i></s></model>")
+                          .c_str());
+    Vex_Handle_Collection sets;
+    VexObject(probe.id("m")).getElementsByTagName("s", sets);
+    EXPECT_EQ(sets.size(), 23U);
+    EXPECT_EQ(within(sets, "kind", "x", "i"), "abcde");
+    EXPECT_EQ(within(sets, "kind", "y", "i"), "b");
+}
