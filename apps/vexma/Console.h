@@ -58,6 +58,12 @@ public:
     bool canWrite() const { return m_out.good(); }
 
     bool errorIsTerminal() const { return m_errorIsTerminal; }
+    /// @{
+    /// Whether complaints tell what only who builds plug-ins can use: the number of a
+    /// failure, the function that raised it.
+    bool isVerbose() const { return m_isVerbose; }
+    void setVerbose(bool verbose) { m_isVerbose = verbose; }
+    /// @}
     /// "vexma: text" on standard error.
     void complain(std::string_view text);
 
@@ -70,6 +76,7 @@ private:
     std::ostream m_out;
     bool m_outIsTerminal;
     bool m_errorIsTerminal;
+    bool m_isVerbose = false;
 };
 
 /// `text` (UTF-8) without the control characters that could steer a terminal.

@@ -30,6 +30,10 @@ void SourceOptions::addTo(CommandSyntax& command) {
          .help = "Plug-in library (default: the one beside this program or installed with it)",
          .word = "FILE",
          .group = source});
+    command.add({.name = "--verbose",
+                 .into = &verbose,
+                 .help = "Tell the number and the function of a failure too",
+                 .group = source});
     command.add({.name = "--trace",
                  .into = &trace,
                  .help = "Show the plug-in's trace on standard error",

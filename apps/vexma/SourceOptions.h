@@ -30,6 +30,7 @@ struct SourceOptions {
 
     std::string locale;
     std::string pluginFile;
+    bool verbose = false;
     bool trace = false; // the plug-in's trace is shown
     KRLIDOM_Limits response;
     std::optional<double> deadlineSeconds;

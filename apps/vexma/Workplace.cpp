@@ -69,6 +69,7 @@ template <class Call> auto interruptible(ActionLimits limits, Call const& call) 
 } // namespace
 
 Visit openVisit(SourceOptions const& options, Console& console) {
+    console.setVerbose(options.verbose);
     Progress progress(console);
     LoadOptions load;
     load.progress = [&](std::size_t done, std::size_t total) { progress.report(done, total); };
@@ -149,7 +150,7 @@ CallEnd Workplace::explainTree(KRLIDOM_Document const& request, VexTreeObserver&
 
 int complainAbout(CallEnd const& end, Console& console) {
     std::string text = end.text;
-    if (end.failure) {
+    if (end.failure && console.isVerbose()) {
         text +=
             " (failure " + std::to_string(end.failure->id) + " of " + end.failure->function + ')';
     } else if (end.kind == CallEnd::Kind::NotHandled) {

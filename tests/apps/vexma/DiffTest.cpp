@@ -131,7 +131,7 @@ TEST(Diff, TellsThatShortcutsStillShowWhatIsGoneFromItsPlace) {
 }
 
 TEST(Diff, IsRefusedWhenOneSideIs) {
-    ToolResult const result = runOnSample("diff", "ann", {"--other-user", "nora"});
+    ToolResult const result = runOnSample("diff", "ann", {"--other-user", "nora", "--verbose"});
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.out, IsEmpty());
     EXPECT_THAT(result.error, HasSubstr("1170699671"));

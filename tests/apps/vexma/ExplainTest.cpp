@@ -129,7 +129,7 @@ TEST(Explain, OfAModelFileAloneConsidersNoView) {
 }
 
 TEST(Explain, IsRefusedToAUserWithoutViews) {
-    ToolResult const result = runOnSample("explain", "nora", {"ca.margin"});
+    ToolResult const result = runOnSample("explain", "nora", {"ca.margin", "--verbose"});
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.out, IsEmpty());
     EXPECT_THAT(result.error, HasSubstr("1170699671"));

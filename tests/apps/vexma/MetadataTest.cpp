@@ -38,7 +38,7 @@ TEST(Metadata, ShowsAUserWhatTheViewsInclude) {
 }
 
 TEST(Metadata, EndsWithStatusOneWhenThePluginRaises) {
-    ToolResult const result = ToolFolder().Run(ToolFolder::As("metadata", "bob"));
+    ToolResult const result = ToolFolder().Run(ToolFolder::As("metadata", "bob", {"--verbose"}));
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.out, IsEmpty());
     EXPECT_THAT(result.error, HasSubstr("1170699671"));
@@ -89,7 +89,8 @@ TEST(Metadata, AsksForThePackage) {
 }
 
 TEST(Metadata, RefusesAViewThatTheUserLacks) {
-    ToolResult const result = ToolFolder().Run(ToolFolder::As("metadata", "ann", {"--view", "v9"}));
+    ToolResult const result =
+        ToolFolder().Run(ToolFolder::As("metadata", "ann", {"--view", "v9", "--verbose"}));
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.error, HasSubstr("1170551942"));
 }
