@@ -1,5 +1,6 @@
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/ObjectArguments.h"
+#include "apps/vexma/WordWarning.h"
 #include "apps/vexma/Workplace.h"
 
 #include <memory>
@@ -12,6 +13,7 @@ struct AccessCommand {
     SourceOptions source;
     std::vector<std::string> given;
     long mode = 0;
+    StrictOption strict;
 
     int run(Console& console) {
         ObjectArguments const arguments(given, source);
@@ -23,7 +25,13 @@ struct AccessCommand {
             console.out() << (answer.verdicts[index] ? 1 : 0) << '\t' << arguments.texts()[index]
                           << '\n';
         }
-        return answer.end.isAnswered() ? Done : complainAbout(answer.end, console);
+        RequestWarnings warnings(strict);
+        warnAboutLocale(workplace, warnings);
+        if (mode != 0 && mode != 1) {
+            warnings.add("there is no mode " + std::to_string(mode) + ", so 0 is used");
+        }
+        return warnings.finish(console,
+                               answer.end.isAnswered() ? Done : complainAbout(answer.end, console));
     }
 };
 
@@ -38,6 +46,7 @@ CommandRun addAccessCommand(CommandSyntax& command) {
                  .help = "1 leaves the views' lists of included objects out of account",
                  .word = "N",
                  .showsDefault = true});
+    access->strict.addTo(command);
     command.epilog =
         R"(The arguments are ids, or references such as [Sales].[Orders]; without --catalog the
 first one is the MODEL.xml. Prints one line for each object: 1 or 0, a tab, the object.

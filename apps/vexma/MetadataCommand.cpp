@@ -3,6 +3,7 @@
 #include "apps/vexma/RequestComplaint.h"
 #include "apps/vexma/RequestOptions.h"
 #include "apps/vexma/StartWarning.h"
+#include "apps/vexma/WordWarning.h"
 #include "host/insight/AnswerEstimate.h"
 
 #include <memory>
@@ -20,11 +21,15 @@ struct MetadataCommand {
     int run(Console& console) const {
         source.check();
         request.check(source);
-        KRLIDOM_OwnedDocument const document = request.makeRequest();
+        std::string const text = request.readText();
+        KRLIDOM_OwnedDocument const document = request.makeRequest(text);
         MetadataRequest const asked = MetadataRequest::read(document.document());
         Workplace workplace(source, console);
+        WrittenRequest const written{document, asked, text, request.fileName()};
         RequestWarnings warnings = request.makeWarnings();
+        warnAboutLocale(workplace, warnings);
         if (estimate) {
+            warnAboutWords(written, workplace, warnings);
             int const status = giveEstimate(document, asked, workplace, console);
             if (status == Done) {
                 warnAboutStart(asked, KRLIDOM_Node(), workplace, warnings);
@@ -32,8 +37,10 @@ struct MetadataCommand {
             return warnings.finish(console, status);
         }
         MetadataAnswer const answer = workplace.metadata(document.document());
+        warnAboutWords(written, workplace, warnings);
         if (!answer.end.isAnswered()) {
-            return complainAboutRequest(answer.end, asked, workplace, console);
+            return warnings.finish(console,
+                                   complainAboutRequest(answer.end, asked, workplace, console));
         }
         bool const inLines = pretty || console.outIsTerminal();
         KRLIDOM_Writer::write(console.out(), answer.response.document(), inLines);

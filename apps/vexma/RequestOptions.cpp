@@ -107,14 +107,17 @@ void RequestOptions::check(SourceOptions const& source) const {
     }
 }
 
-KRLIDOM_OwnedDocument RequestOptions::makeRequest() const {
+std::string RequestOptions::readText() const {
+    return m_file.empty() ? "" : readFileText(m_file, m_size.bytes);
+}
+
+KRLIDOM_OwnedDocument RequestOptions::makeRequest(std::string const& text) const {
     if (m_file.empty()) {
         return build().toDocument();
     }
     KRLIDOM_ReadLimits limits;
     limits.bytes = m_size.bytes;
-    return KRLIDOM_Reader::parse(readFileText(m_file, m_size.bytes),
-                                 m_file == "-" ? "standard input" : m_file, limits);
+    return KRLIDOM_Reader::parse(text, fileName(), limits);
 }
 
 TreeQuestion RequestOptions::makeQuestion(Model const& model) const {

@@ -19,8 +19,13 @@ public:
     /// Raises `UsageException` when options contradict each other.
     void check(SourceOptions const& source) const;
 
-    /// Raises `KRLDocumentException` when the request file cannot be read.
-    KRLIDOM_OwnedDocument makeRequest() const;
+    /// The text of the request file; "" when options build the request. Reads standard
+    /// input at most once: keep it. Raises `KRLDocumentException`.
+    std::string readText() const;
+    /// The request of that text. Raises `KRLDocumentException` when it cannot be read.
+    KRLIDOM_OwnedDocument makeRequest(std::string const& text) const;
+    /// What messages call the request file.
+    std::string fileName() const { return m_file == "-" ? "standard input" : m_file; }
 
     /// The same request as one whose answer can be matched with the model.
     /// Raises `UsageException` when the options ask for more than names.

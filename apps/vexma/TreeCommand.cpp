@@ -5,6 +5,7 @@
 #include "apps/vexma/TreeAnswer.h"
 #include "apps/vexma/TreeDrawing.h"
 #include "apps/vexma/WhyTree.h"
+#include "apps/vexma/WordWarning.h"
 
 #include <memory>
 
@@ -23,16 +24,20 @@ struct TreeCommand {
         if (why) {
             return runWithReasons(console);
         }
-        KRLIDOM_OwnedDocument const document = request.makeRequest();
+        std::string const text = request.readText();
+        KRLIDOM_OwnedDocument const document = request.makeRequest(text);
         MetadataRequest const asked = MetadataRequest::read(document.document());
         Workplace workplace(source, console);
         MetadataAnswer const answer = workplace.metadata(document.document());
+        RequestWarnings warnings = request.makeWarnings();
+        warnAboutLocale(workplace, warnings);
+        warnAboutWords({document, asked, text, request.fileName()}, workplace, warnings);
         if (!answer.end.isAnswered()) {
-            return complainAboutRequest(answer.end, asked, workplace, console);
+            return warnings.finish(console,
+                                   complainAboutRequest(answer.end, asked, workplace, console));
         }
         KRLIDOM_Element const response = answer.response.document().getDocumentElement();
         drawResponse(console.out(), response, console.outHasColour());
-        RequestWarnings warnings = request.makeWarnings();
         warnAboutStart(asked, response, workplace, warnings);
         return warnings.finish(console, Done);
     }
@@ -50,6 +55,7 @@ struct TreeCommand {
             return complainAbout(explained, console);
         }
         RequestWarnings warnings = request.makeWarnings();
+        warnAboutLocale(workplace, warnings);
         warnAboutStart(question.makeRequest(), KRLIDOM_Node(), workplace, warnings);
         return warnings.finish(console, Done);
     }

@@ -20,6 +20,7 @@ public:
     /// everybody, where nobody is restricted.
     Workplace(Workplace const& other, CatalogueUser const* user);
 
+    Visit const& visit() const { return m_visit; }
     Model const& model() const { return m_visit.model(); }
     I18NLocale const& locale() const { return m_visit.locale; }
     /// Null where nobody is restricted.

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "KRLIDOM_OwnedDocument.h"
+#include "apps/vexma/RequestWarnings.h"
+#include "apps/vexma/Workplace.h"
+
+#include <string>
+
+namespace vex {
+
+/// A request, and the document that it was read from.
+struct WrittenRequest {
+    KRLIDOM_OwnedDocument const& document;
+    MetadataRequest const& asked;
+    std::string text{}; // "" when options built it
+    std::string file{}; // what messages call it
+};
+
+/// Warns about what the request asks for in vain, and about what nothing reads in its
+/// document, each with the nearest word.
+void warnAboutWords(WrittenRequest const& request, Workplace& workplace, RequestWarnings& warnings);
+
+/// Warns when the model lacks the language that was asked for.
+void warnAboutLocale(Workplace const& workplace, RequestWarnings& warnings);
+
+} // namespace vex
