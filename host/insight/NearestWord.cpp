@@ -15,7 +15,7 @@ constexpr std::size_t shortWord = 4;
 constexpr std::size_t mostSlips = 2;
 
 std::size_t allowedSlips(std::size_t length) {
-    constexpr std::size_t tooShort = 2;
+    constexpr std::size_t tooShort = 3;
     constexpr std::size_t middling = 5;
     return length <= tooShort ? 0 : length <= middling ? 1 : mostSlips;
 }
@@ -66,14 +66,14 @@ bool isOtherShortWord(std::u16string a, std::u16string b) {
 
 } // namespace
 
-std::optional<std::size_t> slipsBetween(std::u16string_view a, std::u16string_view b) {
-    auto const [shorter, longer] = std::minmax({a.size(), b.size()});
-    std::size_t const allowed = allowedSlips(shorter);
+std::optional<std::size_t> slipsBetween(std::u16string_view word, std::u16string_view known) {
+    auto const [shorter, longer] = std::minmax({word.size(), known.size()});
+    std::size_t const allowed = allowedSlips(known.size());
     if (longer > longestWord || longer - shorter > allowed) {
         return std::nullopt;
     }
-    std::u16string const left = folded(a);
-    std::u16string const right = folded(b);
+    std::u16string const left = folded(word);
+    std::u16string const right = folded(known);
     std::size_t const slips = countSlips(left, right);
     if (slips > allowed || isOtherShortWord(left, right)) {
         return std::nullopt;

@@ -10,11 +10,12 @@
 
 namespace vex {
 
-/// How many slips of the hand make one word of the other: a character too many,
+/// How many slips of the hand make a word of a known one: a character too many,
 /// one too few, a wrong one, two exchanged; upper and lower case are the same.
-/// Nothing when they are too far apart to be meant for each other: a short word
-/// bears one slip, and a wrong letter makes another word of it.
-std::optional<std::size_t> slipsBetween(std::u16string_view a, std::u16string_view b);
+/// Nothing when they are too far apart for one to be meant by the other: a short word
+/// bears one slip, a wrong letter makes another word of it, and one of three letters
+/// bears none.
+std::optional<std::size_t> slipsBetween(std::u16string_view word, std::u16string_view known);
 
 /// The first of the known words that are nearest to a word; null when none is
 /// near, or the word is one of them.

@@ -13,6 +13,8 @@ namespace vex {
 
 namespace {
 
+constexpr std::size_t mostFindings = 50; // no more are read at once
+
 constexpr char const* metadataTag = "Metadata";
 constexpr char const* functionsTag = "Functions";
 
@@ -56,6 +58,10 @@ public:
 
     Diagnostics run() {
         for (std::size_t at = 0; at < m_outline.size(); ++at) {
+            if (m_found.size() >= mostFindings) {
+                warn(m_outline[at], "what follows was not looked at; correct this first");
+                break;
+            }
             OutlinedElement const& element = m_outline[at];
             if (!contains(readTags(), element.tag)) {
                 checkUnread(element, m_holdsRead[at]);

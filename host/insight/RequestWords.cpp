@@ -13,6 +13,7 @@ namespace vex {
 namespace {
 
 constexpr char16_t wildcard = u'*';
+constexpr std::size_t mostDoubts = 50;
 
 /// Properties that answers have of themselves, and those that have a meaning.
 std::vector<I18NString> const& knownProperties() {
@@ -71,35 +72,44 @@ public:
         : m_request(request), m_visit(visit), m_seen(seen) {}
 
     std::vector<DoubtfulWord> run() {
-        checkView();
-        checkLanguage();
-        if (m_request.functions) {
-            checkPackage();
-            return std::move(m_found);
-        }
-        for (I18NString const& global : m_request.globals) {
-            checkGlobal(global);
-        }
-        for (I18NString const& entry : m_request.properties) {
-            checkProperty(entry, entry);
-        }
-        for (I18NString const& entry : m_request.collections) {
-            checkCollection(entry);
-        }
-        for (MetadataRequest::Constraint const& constraint : m_request.constraints) {
-            checkProperty(constraint.property, constraint.property + "=[" + constraint.value + "]");
-        }
-        for (I18NString const& text : m_request.oddConstraints) {
-            add(text, "the constraint " + inQuotes(text) +
-                          " binds nothing; write it as CLASS/@NAME=[VALUE]");
+        checkAll();
+        if (isFull()) {
+            add({}, "what else the request asks for was not looked at; correct this first");
         }
         return std::move(m_found);
     }
 
 private:
+    void checkAll() {
+        checkView();
+        checkLanguage();
+        if (m_request.functions) {
+            checkPackage();
+            return;
+        }
+        forEach(m_request.globals, [&](I18NString const& global) { checkGlobal(global); });
+        forEach(m_request.properties, [&](I18NString const& each) { checkProperty(each, each); });
+        forEach(m_request.collections, [&](I18NString const& each) { checkCollection(each); });
+        forEach(m_request.constraints, [&](MetadataRequest::Constraint const& each) {
+            checkProperty(each.property, each.property + "=[" + each.value + "]");
+        });
+        forEach(m_request.oddConstraints, [&](I18NString const& text) {
+            add(text, "the constraint " + inQuotes(text) +
+                          " binds nothing; write it as CLASS/@NAME=[VALUE]");
+        });
+    }
+
+    template <class List, class Check> void forEach(List const& list, Check const& check) {
+        for (auto at = list.begin(); at != list.end() && !isFull(); ++at) {
+            check(*at);
+        }
+    }
+
+    /// The nearest word of each is looked for, so no more are told than people read.
     void add(I18NString const& entry, std::string text) {
         m_found.push_back({entry, std::move(text)});
     }
+    bool isFull() const { return m_found.size() >= mostDoubts; }
 
     void checkView() {
         if (m_request.view.empty()) {
@@ -155,6 +165,9 @@ private:
             known.push_back(name);
         }
         for (I18NString const& entry : m_request.properties) {
+            if (isFull()) {
+                return;
+            }
             std::optional<AskedWord> const word = split(entry, "/@");
             bool const isRead =
                 word && (word->isForEachClass() ||

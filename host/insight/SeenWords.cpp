@@ -36,11 +36,24 @@ std::string nearestOf(I18NString const& word, std::set<I18NString> const& seen,
 SeenWords::SeenWords(Model const& model, MaySee maySee, Answered answered)
     : m_model(model), m_maySee(std::move(maySee)), m_askForAnswered(std::move(answered)) {}
 
+/// One word is found with few questions. For many words everything is asked for once,
+/// so that the work does not grow with them.
+bool SeenWords::mayScan() {
+    constexpr std::size_t mostScans = 16;
+    return !m_all && ++m_scans <= mostScans;
+}
+
 bool SeenWords::isClass(I18NString const& word) {
+    if (!mayScan()) {
+        return all().classes.contains(word);
+    }
     return isOnSeenObject([&](VEX_HANDLE element) { return classOf(element) == word; });
 }
 
 bool SeenWords::isProperty(I18NString const& word) {
+    if (!mayScan()) {
+        return all().properties.contains(word);
+    }
     return isOnSeenObject([&](VEX_HANDLE element) { return hasProperty(element, word); });
 }
 

@@ -42,6 +42,7 @@ private:
     };
 
     template <class Has> bool isOnSeenObject(Has const& has);
+    bool mayScan();
     std::vector<VEX_HANDLE> const& answered();
     std::vector<VEX_HANDLE> seenOf(Vex_Handle_Collection const& objects) const;
     Words const& all();
@@ -51,6 +52,7 @@ private:
     Answered m_askForAnswered;
     std::optional<std::vector<VEX_HANDLE>> m_answered;
     std::optional<Words> m_all;
+    std::size_t m_scans = 0; // of the model, each for one word
 };
 
 } // namespace vex

@@ -31,6 +31,7 @@ TEST(NearestWord, IsNoneWhenAWrongLetterMakesAnotherShortWord) {
     EXPECT_EQ(meant("rule", {"role"}), "");
     EXPECT_EQ(meant("mind", {"kind"}), "");
     EXPECT_EQ(meant("if", {"id"}), "");
+    EXPECT_EQ(meant("seat", {"set"}), "");
 }
 
 TEST(NearestWord, ForgivesAnExchangeInAShortWord) {

@@ -75,6 +75,16 @@ TEST(RequestDocumentChecks, QuoteNoMoreThanTheBeginning) {
                             "...\" in the element \"Metadata\"; write it as an attribute"));
 }
 
+TEST(RequestDocumentChecks, FindFiftyAtMost) {
+    std::string elements;
+    for (int count = 0; count < 1'000; ++count) {
+        elements += "<Sort/>";
+    }
+    std::vector<std::string> const problems = problemsOf("<Metadata>" + elements + "</Metadata>");
+    ASSERT_EQ(problems.size(), 51U);
+    EXPECT_EQ(problems.back(), "1: what follows was not looked at; correct this first");
+}
+
 TEST(DocumentOutline, TellsElementsInOrderWithWhatIsAroundThem) {
     auto const outline = vex::outlineOf("<a>\n<b x='1' y='&lt;'> t <c/>u </b></a>");
     ASSERT_EQ(outline.size(), 3U);

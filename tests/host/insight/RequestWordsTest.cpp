@@ -162,4 +162,27 @@ TEST_F(RequestWords, ALanguageThatTheModelLacksIsDoubtful) {
     }
 }
 
+TEST_F(RequestWords, AreFiftyAtMost) {
+    MetadataRequest request{.properties = {"*/@band"}};
+    for (int count = 0; count < 1'000; ++count) {
+        request.addProperty(I18NString::fromUtf8("x" + std::to_string(count)));
+    }
+    std::vector<std::string> const doubts = doubtsAbout(request);
+    ASSERT_EQ(doubts.size(), 51U);
+    EXPECT_EQ(doubts.back(),
+              "what else the request asks for was not looked at; correct this first");
+}
+
+TEST_F(RequestWords, AreFoundInEveryObjectAtOnceWhenTheyAreMany) {
+    MetadataRequest request;
+    for (int count = 0; count < 40; ++count) {
+        request.addProperty(I18NString::fromUtf8("x" + std::to_string(count)));
+    }
+    request.addProperty("band");
+    request.addProperty("secretRate");
+    request.addCollection("measure");
+    request.addCollection("queryItem");
+    EXPECT_EQ(doubtsAbout(request).size(), 42U);
+}
+
 } // namespace
