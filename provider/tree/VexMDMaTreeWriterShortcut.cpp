@@ -3,6 +3,7 @@
 #include "KRLIDOM_Helper.h"
 #include "VexSession.h"
 #include "model/VexClassNames.h"
+#include "model/VexCollections.h"
 #include "model/VexMDMaProviderUtility.h"
 #include "model/VexShortcutTarget.h"
 #include "provider/VexConstants.h"
@@ -81,11 +82,9 @@ KRLIDOM_Node VexMDMaTreeWriter::shortcutElement(VexTreePlace const& place, VEX_H
     }
     if (descends(place.level) && !endless && !reported.membersRefused) {
         VexExpansion const expansion{shortcut, place.expansion};
-        VexMembers members; // read once for all names, as an object's are
-        members.read(target);
         for (I18NString const& collectionName : collections) {
             Vex_Handle_Collection collection;
-            members.appendOfClass(collectionName, collection);
+            LoadCollection(target, collectionName, collection);
             if (!collection.empty()) {
                 writeMembersOfClass({collectionName, texts, element, place.levelBelow(), true,
                                      false, &expansion, around},
