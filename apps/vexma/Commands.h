@@ -11,6 +11,8 @@ CommandRun addAccessCommand(CommandSyntax& command);
 CommandRun addSessionCommand(CommandSyntax& command);
 CommandRun addValidateCommand(CommandSyntax& command);
 CommandRun addExplainCommand(CommandSyntax& command);
+CommandRun addWhoCommand(CommandSyntax& command);
+CommandRun addMatrixCommand(CommandSyntax& command);
 CommandRun addVerifyCommand(CommandSyntax& command);
 CommandRun addDiffCommand(CommandSyntax& command);
 CommandRun addCompletionCommand(CommandSyntax& command);

@@ -11,6 +11,7 @@ namespace vex {
 /// How the program ends.
 enum ExitStatus : int {
     Done = 0,
+    Different = 1,  // when asked for by --exit-code
     Refused = 1,    // the plug-in refused or raised, or a limit ended the call
     WrongUsage = 2, // of the command line
     Unreadable = 3, // a model, catalogue or request

@@ -1,8 +1,10 @@
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/DiffReport.h"
 #include "apps/vexma/TreeAnswer.h"
+#include "apps/vexma/Viewers.h"
 #include "host/protocol/JsonDifferences.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace vex {
@@ -50,27 +52,163 @@ std::string const& firstOf(std::string const& preferred, std::string const& othe
     return preferred.empty() ? otherwise : preferred;
 }
 
+/// Both sides, as one user sees them.
+struct BothSides {
+    Workplace& before;
+    Workplace& after;
+    I18NString viewBefore;
+    I18NString viewAfter;
+};
+
+/// What each side shows in one language; how the call ended that was not answered.
+struct BothTrees {
+    ModelTrees before;
+    ModelTrees after;
+};
+
+BothTrees askForBoth(BothSides const& sides) {
+    return {askForTrees(sides.before, sides.viewBefore), askForTrees(sides.after, sides.viewAfter)};
+}
+
 struct DiffCommand {
     SourceOptions source;
     std::string view;
     OtherSide other;
     bool json = false;
+    bool hasExitCode = false;
+    bool allUsers = false;
 
-    int run(Console& console) const {
+    int run(Console& console) {
+        source.forAllUsers = allUsers;
         source.check();
+        if (allUsers && !(source.user + other.user + view + other.view).empty()) {
+            throw UsageException("--all-users compares each user with himself; leave out --user, "
+                                 "--other-user, --view and --other-view");
+        }
         SourceOptions const otherSource = makeOther();
         Workplace first(source, console);
         Workplace second(first, otherSource, console);
-        ModelTrees const before = askForTrees(first, I18NString::fromUtf8(view));
-        ModelTrees const after =
-            askForTrees(second, I18NString::fromUtf8(firstOf(other.view, view)));
-        for (ModelTrees const* const trees : {&before, &after}) {
-            if (trees->refusal) {
-                return complainAbout(*trees->refusal, console);
+        std::vector<RightChange> const rights = compareRights(rightsOf(first), rightsOf(second));
+        return allUsers ? runForAll(first, second, rights, console)
+                        : runForOne(first, second, rights, console);
+    }
+
+    int runForOne(Workplace& first, Workplace& second, std::vector<RightChange> const& rights,
+                  Console& console) const {
+        UserDifferences told;
+        if (CallEnd const end = compare(sidesOf(first, second), told); !end.isAnswered()) {
+            return complainAbout(end, console);
+        }
+        if (json) {
+            console.out() << toJson(told.differences, rights) << '\n';
+        } else {
+            writeRights(console.out(), rights, console.outHasColour());
+            drawDifferences(console.out(), told.differences, console.outHasColour());
+        }
+        return statusOf(told.areNone() && rights.empty());
+    }
+
+    /// The users that both catalogues have; those with the same roles once.
+    int runForAll(Workplace& first, Workplace& second, std::vector<RightChange> const& rights,
+                  Console& console) const {
+        Viewers const before = Viewers::usersOf(first.catalogue(), first.modelPath(), "");
+        Viewers const after = Viewers::usersOf(second.catalogue(), second.modelPath(), "");
+        std::vector<UserDifferences> users;
+        bool areNone = rights.empty();
+        int status = Done;
+        for (Viewer const& was : before.all()) {
+            for (Viewer const& is : after.all()) {
+                std::vector<std::string> const names = namesOfBoth(was, is);
+                if (names.empty()) {
+                    continue;
+                }
+                Workplace one(first, was.user);
+                Workplace two(second, is.user);
+                UserDifferences& told = users.emplace_back();
+                told.user = names.front();
+                told.alike.assign(names.begin() + 1, names.end());
+                if (CallEnd const end = compare(sidesOf(one, two), told);
+                    end.kind == CallEnd::Kind::Stopped) {
+                    status = complainAbout(end, console);
+                }
+                areNone = areNone && told.areNone();
             }
         }
-        write(console, tellDifferences(sideOf(first, before), sideOf(second, after)));
-        return Done;
+        if (json) {
+            console.out() << toJson(users, rights) << '\n';
+        } else {
+            writeRights(console.out(), rights, console.outHasColour());
+            for (UserDifferences const& user : users) {
+                drawDifferences(console.out(), user, console.outHasColour());
+            }
+        }
+        return status != Done ? status : statusOf(areNone);
+    }
+
+    int statusOf(bool areNone) const { return hasExitCode && !areNone ? Different : Done; }
+
+    static std::vector<std::string> namesOfBoth(Viewer const& one, Viewer const& two) {
+        std::vector<std::string> const others = two.names();
+        std::vector<std::string> both;
+        for (std::string& name : one.names()) {
+            if (std::find(others.begin(), others.end(), name) != others.end()) {
+                both.push_back(std::move(name));
+            }
+        }
+        return both;
+    }
+
+    /// Every language that both models have, unless one was asked for. Gives how the call
+    /// ended that was not answered, and who was refused.
+    CallEnd compare(BothSides const& sides, UserDifferences& told) const {
+        BothTrees const main = askForBoth(sides);
+        told.refusedBefore = main.before.refusal ? main.before.refusal->text : "";
+        told.refusedAfter = main.after.refusal ? main.after.refusal->text : "";
+        for (ModelTrees const* const trees : {&main.before, &main.after}) {
+            if (trees->refusal) {
+                return *trees->refusal;
+            }
+        }
+        ComparedSide before{sides.before.model(), sides.before.locale(), main.before.objects, {}};
+        ComparedSide after{sides.after.model(), sides.after.locale(), main.after.objects, {}};
+        for (I18NLocale const& locale : furtherLanguages(sides)) {
+            Workplace one(sides.before, locale);
+            Workplace two(sides.after, locale);
+            BothTrees trees = askForBoth({one, two, sides.viewBefore, sides.viewAfter});
+            for (ModelTrees const* const each : {&trees.before, &trees.after}) {
+                if (each->refusal) {
+                    return *each->refusal;
+                }
+            }
+            before.others.push_back({locale, std::move(trees.before.objects)});
+            after.others.push_back({locale, std::move(trees.after.objects)});
+        }
+        told.differences = tellDifferences(before, after);
+        return {.kind = CallEnd::Kind::Answered};
+    }
+
+    std::vector<I18NLocale> furtherLanguages(BothSides const& sides) const {
+        std::vector<I18NLocale> languages;
+        if (!source.locale.empty() || !other.locale.empty()) {
+            return languages;
+        }
+        std::vector<I18NLocale> const& others = sides.after.model().locales();
+        for (I18NLocale const& locale : sides.before.model().locales()) {
+            bool const isMain = locale == sides.before.locale() && locale == sides.after.locale();
+            if (!isMain && std::find(others.begin(), others.end(), locale) != others.end()) {
+                languages.push_back(locale);
+            }
+        }
+        return languages;
+    }
+
+    BothSides sidesOf(Workplace& first, Workplace& second) const {
+        return {first, second, I18NString::fromUtf8(view),
+                I18NString::fromUtf8(firstOf(other.view, view))};
+    }
+
+    static RightsSide rightsOf(Workplace const& workplace) {
+        return {workplace.model(), workplace.catalogue().get(), workplace.modelPath()};
     }
 
     SourceOptions makeOther() const {
@@ -92,18 +230,6 @@ struct DiffCommand {
         }
         return made;
     }
-
-    static ComparedSide sideOf(Workplace const& workplace, ModelTrees const& trees) {
-        return {workplace.model(), workplace.locale(), trees.objects};
-    }
-
-    void write(Console& console, Differences const& differences) const {
-        if (json) {
-            console.out() << toJson(differences) << '\n';
-        } else {
-            drawDifferences(console.out(), differences, console.outHasColour());
-        }
-    }
 };
 
 } // namespace
@@ -122,11 +248,21 @@ CommandRun addDiffCommand(CommandSyntax& command) {
     command.add({.name = "--json",
                  .into = &diff->json,
                  .help = "Write one JSON object in place of a tree"});
+    command.add({.name = "--all-users",
+                 .into = &diff->allUsers,
+                 .help = "Compare for every user that both sides have"});
+    command.add({.name = "--exit-code",
+                 .into = &diff->hasExitCode,
+                 .help = "End with status 1 when something differs"});
     diff->other.addTo(command);
     command.epilog =
         R"(Compares what two sides show: two users, two views, two languages, two models, or any
 mix of them. Signs: + appears, - disappears, ~ changes. Objects of two models are the same
-when their ids are, else when their references are.
+when their ids are, else when their references are. Without --locale every language is
+compared; languages, views, grants and users that differ are told first.
+
+Exit status: 0 done, with --exit-code 1 when something differs; 1 a side is refused; 2 and 3
+as for every command.
 
 Examples:
   vexma diff old.model.xml new.model.xml
@@ -136,7 +272,9 @@ Examples:
       --other-user ann
   vexma diff --catalog retail.catalog.xml --model /content/retail --user admin \
       --view view.analyst --other-view view.clerk
-  vexma diff retail.model.xml --other-locale de)";
+  vexma diff retail.model.xml --other-locale de
+  vexma diff --catalog old.catalog.xml --other-catalog new.catalog.xml \
+      --model /content/retail --all-users --exit-code)";
     return [diff](Console& console) { return diff->run(console); };
 }
 

@@ -54,6 +54,15 @@ std::string changesText(ToldChange const& object) {
 
 } // namespace
 
+void writeRights(std::ostream& out, std::vector<RightChange> const& rights, bool colour) {
+    for (RightChange const& right : rights) {
+        ChangeRow const& row = rowOf(right.isAdded ? Change::Appears : Change::Disappears);
+        TextColours const& colours = textColours(colour);
+        out << row.sign << ' ' << colours.*row.colour << printable(right.text, false) << colours.end
+            << '\n';
+    }
+}
+
 void drawDifferences(std::ostream& out, Differences const& differences, bool colour) {
     std::vector<std::size_t> containers;
     for (ToldChange const& object : differences.objects) {
@@ -73,6 +82,29 @@ void drawDifferences(std::ostream& out, Differences const& differences, bool col
         << differences.change << " change, " << differences.renamed << " of them renamed\n";
     if (std::string const note = expansionNote(differences.notGoneIntoAgain); !note.empty()) {
         out << printable(note, false) << '\n';
+    }
+}
+
+void drawDifferences(std::ostream& out, UserDifferences const& user, bool colour) {
+    TextColours const& colours = textColours(colour);
+    std::string names = user.user.empty() ? "everybody" : user.user;
+    for (std::string const& other : user.alike) {
+        names += ", " + other;
+    }
+    std::string said;
+    if (!user.refusedBefore.empty() && !user.refusedAfter.empty()) {
+        said = "every request is refused on both sides: " + user.refusedAfter;
+    } else if (!user.refusedBefore.empty()) {
+        said = "every request is refused on the first side only: " + user.refusedBefore;
+    } else if (!user.refusedAfter.empty()) {
+        said = "every request is refused on the second side only: " + user.refusedAfter;
+    } else if (user.areNone()) {
+        said = "no difference";
+    }
+    out << colours.name << printable(names, false) << colours.end << ':'
+        << (said.empty() ? "" : ' ' + printable(said, false)) << '\n';
+    if (said.empty()) {
+        drawDifferences(out, user.differences, colour);
     }
 }
 

@@ -25,8 +25,8 @@ struct ExplainCommand {
             return complainAbout(reasons.end, console);
         }
         ModelTrees const trees = askForTrees(workplace);
-        write(console.out(), tellAccess(workplace.model(), workplace.locale(), objects,
-                                        reasons.explanation, trees.objects, refusalOf(trees)));
+        write(console, tellAccess(workplace.model(), workplace.locale(), objects,
+                                  reasons.explanation, trees.objects, refusalOf(trees)));
         return Done;
     }
 
@@ -34,11 +34,11 @@ struct ExplainCommand {
         return trees.refusal ? std::optional(trees.refusal->text) : std::nullopt;
     }
 
-    void write(std::ostream& out, Explanation const& explanation) const {
+    void write(Console& console, Explanation const& explanation) const {
         if (json) {
-            out << toJson(explanation) << '\n';
+            console.out() << toJson(explanation) << '\n';
         } else {
-            writeExplanation(out, explanation);
+            writeExplanation(console.out(), explanation, console.outHasColour());
         }
     }
 };

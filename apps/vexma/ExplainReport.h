@@ -7,6 +7,6 @@
 namespace vex {
 
 /// Writes sentences about the objects, then about the views.
-void writeExplanation(std::ostream& out, Explanation const& explanation);
+void writeExplanation(std::ostream& out, Explanation const& explanation, bool colour);
 
 } // namespace vex

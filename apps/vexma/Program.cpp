@@ -24,6 +24,8 @@ constexpr CommandRow commands[] = {
     {"access", "Say whether objects are accessible", &addAccessCommand},
     {"explain", "Say why objects are accessible or not, and how the tree treats them",
      &addExplainCommand},
+    {"who", "Say which users and roles see objects, and why", &addWhoCommand},
+    {"matrix", "Draw objects by the users or roles that see them", &addMatrixCommand},
     {"verify", "Prove that trees and accessibility agree, and that nothing leaks",
      &addVerifyCommand},
     {"diff", "Compare what two users, views, languages or models show", &addDiffCommand},

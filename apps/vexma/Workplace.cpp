@@ -106,6 +106,12 @@ Workplace::Workplace(Workplace const& other, SourceOptions const& options, Conso
     : m_limits(limitsOf(options)), m_visit(openVisit(options, console)),
       m_service(other.m_service) {}
 
+Workplace::Workplace(Workplace const& other, I18NLocale const& locale)
+    : m_limits(other.m_limits), m_visit(other.m_visit), m_service(other.m_service) {
+    m_visit.asked = locale;
+    m_visit.locale = negotiateLocale(m_visit.model(), locale);
+}
+
 Workplace::Workplace(Workplace const& other, CatalogueUser const* user)
     : m_limits(other.m_limits), m_visit(other.m_visit), m_service(other.m_service) {
     m_visit.user = user;

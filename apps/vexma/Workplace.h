@@ -16,6 +16,8 @@ public:
     Workplace(SourceOptions const& options, Console& console);
     /// A further visit, with the service of another workplace.
     Workplace(Workplace const& other, SourceOptions const& options, Console& console);
+    /// The visit in another language.
+    Workplace(Workplace const& other, I18NLocale const& locale);
     /// The visit of another user of the same catalogue, who stays where he is; null stands for
     /// everybody, where nobody is restricted.
     Workplace(Workplace const& other, CatalogueUser const* user);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/insight/ObjectText.h"
+#include "host/insight/RightsComparison.h"
 #include "host/insight/TreeComparison.h"
 
 #include <string>
@@ -37,6 +38,20 @@ struct Differences {
     std::size_t renamed = 0; // of those that change
     std::vector<ToldChange> objects;
     std::vector<ObjectLabel> notGoneIntoAgain = {}; // behind shortcuts, by trees of either side
+
+    bool areNone() const { return objects.empty(); }
+};
+
+/// The differences for those who have the same roles on both sides.
+struct UserDifferences {
+    std::string user;
+    std::vector<std::string> alike;
+    /// Why requests are refused on a side; "" where they are answered.
+    std::string refusedBefore;
+    std::string refusedAfter;
+    Differences differences;
+
+    bool areNone() const { return refusedBefore == refusedAfter && differences.areNone(); }
 };
 
 Differences tellDifferences(ComparedSide const& before, ComparedSide const& after);

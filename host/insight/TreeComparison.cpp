@@ -57,6 +57,11 @@ Presence presenceOf(VEX_HANDLE object, Presences const& presences) {
     return found == presences.end() ? Presence::None : found->second;
 }
 
+I18NString wordOf(Presence presence) {
+    constexpr char const* words[] = {"no", "behind a shortcut", "yes"};
+    return words[static_cast<std::size_t>(presence)];
+}
+
 /// The names of the simple properties, those of the first object in front.
 std::vector<I18NString> propertiesOf(VEX_HANDLE before, VEX_HANDLE after) {
     std::vector<I18NString> names;
@@ -85,6 +90,11 @@ public:
     TreeComparison(ComparedSide const& before, ComparedSide const& after)
         : m_before(before), m_after(after), m_presencesBefore(presencesIn(before.trees)),
           m_presencesAfter(presencesIn(after.trees)) {
+        for (std::size_t number = 0; number < before.others.size(); ++number) {
+            m_others.push_back({before.others[number].locale, after.others[number].locale,
+                                presencesIn(before.others[number].trees),
+                                presencesIn(after.others[number].trees)});
+        }
         addObjects();
         for (std::size_t number = 0; number < m_objects.size(); ++number) {
             compare(m_objects[number]);
@@ -105,6 +115,14 @@ public:
     }
 
 private:
+    /// A further language, as each side finds it.
+    struct Language {
+        I18NLocale before;
+        I18NLocale after;
+        Presences presencesBefore;
+        Presences presencesAfter;
+    };
+
     /// One for each object of either model; the roots are the first.
     void addObjects() {
         Handles const pairs = pairObjects(m_before.model, m_after.model);
@@ -148,9 +166,38 @@ private:
         if (object.presenceBefore != object.presenceAfter) {
             object.change =
                 object.presenceBefore < object.presenceAfter ? Change::Appears : Change::Disappears;
-        } else if (object.presenceAfter != Presence::None) {
+            return;
+        }
+        if (object.presenceAfter != Presence::None) {
             compareProperties(object);
-            object.change = object.properties.empty() ? Change::None : Change::Changes;
+        }
+        for (Language const& language : m_others) {
+            compareIn(language, object);
+        }
+        object.change = object.properties.empty() ? Change::None : Change::Changes;
+    }
+
+    /// What only a further language shows.
+    void compareIn(Language const& language, ComparedObject& object) const {
+        I18NString const suffix = I18NString(" (").append(language.before.getName()).append(")");
+        Presence const was = presenceOf(object.before, language.presencesBefore);
+        Presence const is = presenceOf(object.after, language.presencesAfter);
+        if (was != is) {
+            object.properties.push_back(
+                {I18NString("shown").append(suffix), wordOf(was), wordOf(is)});
+        }
+        if (was == Presence::None || is == Presence::None) {
+            return;
+        }
+        for (I18NString const& property : propertiesOf(object.before, object.after)) {
+            I18NString const before = valueOf(object.before, property, language.before);
+            I18NString const after = valueOf(object.after, property, language.after);
+            bool const isAsInTheFirst =
+                before == valueOf(object.before, property, m_before.locale) &&
+                after == valueOf(object.after, property, m_after.locale);
+            if (before != after && !isAsInTheFirst) {
+                object.properties.push_back({I18NString(property).append(suffix), before, after});
+            }
         }
     }
 
@@ -204,6 +251,7 @@ private:
     ComparedSide const& m_after;
     Presences m_presencesBefore;
     Presences m_presencesAfter;
+    std::vector<Language> m_others;
     std::vector<ComparedObject> m_objects;
     Places m_placeBefore;
     Places m_placeAfter;
@@ -212,8 +260,9 @@ private:
 } // namespace
 
 bool ComparedObject::isRenamed() const {
-    return std::any_of(properties.begin(), properties.end(),
-                       [](PropertyChange const& each) { return each.property == nameProperty; });
+    return std::any_of(properties.begin(), properties.end(), [](PropertyChange const& each) {
+        return each.property == nameProperty || each.property.find("name (") == 0;
+    });
 }
 
 std::vector<ComparedObject> compareTrees(ComparedSide const& before, ComparedSide const& after) {

@@ -6,11 +6,18 @@
 
 namespace vex {
 
+/// The trees of a model in a language.
+struct LanguageTrees {
+    I18NLocale locale;
+    AnsweredTree trees;
+};
+
 /// What somebody sees of a model.
 struct ComparedSide {
     Model const& model;
     I18NLocale const& locale;
     AnsweredTree const& trees;
+    std::vector<LanguageTrees> others = {}; // further languages, the same ones on both sides
 };
 
 /// How somebody sees an object.
@@ -21,7 +28,9 @@ enum class Presence {
 };
 
 struct PropertyChange {
-    I18NString property; // "ID", "class" and "container" stand for what is no property
+    /// "ID", "class", "container" and "shown" stand for what is no property; one in a further
+    /// language has that behind it: "name (de)".
+    I18NString property;
     I18NString before;
     I18NString after;
 };

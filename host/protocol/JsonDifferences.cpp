@@ -38,9 +38,7 @@ Json describe(ToldChange const& told) {
     return entry;
 }
 
-} // namespace
-
-std::string toJson(Differences const& differences) {
+Json describe(Differences const& differences) {
     Json list = Json::array();
     for (ToldChange const& told : differences.objects) {
         if (told.change != Change::None) {
@@ -53,6 +51,42 @@ std::string toJson(Differences const& differences) {
                {"renamed", differences.renamed},
                {"objects", std::move(list)}};
     addNotGoneIntoAgain(whole, differences.notGoneIntoAgain);
+    return whole;
+}
+
+void addRights(Json& whole, std::vector<RightChange> const& rights) {
+    for (RightChange const& change : rights) {
+        whole["rights"].push_back(
+            {{"change", change.isAdded ? "appears" : "disappears"}, {"text", change.text}});
+    }
+}
+
+} // namespace
+
+std::string toJson(Differences const& differences, std::vector<RightChange> const& rights) {
+    Json whole = describe(differences);
+    addRights(whole, rights);
+    return toText(whole, JsonForm::Indented);
+}
+
+std::string toJson(std::vector<UserDifferences> const& users,
+                   std::vector<RightChange> const& rights) {
+    Json whole{{"users", Json::array()}};
+    for (UserDifferences const& user : users) {
+        Json told{{"user", user.user}};
+        for (std::string const& other : user.alike) {
+            told["alsoFor"].push_back(other);
+        }
+        if (!user.refusedBefore.empty()) {
+            told["refusedBefore"] = user.refusedBefore;
+        }
+        if (!user.refusedAfter.empty()) {
+            told["refusedAfter"] = user.refusedAfter;
+        }
+        told.update(describe(user.differences));
+        whole["users"].push_back(std::move(told));
+    }
+    addRights(whole, rights);
     return toText(whole, JsonForm::Indented);
 }
 

@@ -51,7 +51,11 @@ TEST_F(ModelVersions, TellWhatTheClerkLosesInTheNewModel) {
     ToolResult const result = OfClerk({});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.error, IsEmpty());
-    EXPECT_EQ(result.out, R"(  model
+    EXPECT_EQ(result.out, R"(- the view v includes the queryItem "Total" (i2)
+- the view v includes the queryItem "Open" (i3)
++ the view v includes the queryItem "Open" (i9)
++ the view v includes the queryItem "Paid" (i4)
+  model
   └── namespace "Sales" (n)
       └── querySubject "Orders" (q)
 ~         ├── queryItem "Order Number" (i1)  name "Number" -> "Order Number"; usage "identifier" -> "attribute"
@@ -89,6 +93,43 @@ TEST_F(ModelVersions, AreComparedByReferenceWhereThereIsNoId) {
     EXPECT_TRUE(found);
 }
 
+TEST_F(ModelVersions, EndWithAStatusThatBuildsCanAskFor) {
+    EXPECT_EQ(OfClerk({}).status, 0);
+    EXPECT_EQ(OfClerk({"--exit-code"}).status, 1);
+    EXPECT_EQ(m_folder.Run({"diff", "old.model.xml", "old.model.xml", "--exit-code"}).status, 0);
+}
+
+TEST_F(ModelVersions, AreComparedForEveryUserAtOnce) {
+    m_folder.Write("new.catalog.xml", R"(<catalog>
+        <model path="/content/m" file="new.model.xml"><grant role="clerk" view="v"/></model>
+        <user name="carl"><role>clerk</role></user><user name="bea"><role>clerk</role></user>
+        <user name="cid"/></catalog>)");
+    m_folder.Write("m.catalog.xml", R"(<catalog>
+        <model path="/content/m" file="old.model.xml"><grant role="clerk" view="v"/></model>
+        <user name="carl"><role>clerk</role></user><user name="bea"><role>clerk</role></user>
+        <user name="cid"/><user name="dan"/></catalog>)");
+    std::vector<std::string> const command{
+        "diff",       "--catalog",       "m.catalog.xml",   "--model",
+        "/content/m", "--other-catalog", "new.catalog.xml", "--all-users"};
+    ToolResult const result = m_folder.Run(command);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.out, HasSubstr("- the user dan\n"));
+    EXPECT_THAT(result.out, HasSubstr("+ the view v includes the queryItem \"Paid\" (i4)\ncarl, "
+                                      "bea:\n  model\n"));
+    EXPECT_THAT(result.out, HasSubstr("1 appear, 1 disappear, 2 change, 1 of them renamed\ncid: "
+                                      "every request is refused on both sides: "));
+    std::vector<std::string> asJson = command;
+    asJson.insert(asJson.end(), {"--json", "--exit-code"});
+    ToolResult const told = m_folder.Run(asJson);
+    EXPECT_EQ(told.status, 1);
+    nlohmann::json const report = nlohmann::json::parse(told.out);
+    EXPECT_EQ(report.at("users")[0].at("user"), "carl");
+    EXPECT_EQ(report.at("users")[0].at("alsoFor"), nlohmann::json::parse(R"(["bea"])"));
+    EXPECT_EQ(report.at("users")[0].at("appear"), 1);
+    EXPECT_TRUE(report.at("users")[1].contains("refusedAfter"));
+    EXPECT_EQ(report.at("rights").size(), 5U);
+}
+
 TEST_F(ModelVersions, ShowNoDifferenceToThemselves) {
     EXPECT_EQ(m_folder.Run({"diff", "old.model.xml", "old.model.xml"}).out,
               "0 appear, 0 disappear, 0 change, 0 of them renamed\n");
@@ -117,6 +158,27 @@ TEST(Diff, ComparesTwoLanguages) {
     EXPECT_THAT(out, HasSubstr("queryItem \"Campaign Budget\" (qi.promotions.budget)\n"));
 }
 
+TEST(Diff, ComparesEveryLanguageUnlessOneIsAskedFor) {
+    ToolFolder const folder;
+    auto const model = [](std::string const& german) {
+        return R"(<model defaultLocale="en"><locales><locale>en</locale><locale>de</locale>
+          </locales><namespace id="n" name="N"><filter id="x">
+          <property name="name" locale="en">Open</property>)" +
+               german + "</filter></namespace></model>";
+    };
+    folder.Write("old.xml", model(R"(<property name="name" locale="de">Offen</property>)"));
+    folder.Write("new.xml", model(R"(<property name="name" locale="de">Frei</property>)"));
+    folder.Write("none.xml", model(R"(<property name="name" locale="de"></property>)"));
+    EXPECT_THAT(folder.Run({"diff", "old.xml", "new.xml"}).out,
+                HasSubstr("filter \"Open\" (x)  name (de) \"Offen\" -> \"Frei\"\n0 appear, 0 "
+                          "disappear, 1 change, 1 of them renamed\n"));
+    EXPECT_THAT(folder.Run({"diff", "old.xml", "none.xml"}).out,
+                HasSubstr("filter \"Open\" (x)  shown (de) \"yes\" -> \"no\"\n"));
+    EXPECT_EQ(folder.Run({"diff", "old.xml", "new.xml", "--locale", "en"}).out,
+              "0 appear, 0 disappear, 0 change, 0 of them renamed\n");
+    EXPECT_EQ(folder.Run({"diff", "old.xml", "new.xml", "--exit-code"}).status, 1);
+}
+
 TEST(Diff, TellsThatShortcutsStillShowWhatIsGoneFromItsPlace) {
     ToolFolder folder;
     folder.Write("m.model.xml", casts::shop(casts::views(casts::view("v1", {"n", "q", "i"}) +
@@ -143,6 +205,7 @@ TEST(Diff, RefusesSidesThatCannotBe) {
     EXPECT_EQ(ToolFolder().Run({"diff", "small.model.xml", "--other-user", "ann"}).status, 2);
     EXPECT_EQ(ToolFolder().Run({"diff", "small.model.xml", "--other-file", "x"}).status, 2);
     EXPECT_EQ(runOnSample("diff", "ann", {"--other-user", "nobody"}).status, 3);
+    EXPECT_EQ(runOnSample("diff", "ann", {"--all-users"}).status, 2);
 }
 
 } // namespace

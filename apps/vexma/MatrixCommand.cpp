@@ -1,0 +1,161 @@
+#include "VexObject.h"
+#include "apps/vexma/AccessOfAll.h"
+#include "apps/vexma/Commands.h"
+#include "apps/vexma/SightReport.h"
+#include "apps/vexma/TreeAnswer.h"
+#include "apps/vexma/Viewers.h"
+#include "host/protocol/JsonSight.h"
+#include "host/service/ObjectByName.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+
+namespace vex {
+
+namespace {
+
+/// How the matrix is written, by the word for `--format`.
+using Format = void (*)(Console&, SightMatrix const&);
+std::map<std::string, Format> const formats{
+    {"text",
+     [](Console& console, SightMatrix const& matrix) {
+         writeMatrix(console.out(), matrix, console.outHasColour());
+     }},
+    {"csv", [](Console& console, SightMatrix const& matrix) { console.out() << toCsv(matrix); }},
+    {"json",
+     [](Console& console, SightMatrix const& matrix) { console.out() << toJson(matrix) << '\n'; }},
+};
+
+struct MatrixCommand {
+    SourceOptions source;
+    std::string format = "text";
+    std::string by = "users";
+    std::vector<std::string> classes;
+    std::string below;
+
+    int run(Console& console) {
+        source.forAllUsers = true;
+        source.check();
+        Workplace const workplace(source, console);
+        std::vector<std::size_t> const rows = rowsOf(workplace.model());
+        Viewers const viewers =
+            by == "roles"
+                ? Viewers::rolesOf(workplace.catalogue(), workplace.modelPath())
+                : Viewers::usersOf(workplace.catalogue(), workplace.modelPath(), source.user);
+        if (viewers.all().empty()) {
+            throw UsageException("there are no roles: a model file alone has no users; give "
+                                 "--catalog CATALOG.xml --model PATH");
+        }
+        SightMatrix matrix;
+        for (std::size_t const row : rows) {
+            matrix.rows.push_back(
+                {labelOf(workplace.model(), workplace.model().getElement(row), workplace.locale()),
+                 {}});
+        }
+        bool isFinished = true;
+        for (Viewer const& viewer : viewers.all()) {
+            isFinished = addColumn(workplace, viewer, rows, matrix, console) && isFinished;
+        }
+        formats.at(format)(console, matrix);
+        return isFinished ? Done : Unfinished;
+    }
+
+    /// The elements that are asked for: of namespaces and what is in them, unless classes
+    /// or a place are named.
+    std::vector<std::size_t> rowsOf(Model const& model) const {
+        VEX_HANDLE const top =
+            below.empty() ? VEX_HANDLE() : findObject(model, I18NString::fromUtf8(below));
+        std::vector<std::size_t> rows;
+        for (std::size_t number = 0; number < model.elementCount(); ++number) {
+            VEX_HANDLE const object = model.getElement(number);
+            bool const isOfClass = classes.empty()
+                                       ? top.IsNotNull() || outermostNamespaceOf(object).IsNotNull()
+                                       : std::find(classes.begin(), classes.end(),
+                                                   classOf(object).toUtf8()) != classes.end();
+            if (isOfClass && (!top.IsNotNull() || standsBelow(object, top))) {
+                rows.push_back(number);
+            }
+        }
+        return rows;
+    }
+
+    static bool standsBelow(VEX_HANDLE object, VEX_HANDLE top) {
+        for (VEX_HANDLE at = object; at.IsNotNull(); at = VexObject(at).GetParent()) {
+            if (at == top) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// False when the check did not come to its end.
+    static bool addColumn(Workplace const& workplace, Viewer const& viewer,
+                          std::vector<std::size_t> const& rows, SightMatrix& matrix,
+                          Console& console) {
+        Progress progress(console, "asking for " + viewer.name);
+        Workplace further(workplace, viewer.user);
+        AccessOfAll const access = askForAccessOfAll(further, progress);
+        ModelTrees const trees = access.end.isAnswered() ? askForTrees(further) : ModelTrees();
+        CallEnd const* const refusal = !access.end.isAnswered() ? &access.end
+                                       : trees.refusal          ? &*trees.refusal
+                                                                : nullptr;
+        bool const isStopped = refusal != nullptr && refusal->kind == CallEnd::Kind::Stopped;
+        matrix.columns.push_back(
+            {viewer.name, viewer.alike, refusal == nullptr ? "" : refusal->text});
+        std::vector<Sight> const sights =
+            refusal != nullptr ? std::vector<Sight>(further.model().elementCount(),
+                                                    isStopped ? Sight::Unknown : Sight::Refused)
+                               : sightOfAll(further.model(), trees.objects, access.verdicts);
+        for (std::size_t number = 0; number < rows.size(); ++number) {
+            matrix.rows[number].cells.push_back(sights[rows[number]]);
+        }
+        return !isStopped;
+    }
+};
+
+} // namespace
+
+CommandRun addMatrixCommand(CommandSyntax& command) {
+    auto const matrix = std::make_shared<MatrixCommand>();
+    matrix->source.addModelFileTo(command);
+    matrix->source.addTo(command);
+    command.add({.name = "--by",
+                 .into = &matrix->by,
+                 .help = "What stands in the columns",
+                 .word = "WHO",
+                 .showsDefault = true,
+                 .choices = {"users", "roles"}});
+    command.add({.name = "--class",
+                 .into = &matrix->classes,
+                 .help = "Only objects of this class (repeatable)",
+                 .word = "CLASS"});
+    command.add({.name = "--below",
+                 .into = &matrix->below,
+                 .help = "Only this object, an id or reference, and what is in it",
+                 .word = "OBJECT"});
+    std::vector<std::string> words;
+    for (auto const& [word, format] : formats) {
+        words.push_back(word);
+    }
+    command.add({.name = "--format",
+                 .into = &matrix->format,
+                 .help = "How to write it",
+                 .word = "FORMAT",
+                 .showsDefault = true,
+                 .choices = words});
+    command.epilog =
+        R"(Draws which objects each user of the catalogue sees, or each role alone would see:
+yes, no, past (in a tree although the views leave it out), - (every request is refused).
+Without --class and --below: namespaces and all that is in them. Users with the same roles
+share a column in text.
+
+Examples:
+  vexma matrix --catalog retail.catalog.xml --model /content/retail --class querySubject
+  vexma matrix --catalog retail.catalog.xml --model /content/retail --by roles \
+      --below '[Sales].[Orders]'
+  vexma matrix --catalog retail.catalog.xml --model /content/retail --format csv > who.csv)";
+    return [matrix](Console& console) { return matrix->run(console); };
+}
+
+} // namespace vex

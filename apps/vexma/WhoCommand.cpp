@@ -1,0 +1,110 @@
+#include "apps/vexma/Commands.h"
+#include "apps/vexma/ObjectArguments.h"
+#include "apps/vexma/SightReport.h"
+#include "apps/vexma/TreeAnswer.h"
+#include "apps/vexma/Viewers.h"
+#include "host/protocol/JsonSight.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace vex {
+
+namespace {
+
+bool isWritten(AnsweredTree const& trees, VEX_HANDLE object) {
+    return std::any_of(trees.begin(), trees.end(), [&](AnsweredObject const& entry) {
+        return entry.object == object && entry.fate == ObjectFate::Written;
+    });
+}
+
+struct WhoCommand {
+    SourceOptions source;
+    std::vector<std::string> given;
+    bool json = false;
+
+    int run(Console& console) {
+        source.forAllUsers = true;
+        ObjectArguments const arguments(given, source);
+        Workplace const workplace(source, console);
+        Vex_Handle_Collection const objects = arguments.findIn(workplace.model());
+        std::vector<ObjectSight> told;
+        for (VEX_HANDLE const object : objects) {
+            told.push_back({labelOf(workplace.model(), object, workplace.locale()), {}});
+        }
+        Viewers const users =
+            Viewers::usersOf(workplace.catalogue(), workplace.modelPath(), source.user);
+        Viewers const roles = Viewers::rolesOf(workplace.catalogue(), workplace.modelPath());
+        bool isFinished = true;
+        for (Viewer const& viewer : users.all()) {
+            isFinished = tell(workplace, viewer, false, objects, told) && isFinished;
+        }
+        if (source.user.empty()) {
+            for (Viewer const& viewer : roles.all()) {
+                isFinished = tell(workplace, viewer, true, objects, told) && isFinished;
+            }
+        }
+        if (json) {
+            console.out() << toJson(told) << '\n';
+        } else {
+            writeSight(console.out(), told, console.outHasColour());
+        }
+        return isFinished ? Done : Unfinished;
+    }
+
+    /// False when the check did not come to its end.
+    static bool tell(Workplace const& workplace, Viewer const& viewer, bool areRoles,
+                     Vex_Handle_Collection const& objects, std::vector<ObjectSight>& told) {
+        Workplace further(workplace, viewer.user);
+        AccessReasons const reasons = further.explain(objects, false);
+        ModelTrees const trees = reasons.end.isAnswered() ? askForTrees(further) : ModelTrees();
+        CallEnd const* const refusal = !reasons.end.isAnswered() ? &reasons.end
+                                       : trees.refusal           ? &*trees.refusal
+                                                                 : nullptr;
+        ToldViewers about{viewer.names(), areRoles, Sight::Refused, "", {}};
+        if (refusal != nullptr) {
+            bool const isStopped = refusal->kind == CallEnd::Kind::Stopped;
+            about.sight = isStopped ? Sight::Unknown : Sight::Refused;
+            about.why = refusal->text;
+            for (ObjectSight& object : told) {
+                object.add(about);
+            }
+            return !isStopped;
+        }
+        Explanation const explanation =
+            tellAccess(further.model(), further.locale(), objects, reasons.explanation,
+                       trees.objects, std::nullopt);
+        for (std::size_t number = 0; number < objects.size(); ++number) {
+            ToldObject const& object = explanation.objects[number];
+            about.sight = object.accessible                           ? Sight::Seen
+                          : isWritten(trees.objects, objects[number]) ? Sight::PastViews
+                                                                      : Sight::NotSeen;
+            about.why = object.verdict;
+            about.tree = about.sight == Sight::PastViews ? object.tree : std::vector<std::string>();
+            told[number].add(about);
+        }
+        return true;
+    }
+};
+
+} // namespace
+
+CommandRun addWhoCommand(CommandSyntax& command) {
+    auto const who = std::make_shared<WhoCommand>();
+    command.rest = &who->given; // see ObjectArguments
+    who->source.addTo(command);
+    command.add(
+        {.name = "--json", .into = &who->json, .help = "Write one JSON object in place of text"});
+    command.epilog =
+        R"(The arguments are ids, or references such as [Sales].[Orders]. Tells for each object
+which users of the catalogue see it, which roles alone would see it, and why; those of whom
+the same is said stand together. What a tree shows although the views leave it out is told
+apart.
+
+Examples:
+  vexma who --catalog retail.catalog.xml --model /content/retail '[Sales].[Margin]'
+  vexma who --catalog retail.catalog.xml --model /content/retail --user ann ca.margin --json)";
+    return [who](Console& console) { return who->run(console); };
+}
+
+} // namespace vex

@@ -1,0 +1,43 @@
+#include "host/insight/Sight.h"
+
+#include "host/import/xml/ModelLoader.h"
+#include "host/protocol/JsonSight.h"
+#include "tests/host/insight/HandMadeTree.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using vex::Sight;
+
+TEST(Sight, IsWhatTheCheckSaysAndWhatTreesShowBesides) {
+    auto const model = vex::loadModelText(
+        R"(<model id="m"><namespace id="n" name="N"><filter id="a"/><filter id="b"/></namespace>
+           </model>)",
+        "m.xml");
+    vex::AnsweredTree const tree =
+        vex::treeOf(*model, {{"n"}, {"a", vex::ObjectFate::Written, 0}, {"b"}});
+    EXPECT_EQ(vex::sightOfAll(*model, {tree[0], tree[1]}, {false, true, false, false}),
+              (std::vector<Sight>{Sight::NotSeen, Sight::Seen, Sight::PastViews, Sight::NotSeen}));
+}
+
+TEST(ObjectSight, PutsViewersTogetherOfWhomTheSameIsSaid) {
+    vex::ObjectSight sight;
+    sight.add({{"ann"}, false, Sight::Seen, "why", {}});
+    sight.add({{"ben"}, false, Sight::NotSeen, "why", {}});
+    sight.add({{"cid"}, false, Sight::Seen, "why", {}});
+    sight.add({{"clerk"}, true, Sight::Seen, "why", {}});
+    ASSERT_EQ(sight.viewers.size(), 3U);
+    EXPECT_EQ(sight.viewers[0].names, (std::vector<std::string>{"ann", "cid"}));
+}
+
+TEST(SightMatrix, IsQuotedWhereCommaSeparatedValuesNeedIt) {
+    vex::SightMatrix matrix;
+    matrix.columns = {{"ann, the clerk", {"bea"}, ""}};
+    matrix.rows = {{{"i", "[N].[\"I\"]", "queryItem", "\"I\""}, {Sight::PastViews}}};
+    EXPECT_EQ(vex::toCsv(matrix), "id,reference,class,name,\"ann, the clerk\",bea\r\n"
+                                  "i,\"[N].[\"\"I\"\"]\",queryItem,\"\"\"I\"\"\",past-views,"
+                                  "past-views\r\n");
+}
+
+} // namespace
