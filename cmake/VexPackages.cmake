@@ -5,7 +5,7 @@ set(CPACK_PACKAGE_VENDOR "Vex Metadata Access developers")
 set(CPACK_PACKAGE_CONTACT "Vex Metadata Access developers <developers@vexma.invalid>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has its own
 set(CPACK_VERBATIM_VARIABLES ON)
-set(CPACK_COMPONENTS_ALL runtime plugin dev tool)
+set(CPACK_COMPONENTS_ALL runtime plugin dev tool hostruntime hostdev)
 set(CPACK_COMPONENTS_GROUPING ONE_PER_GROUP)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_STRIP_FILES ON)
@@ -53,7 +53,18 @@ vex_package(tool vexma utils SHLIBDEPS
 A command line program that reads models and catalogues from files, loads the
 plug-in and prints its answers: as XML, as a tree, as JSON lines. It also says
 why an object is hidden, looks for leaks and compares users.")
+vex_package(hostruntime libvexhost1 libs SHLIBDEPS
+  DEPENDS "libvexplatform1 ${same_version}"
+  DESCRIPTION "library for hosts of Vex Metadata Access
+What every host needs beside the platform: readers of models and catalogues,
+models from rows, sessions, references and the loading of plug-ins.")
+vex_package(hostdev libvexhost-dev libdevel
+  DEPENDS "libvexhost1 ${same_version}, libvexplatform-dev ${same_version}"
+  DESCRIPTION "headers for hosts with the readers of Vex Metadata Access
+What a host is built with that uses the readers and helpers: their headers, the
+link to the library and the files by which CMake and pkg-config find them.")
 set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS "vex-ma-plugin")
+set(CPACK_DEBIAN_HOSTDEV_PACKAGE_SUGGESTS "vex-ma-plugin")
 
 # Control files of the library's package: what other packages write into their
 # dependencies when they link it, and that the loader's cache is to be renewed.
@@ -62,6 +73,8 @@ set(control ${CMAKE_CURRENT_BINARY_DIR}/debian)
 file(WRITE ${control}/shlibs "libVexPlatform 1 libvexplatform1 (>= ${PROJECT_VERSION})\n")
 file(WRITE ${control}/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${control}/shlibs ${control}/triggers)
+file(WRITE ${control}/host/shlibs "libVexHost 1 libvexhost1 (>= ${PROJECT_VERSION})\n")
+set(CPACK_DEBIAN_HOSTRUNTIME_PACKAGE_CONTROL_EXTRA ${control}/host/shlibs ${control}/triggers)
 
 # Copyright, changelog and compressed manual pages: for packages only.
 set(CPACK_VEX_DEBIAN_FILES ${CMAKE_CURRENT_SOURCE_DIR}/cmake/debian)

@@ -1,6 +1,6 @@
 // A small host: shows a table as a model and asks a plug-in about it.
 //
-//     small_host libVexMAActionPlugin.vpl REQUEST.xml
+//     small_host libVexMAActionPlugin.vpl REQUEST.xml [LANGUAGE]
 //     small_host libCountPlugin.vpl --count [CLASS...]
 
 #include "../plugin/CountClasses.h"
@@ -8,51 +8,20 @@
 #include "KRLIDOM_OwnedDocument.h"
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
-#include "LoadedPlugin.h"
 #include "RowModel.h"
+#include "VexAction.h"
 #include "VexException.h"
-#include "VexNotification.h"
-#include "VexObjectCustomData.h"
+#include "VexHostSession.h"
+#include "VexLoadedPlugin.h"
 
 #include <fstream>
 #include <iostream>
-#include <map>
 #include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace {
-
-/// One user's work on the model.
-class Session final : public VexSession {
-public:
-    explicit Session(RowModel& model) : m_model(model) {}
-
-    I18NLocale const* GetCurrentLocale() const override { return &m_locale; }
-    I18NLocale const* GetLocale(I18NString const& name) const override {
-        return &m_locales.try_emplace(name, I18NLocale(name)).first->second;
-    }
-    VexObjectStore& GetObjectStore() const override { return m_model; }
-    VexModelService* GetModelService() override { return nullptr; } // nobody is restricted
-    VexCustomDataStore& GetCustomDataStore() override { return m_customData; }
-
-private:
-    RowModel& m_model;
-    I18NLocale m_locale{"en"};
-    mutable std::map<I18NString, I18NLocale> m_locales;
-    VexSessionCustomData m_customData;
-};
-
-class SessionClosed final : public VexNotification {
-public:
-    explicit SessionClosed(VexSession& session) : m_session(session) {}
-    int GetKind() const override { return VexNotification::SessionClosed; }
-    VexSession& GetSession() const override { return m_session; }
-
-private:
-    VexSession& m_session;
-};
 
 std::string readFile(char const* name) {
     std::ifstream file(name);
@@ -62,8 +31,7 @@ std::string readFile(char const* name) {
 }
 
 /// Asks for metadata and prints the answer.
-int ask(LoadedPlugin const& plugin, VexSession& session, char const* requestFile) {
-    constexpr long metadataRequest = 31000;
+int ask(VexLoadedPlugin& plugin, VexSession& session, char const* requestFile) {
     KRLIDOM_OwnedDocument const request = KRLIDOM_Reader::parse(readFile(requestFile), requestFile);
     KRLIDOM_OwnedDocument const response("Response");
     KRLIDOM_Node requestNode = request.document();
@@ -79,8 +47,10 @@ int ask(LoadedPlugin const& plugin, VexSession& session, char const* requestFile
     out.AddParam(VexVariant(0L));
     out.AddParam(VexVariant(&responseNode));
     try {
-        VexException unused(0);
-        plugin->DoAction(session, VexVariant(metadataRequest), unused, in, out);
+        if (!plugin.act(session, VexAction::MetadataRequest, in, out)) {
+            std::cerr << plugin.file() << " serves no metadata requests\n";
+            return 1;
+        }
     } catch (VexException const& failure) {
         std::cerr << "failure " << failure.GetId() << ": " << failure.what() << '\n';
         return 1;
@@ -91,7 +61,7 @@ int ask(LoadedPlugin const& plugin, VexSession& session, char const* requestFile
 
 /// Asks how many objects of each class there are and prints the numbers; of all
 /// classes, when none is named and the plug-in can tell them.
-int count(LoadedPlugin const& plugin, VexSession& session, std::vector<I18NString> classes) {
+int count(VexLoadedPlugin& plugin, VexSession& session, std::vector<I18NString> classes) {
     constexpr long countRequest = 41000;
     CountClasses const* const all = plugin.findExtension<CountClasses>();
     if (classes.empty() && all != nullptr) {
@@ -102,8 +72,10 @@ int count(LoadedPlugin const& plugin, VexSession& session, std::vector<I18NStrin
         in.AddParam(VexVariant(&name));
     }
     VexParams out;
-    VexException unused(0);
-    plugin->DoAction(session, VexVariant(countRequest), unused, in, out);
+    if (!plugin.act(session, countRequest, in, out)) {
+        std::cerr << plugin.file() << " does not count\n";
+        return 1;
+    }
     for (std::size_t index = 0; index < classes.size(); ++index) {
         std::cout << classes[index].c_str() << ' ' << static_cast<long>(out[index]) << '\n';
     }
@@ -114,19 +86,19 @@ int count(LoadedPlugin const& plugin, VexSession& session, std::vector<I18NStrin
 
 int main(int argc, char** argv) try {
     bool const counts = argc > 2 && std::string_view(argv[2]) == "--count";
-    if (!counts && argc != 3) {
-        std::cerr << "usage: small_host libVexMAActionPlugin.vpl REQUEST.xml\n"
+    if (argc < 3 || (!counts && argc > 4)) {
+        std::cerr << "usage: small_host libVexMAActionPlugin.vpl REQUEST.xml [LANGUAGE]\n"
                      "       small_host libCountPlugin.vpl --count [CLASS...]\n";
         return 2;
     }
     RowModel model;
-    LoadedPlugin const plugin(argv[1], counts ? "CountPlugin" : "VexMAActionPlugin");
-    Session session(model);
+    VexLoadedPlugin plugin(argv[1]);
+    VexHostSession session(model, I18NLocale(!counts && argc == 4 ? argv[3] : "en"));
     int const status =
         counts ? count(plugin, session, {argv + 3, argv + argc}) : ask(plugin, session, argv[2]);
-    plugin->Notify(SessionClosed(session));
+    plugin.notify(session, VexNotification::SessionClosed);
     return status;
-} catch (std::exception const& problem) {
+} catch (std::exception const& problem) { // VexException, KRLLimitException, std::bad_alloc
     std::cerr << problem.what() << '\n';
     return 3;
 }

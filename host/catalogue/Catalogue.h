@@ -79,7 +79,11 @@ std::shared_ptr<Catalogue const> readCatalogue(std::string const& file, Diagnost
 std::shared_ptr<Catalogue const> readCatalogueText(std::string_view text, std::string const& name,
                                                    std::string const& folder, Diagnostics& found);
 
-/// Raises `KRLDocumentException` with the first error.
+/// @{
+/// The same as the two above. Raises `KRLDocumentException` with the first error.
 std::shared_ptr<Catalogue const> loadCatalogue(std::string const& file);
+std::shared_ptr<Catalogue const> loadCatalogueText(std::string_view text, std::string const& name,
+                                                   std::string const& folder);
+/// @}
 
 } // namespace vex

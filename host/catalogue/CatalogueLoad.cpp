@@ -10,10 +10,21 @@ namespace vex {
 
 namespace {
 
+bool isError(Diagnostic const& diagnostic) {
+    return diagnostic.severity == Severity::Error;
+}
+
 bool hasError(Diagnostics const& found) {
-    return std::any_of(found.begin(), found.end(), [](Diagnostic const& diagnostic) {
-        return diagnostic.severity == Severity::Error;
-    });
+    return std::any_of(found.begin(), found.end(), isError);
+}
+
+std::shared_ptr<Catalogue const> orRaise(std::shared_ptr<Catalogue const> catalogue,
+                                         Diagnostics const& found) {
+    if (catalogue == nullptr) {
+        auto const error = std::find_if(found.begin(), found.end(), isError);
+        throw KRLDocumentException(error->file, error->line, error->column, error->text);
+    }
+    return catalogue;
 }
 
 void reportUnreadable(KRLDocumentException const& problem, std::string const& name,
@@ -53,14 +64,13 @@ std::shared_ptr<Catalogue const> readCatalogue(std::string const& file, Diagnost
 
 std::shared_ptr<Catalogue const> loadCatalogue(std::string const& file) {
     Diagnostics found;
-    std::shared_ptr<Catalogue const> catalogue = readCatalogue(file, found);
-    if (catalogue == nullptr) {
-        auto const error = std::find_if(found.begin(), found.end(), [](Diagnostic const& problem) {
-            return problem.severity == Severity::Error;
-        });
-        throw KRLDocumentException(error->file, error->line, error->column, error->text);
-    }
-    return catalogue;
+    return orRaise(readCatalogue(file, found), found);
+}
+
+std::shared_ptr<Catalogue const> loadCatalogueText(std::string_view text, std::string const& name,
+                                                   std::string const& folder) {
+    Diagnostics found;
+    return orRaise(readCatalogueText(text, name, folder, found), found);
 }
 
 } // namespace vex

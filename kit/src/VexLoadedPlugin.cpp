@@ -1,0 +1,103 @@
+#include "VexLoadedPlugin.h"
+
+#include "KRLException.h"
+#include "VexException.h"
+#include "VexHostSession.h"
+#include "VexTrace.h"
+#include "host/service/PluginLibrary.h"
+#include "host/service/PluginObject.h"
+
+#include <exception>
+#include <optional>
+
+namespace {
+
+constexpr int isReady = 1;
+constexpr int isDone = 1;
+
+std::string described(std::string const& file, std::string const& operation) {
+    return "the plug-in " + file + ": " + operation;
+}
+
+} // namespace
+
+struct VexLoadedPlugin::State {
+    explicit State(std::string const& file) : library(file) {}
+
+    vex::PluginLibrary library;
+    std::optional<vex::PluginObject> object; // goes before the library that holds its code
+};
+
+VexLoadedPlugin::VexLoadedPlugin(std::string const& file, std::string const& name,
+                                 char const* parameters)
+    : m_state(std::make_unique<State>(file)) {
+    m_state->object.emplace(m_state->library.findCreator(name));
+    int const result = get()->Initialize(parameters);
+    if (result != isReady) {
+        throw KRLException(described(this->file(), "Initialize") + " gave " +
+                           std::to_string(result) +
+                           ": the plug-in is not ready; look at what it was given");
+    }
+}
+
+VexLoadedPlugin::~VexLoadedPlugin() {
+    try {
+        terminate();
+    } catch (std::exception const& problem) {
+        OutputDebugString(problem.what()); // nobody is left to be told
+    } catch (...) {
+        OutputDebugString(described(file(), "Terminate raised something unknown").c_str());
+    }
+}
+
+bool VexLoadedPlugin::act(VexSession& session, long action, VexParams const& in, VexParams& out) {
+    VexException unused(0);
+    long const code =
+        ready("DoAction").DoAction(session, VexVariant(action), unused, in, out).GetCode();
+    if (code != VexErrorCode::Handled && code != VexErrorCode::NotHandled) {
+        throw KRLException(described(file(), "DoAction") + " gave " + std::to_string(code) +
+                           ", which means nothing to a host; it is neither done nor unknown");
+    }
+    return code == VexErrorCode::Handled;
+}
+
+void VexLoadedPlugin::notify(VexSession& session, int kind) {
+    ready("Notify").Notify(VexSessionEvent(kind, session));
+}
+
+void VexLoadedPlugin::terminate(char const* parameters) {
+    if (!m_state->object) {
+        return;
+    }
+    // The object goes whatever it says.
+    struct Reset {
+        ~Reset() { object.reset(); }
+        std::optional<vex::PluginObject>& object;
+    } const reset{m_state->object};
+    int const result = get()->Terminate(parameters);
+    if (result != isDone) {
+        throw KRLException(described(file(), "Terminate") + " gave " + std::to_string(result) +
+                           ": the plug-in did not end its work in order");
+    }
+}
+
+std::string const& VexLoadedPlugin::file() const {
+    return m_state->library.getFile();
+}
+
+VexPluginInterface* VexLoadedPlugin::get() const {
+    return m_state->object ? m_state->object->get() : nullptr;
+}
+
+void const* VexLoadedPlugin::findExtension(char const* id) const {
+    auto const entry =
+        reinterpret_cast<VexGetExtension>(m_state->library.findExport(VexGetExtensionName));
+    return entry == nullptr ? nullptr : entry(id);
+}
+
+VexPluginInterface& VexLoadedPlugin::ready(char const* operation) const {
+    if (get() == nullptr) {
+        throw KRLException(described(file(), operation) + " was called after terminate");
+    }
+    return *get();
+}
