@@ -52,6 +52,12 @@ std::string changesText(ToldChange const& object) {
     return text;
 }
 
+void writeExpansionNote(std::ostream& out, Differences const& differences) {
+    if (std::string const note = expansionNote(differences.notGoneIntoAgain); !note.empty()) {
+        out << printable(note, false) << '\n';
+    }
+}
+
 } // namespace
 
 void writeRights(std::ostream& out, std::vector<RightChange> const& rights, bool colour) {
@@ -80,9 +86,7 @@ void drawDifferences(std::ostream& out, Differences const& differences, bool col
     }
     out << differences.appear << " appear, " << differences.disappear << " disappear, "
         << differences.change << " change, " << differences.renamed << " of them renamed\n";
-    if (std::string const note = expansionNote(differences.notGoneIntoAgain); !note.empty()) {
-        out << printable(note, false) << '\n';
-    }
+    writeExpansionNote(out, differences);
 }
 
 void drawDifferences(std::ostream& out, UserDifferences const& user, bool colour) {
@@ -105,6 +109,8 @@ void drawDifferences(std::ostream& out, UserDifferences const& user, bool colour
         << (said.empty() ? "" : ' ' + printable(said, false)) << '\n';
     if (said.empty()) {
         drawDifferences(out, user.differences, colour);
+    } else {
+        writeExpansionNote(out, user.differences);
     }
 }
 

@@ -99,6 +99,9 @@ TEST_F(ManyWays, AreComparedAndExplainedWithinSeconds) {
     EXPECT_EQ(same.status, 0);
     EXPECT_THAT(same.out, HasSubstr("0 appear, 0 disappear, 0 change, 0 of them renamed\n"));
     EXPECT_THAT(same.out, HasSubstr("Not gone into again: "));
+    ToolResult const forAll = m_folder.Run(
+        {"diff", "--catalog", "api.catalog.xml", "--model", "/content/m", "--all-users"});
+    EXPECT_THAT(forAll.out, HasSubstr(": no difference\nshortcuts lead to the same objects"));
     ToolResult const explained = run("explain", {"t1.f3"});
     EXPECT_EQ(explained.status, 0);
     EXPECT_THAT(explained.out, HasSubstr("  hidden: not among the included objects"));
