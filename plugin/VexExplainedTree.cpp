@@ -10,6 +10,8 @@
 #include "provider/VexMDMaProvider.h"
 #include "provider/tree/VexTreeObservation.h"
 
+#include <optional>
+
 namespace {
 
 void addSize(VexTreeSize& size, I18NString const& text) {
@@ -34,27 +36,47 @@ void addSize(VexTreeSize& size, KRLIDOM_Node const& node) {
     }
 }
 
-} // namespace
-
-void ExplainTree(VexSession& session, I18NString const& modelPath, KRLIDOM_Node& request,
-                 KRLIDOM_Node* response, VexTreeObserver& observer) {
-    if (response != nullptr && !HoldsElement(VexVariant(response))) {
+/// Lets `run` answer into `response`, or into a place that is only measured, with a
+/// provider of its own: the one of the session's action stays as it is.
+template <class Run>
+void answerWithFreshProvider(VexSession& session, I18NString const& modelPath,
+                             KRLIDOM_Node* response, VexTreeObserver* observer, Run const& run) {
+    if (response == nullptr ? observer == nullptr : !HoldsElement(VexVariant(response))) {
         RaiseFailure(VexFailure::MetadataParameterType);
     }
-    VexTreeObservation observation(observer, response != nullptr);
-    // A provider of its own: the one of the session's action stays as it is.
     VexMDMaProvider provider(session, modelPath);
-    provider.observe(&observation);
+    std::optional<VexTreeObservation> observation;
+    if (observer != nullptr) {
+        provider.observe(&observation.emplace(*observer, response != nullptr));
+    }
     if (response != nullptr) {
-        provider.doRequest(request, *response);
+        run(provider, *response);
         return;
     }
     // What stands beside the tree is small: it is built to be measured.
     KRLIDOM_OwnedDocument const outside("Response");
     KRLIDOM_Node place = outside.document().getDocumentElement();
     place.appendChild(outside.document().createElement("Result"));
-    provider.doRequest(request, place);
+    run(provider, place);
     VexTreeSize size;
     addSize(size, place);
-    observer.reportOutside(size);
+    observer->reportOutside(size);
+}
+
+} // namespace
+
+void ExplainTree(VexSession& session, I18NString const& modelPath, KRLIDOM_Node& request,
+                 KRLIDOM_Node* response, VexTreeObserver& observer) {
+    answerWithFreshProvider(session, modelPath, response, &observer,
+                            [&](VexMDMaProvider& provider, KRLIDOM_Node& place) {
+                                provider.doRequest(request, place);
+                            });
+}
+
+void AnswerAt(VexSession& session, I18NString const& modelPath, KRLIDOM_Node& request,
+              KRLIDOM_Node* response, VEX_HANDLE object, VexTreeObserver* observer) {
+    answerWithFreshProvider(session, modelPath, response, observer,
+                            [&](VexMDMaProvider& provider, KRLIDOM_Node& place) {
+                                provider.doRequestAt(request, place, object);
+                            });
 }

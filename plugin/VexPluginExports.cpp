@@ -2,6 +2,7 @@
 // where loading the library has registered it.
 
 #include "VexAccessExplanation.h"
+#include "VexAnswerAt.h"
 #include "VexPlatformVersion.h"
 #include "VexPluginExtension.h"
 #include "VexTreeExplanation.h"
@@ -24,6 +25,7 @@ void explainAccess(VexSession& session, I18NString const& modelPath,
 
 constexpr VexExplainAccess accessExplanation{explainAccess};
 constexpr VexExplainTree treeExplanation{ExplainTree};
+constexpr VexAnswerAt answerAt{AnswerAt};
 
 struct ExtensionRow {
     std::string_view id;
@@ -33,6 +35,7 @@ struct ExtensionRow {
 constexpr ExtensionRow extensions[] = {
     {VexExplainAccess::Id, &accessExplanation},
     {VexExplainTree::Id, &treeExplanation},
+    {VexAnswerAt::Id, &answerAt},
 };
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "model/VexFailure.h"
 #include "provider/VexConstants.h"
 #include "provider/request/VexMDMaProviderHelper.h"
+#include "provider/start/VexObjectStart.h"
 #include "provider/start/VexStartPath.h"
 #include "provider/tree/VexMDMaProviderVisability.h"
 #include "resources.h"
@@ -13,6 +14,7 @@
 #include <climits>
 #include <cstdlib>
 #include <iterator>
+#include <optional>
 
 namespace {
 
@@ -30,6 +32,34 @@ void readAuthoringLocale(VexMDMaProviderHelper const& helper) {
     }
 }
 
+/// Where a request says to start.
+struct RequestedStart {
+    I18NString text; // "": the root namespace
+    bool isReference = false;
+    VexNameParts parts;
+
+    explicit RequestedStart(VexMDMaProviderHelper const& helper)
+        : text(helper.GetAttributeValueForAttribute("start_atRef")), isReference(!text.empty()) {
+        if (!isReference) {
+            text = helper.GetAttributeValueForAttribute("start_atPath");
+            if (text.empty()) {
+                text = helper.GetAttributeValueForAttribute("start_at");
+            }
+        }
+        if (!GetNamePartsFromStartPath(text, parts)) {
+            RaiseFailure(VexFailure::StartPathMalformed);
+        }
+    }
+};
+
+KRLIDOM_Element findMetadata(KRLIDOM_Node const& request) {
+    KRLIDOM_Element const metadata = KRLIDOM_Helper::findFirstElement(request, "Metadata");
+    if (metadata.isNull()) {
+        RaiseFailure(VexFailure::MetadataElementMissing);
+    }
+    return metadata;
+}
+
 } // namespace
 
 VexMDMaProvider::VexMDMaProvider(VexSession& session, I18NString const& modelPath)
@@ -42,30 +72,41 @@ void VexMDMaProvider::Initialize(I18NString const& modelPath) {
 }
 
 void VexMDMaProvider::doRequest(KRLIDOM_Node& request, KRLIDOM_Node& response) {
-    KRLIDOM_Element const metadata = KRLIDOM_Helper::findFirstElement(request, "Metadata");
-    if (metadata.isNull()) {
-        RaiseFailure(VexFailure::MetadataElementMissing);
-    }
-    VexMDMaProviderHelper helper(metadata);
+    VexMDMaProviderHelper helper(findMetadata(request));
     helper.ProcessClientRequest();
     doRequest(helper, response);
 }
 
 void VexMDMaProvider::doRequest(VexMDMaProviderHelper& helper, KRLIDOM_Node responseNode) {
+    answer(helper, responseNode, VEX_HANDLE());
+}
+
+void VexMDMaProvider::doRequestAt(KRLIDOM_Node& request, KRLIDOM_Node& response,
+                                  VEX_HANDLE object) {
+    if (!IsElementOfModel(*m_session, object)) {
+        RaiseFailure(VexFailure::MetadataParameterType);
+    }
+    VexMDMaProviderHelper helper(findMetadata(request));
+    helper.ProcessClientRequest();
+    answer(helper, response, object);
+}
+
+void VexMDMaProvider::answer(VexMDMaProviderHelper const& helper, KRLIDOM_Node const& response,
+                             VEX_HANDLE object) {
     if (!m_security.isOutsideContent()) {
         RetrieveSecurityInfo();
     }
-    m_document = KRLIDOM_Document(responseNode);
+    m_document = KRLIDOM_Document(response);
     // Taken before anything is written: settings go behind it, and it stays the
     // first child whatever they add.
-    KRLIDOM_Node const result = responseNode.getFirstChild();
+    KRLIDOM_Node const result = response.getFirstChild();
     // Made for every request; only that for functions gives it a place.
     KRLIDOM_Element const package =
         m_document.createSpareElement(resources::getString(resources::Package));
     readAuthoringLocale(helper);
     int const depth = depthOf(helper);
     if (helper.GetAttributeValueForAttribute("function").empty()) {
-        answerModelRequest(helper, responseNode, result, depth);
+        answerModelRequest(helper, response, result, depth, object);
     } else {
         answerFunctionRequest(helper, result, package);
     }
@@ -73,7 +114,7 @@ void VexMDMaProvider::doRequest(VexMDMaProviderHelper& helper, KRLIDOM_Node resp
 
 void VexMDMaProvider::answerModelRequest(VexMDMaProviderHelper const& helper,
                                          KRLIDOM_Node const& response, KRLIDOM_Node const& result,
-                                         int depth) {
+                                         int depth, VEX_HANDLE object) {
     if (result.isNull()) {
         RaiseFailure(VexFailure::MetadataParameterType); // there is nothing to take the tree
     }
@@ -82,22 +123,19 @@ void VexMDMaProvider::answerModelRequest(VexMDMaProviderHelper const& helper,
     KRLIDOM_Element responseElement(response);
     ProcessGlobal(helper, locale, responseElement);
 
-    I18NString startPath = helper.GetAttributeValueForAttribute("start_atRef");
-    bool const isReference = !startPath.empty();
-    if (!isReference) {
-        startPath = helper.GetAttributeValueForAttribute("start_atPath");
-        if (startPath.empty()) {
-            startPath = helper.GetAttributeValueForAttribute("start_at");
-        }
-    }
-    NameParts parts;
-    if (!GetNamePartsFromStartPath(startPath, parts)) {
-        RaiseFailure(VexFailure::StartPathMalformed);
+    bool const isSought = !object.IsNotNull();
+    std::optional<RequestedStart> start;
+    if (isSought) {
+        start.emplace(helper);
     }
     VexMDAccessEngine engine = getAccessEngine(helper, *locale);
     VexMDMaProviderVisability visibility(*locale, m_session, &engine, this);
-    ProcessRequest(helper, parts, startPath, depth, locale, engine, visibility, isReference,
-                   result);
+    if (isSought) {
+        ProcessRequest(helper, start->parts, start->text, depth, locale, engine, visibility,
+                       start->isReference, result);
+    } else {
+        ProcessRequestAt(helper, object, depth, locale, engine, visibility, result);
+    }
 }
 
 void VexMDMaProvider::answerFunctionRequest(VexMDMaProviderHelper const& helper,

@@ -46,6 +46,9 @@ public:
     /// takes the tree.
     void doRequest(KRLIDOM_Node& request, KRLIDOM_Node& response);
     void doRequest(VexMDMaProviderHelper& helper, KRLIDOM_Node responseNode);
+    /// The same at `object` instead of where the request says to start. Raises, before
+    /// anything is written, when that is no element of the open model below its root.
+    void doRequestAt(KRLIDOM_Node& request, KRLIDOM_Node& response, VEX_HANDLE object);
 
     /// Tells `observation` about every tree that is written from now on; null tells
     /// nobody. It must outlive those trees.
@@ -70,6 +73,11 @@ public:
                         I18NString const& startPath, int const& depth, I18NLocale const* locale,
                         VexMDAccessEngine& engine, VexMDMaProviderVisability& visibility,
                         bool isReference, KRLIDOM_Node parent);
+
+    /// Writes the tree of `object` below `parent`, its own path being the start's.
+    void ProcessRequestAt(VexMDMaProviderHelper const& helper, VEX_HANDLE object, int depth,
+                          I18NLocale const* locale, VexMDAccessEngine& engine,
+                          VexMDMaProviderVisability& visibility, KRLIDOM_Node const& parent);
 
     /// Looks for the name at `part` among `items`. When found, leaves that one
     /// object in `items`, puts its record in front of `path` and its ancestors'
@@ -165,9 +173,12 @@ public:
     void getAllCollections(Vex_Handle_Collection& properties, std::list<I18NString>& names);
 
 private:
+    /// Answers at `object`; where the request says to start, when that is null.
+    void answer(VexMDMaProviderHelper const& helper, KRLIDOM_Node const& response,
+                VEX_HANDLE object);
     /// The tree goes into `result`, settings behind it into `response`.
     void answerModelRequest(VexMDMaProviderHelper const& helper, KRLIDOM_Node const& response,
-                            KRLIDOM_Node const& result, int depth);
+                            KRLIDOM_Node const& result, int depth, VEX_HANDLE object);
     void answerFunctionRequest(VexMDMaProviderHelper const& helper, KRLIDOM_Node const& result,
                                KRLIDOM_Element const& package);
 

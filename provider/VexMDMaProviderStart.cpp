@@ -4,6 +4,7 @@
 #include "provider/VexConstants.h"
 #include "provider/VexMDMaProvider.h"
 #include "provider/start/VexItemSearch.h"
+#include "provider/start/VexObjectStart.h"
 #include "provider/start/VexReferenceSearch.h"
 #include "provider/start/VexReferencedItem.h"
 #include "provider/start/VexStartWalk.h"
@@ -25,6 +26,17 @@ void VexMDMaProvider::ProcessRequest(VexMDMaProviderHelper const& helper, NamePa
     }
     writeStart(FindStart(startContext(locale), helper, namespaces, {parts, startPath, isReference}),
                treeContext(helper, depth, locale, engine, visibility), startPath, parent);
+}
+
+void VexMDMaProvider::ProcessRequestAt(VexMDMaProviderHelper const& helper, VEX_HANDLE object,
+                                       int depth, I18NLocale const* locale,
+                                       VexMDAccessEngine& engine,
+                                       VexMDMaProviderVisability& visibility,
+                                       KRLIDOM_Node const& parent) {
+    m_currentRequestValue = Convert2Int(FindNamespaces(*m_session)[0]);
+    I18NString pathText;
+    VexFoundStart const start = StartAtObject(locale, object, pathText);
+    writeStart(start, treeContext(helper, depth, locale, engine, visibility), pathText, parent);
 }
 
 void VexMDMaProvider::ProcessStartAtRefRequest(VexMDMaProviderHelper const& helper,

@@ -27,7 +27,11 @@ struct AccessCommand {
         ObjectArguments const arguments(given, source);
         Workplace workplace(source, console);
         // All must be known before the first answer.
-        Vex_Handle_Collection const objects = arguments.findIn(workplace.model());
+        MayBeNamed const seen = [&](Vex_Handle_Collection const& suggested) {
+            return workplace.access(suggested, 0).verdicts;
+        };
+        Vex_Handle_Collection const objects =
+            arguments.findIn(workplace.model(), allUsers ? MayBeNamed() : seen);
         int const status = allUsers ? runForAll(workplace, arguments, objects, console)
                                     : runForOne(workplace, arguments, objects, console);
         RequestWarnings warnings(strict);

@@ -24,19 +24,20 @@ struct MetadataCommand {
         std::string const text = request.readText();
         KRLIDOM_OwnedDocument const document = request.makeRequest(text);
         MetadataRequest const asked = MetadataRequest::read(document.document());
+        I18NString const id = request.startId();
         Workplace workplace(source, console);
         WrittenRequest const written{document, asked, text, request.fileName()};
         RequestWarnings warnings = request.makeWarnings();
         warnAboutLocale(workplace, warnings);
         if (estimate) {
             warnAboutWords(written, workplace, warnings);
-            int const status = giveEstimate(document, asked, workplace, console);
+            int const status = giveEstimate(document, asked, id, workplace, console);
             if (status == Done) {
-                warnAboutStart(asked, KRLIDOM_Node(), workplace, warnings);
+                warnAboutStart(asked, id, KRLIDOM_Node(), workplace, warnings);
             }
             return warnings.finish(console, status);
         }
-        MetadataAnswer const answer = workplace.metadata(document.document());
+        MetadataAnswer const answer = workplace.metadataAt(id, document.document());
         warnAboutWords(written, workplace, warnings);
         if (!answer.end.isAnswered()) {
             return warnings.finish(console,
@@ -45,15 +46,16 @@ struct MetadataCommand {
         bool const inLines = pretty || console.outIsTerminal();
         KRLIDOM_Writer::write(console.out(), answer.response.document(), inLines);
         console.out() << (inLines ? "" : "\n"); // lines end with one already
-        warnAboutStart(asked, answer.response.document().getDocumentElement(), workplace, warnings);
+        warnAboutStart(asked, id, answer.response.document().getDocumentElement(), workplace,
+                       warnings);
         return warnings.finish(console, Done);
     }
 
     static int giveEstimate(KRLIDOM_OwnedDocument const& document, MetadataRequest const& asked,
-                            Workplace& workplace, Console& console) {
+                            I18NString const& id, Workplace& workplace, Console& console) {
         std::size_t const limit = workplace.responseLimits().elements;
         AnswerEstimate estimate(limit);
-        CallEnd const end = workplace.explainTree(document.document(), estimate);
+        CallEnd const end = workplace.explainTreeAt(id, document.document(), estimate);
         if (!end.isAnswered() && !estimate.isMore()) {
             return complainAboutRequest(end, asked, workplace, console);
         }
@@ -86,6 +88,7 @@ CommandRun addMetadataCommand(CommandSyntax& command) {
   vexma metadata retail.model.xml --depth 2 --property name --property screenTip
   vexma metadata --catalog retail.catalog.xml --model /content/retail --user ann \
       --locale de --start '[Retail].[Sales]' --collection querySubject
+  vexma metadata retail.model.xml --id qs.orders --depth 2 --property name --property ID
   vexma metadata retail.model.xml --request - < request.xml)";
     return [metadata](Console& console) { return metadata->run(console); };
 }

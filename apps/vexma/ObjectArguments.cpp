@@ -21,10 +21,11 @@ ObjectArguments::ObjectArguments(std::vector<std::string> arguments, SourceOptio
     }
 }
 
-Vex_Handle_Collection ObjectArguments::findIn(Model const& model) const {
+Vex_Handle_Collection ObjectArguments::findIn(Model const& model,
+                                              MayBeNamed const& mayBeNamed) const {
     Vex_Handle_Collection objects;
     for (std::string const& text : m_texts) {
-        objects.push_back(findObject(model, I18NString::fromUtf8(text)));
+        objects.push_back(findObject(model, I18NString::fromUtf8(text), mayBeNamed));
     }
     return objects;
 }

@@ -2,6 +2,7 @@
 
 #include "Vex_Handle_Collection.h"
 #include "apps/vexma/SourceOptions.h"
+#include "host/service/NameSuggestion.h"
 #include "host/store/image/Model.h"
 
 #include <string>
@@ -19,8 +20,9 @@ public:
     ObjectArguments(std::vector<std::string> arguments, SourceOptions& source);
 
     std::vector<std::string> const& texts() const { return m_texts; }
-    /// Raises `HostException` for the first one that names nothing.
-    Vex_Handle_Collection findIn(Model const& model) const;
+    /// Raises `HostException` for the first one that names nothing; what that suggests
+    /// may be named.
+    Vex_Handle_Collection findIn(Model const& model, MayBeNamed const& mayBeNamed = {}) const;
 
 private:
     std::vector<std::string> m_texts;

@@ -1,7 +1,7 @@
 #include "apps/vexma/RequestComplaint.h"
 
 #include "VexMessageTexts.h"
-#include "host/service/NameSuggestion.h"
+#include "apps/vexma/StartSuggestion.h"
 
 #include <algorithm>
 
@@ -21,14 +21,11 @@ bool isAboutStart(CallEnd const& end) {
 
 } // namespace
 
-int complainAboutRequest(CallEnd const& end, MetadataRequest const& request,
-                         Workplace const& workplace, Console& console) {
+int complainAboutRequest(CallEnd const& end, MetadataRequest const& request, Workplace& workplace,
+                         Console& console) {
     int const status = complainAbout(end, console);
     if (isAboutStart(end)) {
-        Model const& model = workplace.model();
-        std::string const question = toQuestion(
-            request.reference.empty() ? suggestPaths(model, request.startText(), workplace.locale())
-                                      : suggestObjects(model, request.reference));
+        std::string const question = askAboutStart(request, workplace);
         if (!question.empty()) {
             console.complain(question);
         }

@@ -33,6 +33,12 @@ void RequestOptions::addTo(CommandSyntax& command) {
                  .help = "A request document, \"-\" for standard input",
                  .word = "FILE",
                  .group = group});
+    m_idOption = &command.add({.name = "--id",
+                               .into = &m_id,
+                               .help = "Object to start at: an id, or a reference in the default "
+                                       "language; leads to no other one, whatever the language",
+                               .word = "ID",
+                               .group = group});
     OptionSyntax const building[] = {
         {.name = "--start",
          .into = &m_start,
@@ -98,6 +104,11 @@ void RequestOptions::check(SourceOptions const& source) const {
     }
     if (!m_start.empty() && !m_reference.empty()) {
         throw UsageException("--start and --ref both say where to start; leave one out");
+    }
+    if (m_idOption->isGiven && (m_id.empty() || !m_start.empty() || !m_reference.empty())) {
+        throw UsageException(m_id.empty()
+                                 ? "--id is empty; give an id, or a reference like [Sales].[Orders]"
+                                 : "--id says where to start; leave --start and --ref out");
     }
     for (OptionSyntax const* const option : m_building) {
         if (!m_file.empty() && option->isGiven) {

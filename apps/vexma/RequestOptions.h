@@ -31,6 +31,10 @@ public:
     /// Raises `UsageException` when the options ask for more than names.
     TreeQuestion makeQuestion(Model const& model) const;
 
+    /// The id or reference of the object to start at, whatever the request says; "" when
+    /// the request says it.
+    I18NString startId() const { return I18NString::fromUtf8(m_id); }
+
     /// Takes what is doubtful about the request.
     RequestWarnings makeWarnings() const { return RequestWarnings(m_strict); }
 
@@ -38,6 +42,8 @@ private:
     MetadataRequest build() const;
 
     std::string m_file;
+    std::string m_id;
+    OptionSyntax const* m_idOption = nullptr;
     std::string m_start;
     std::string m_reference;
     std::optional<long> m_depth;

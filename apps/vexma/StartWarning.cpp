@@ -1,5 +1,6 @@
 #include "apps/vexma/StartWarning.h"
 
+#include "apps/vexma/StartSuggestion.h"
 #include "host/insight/AskedStart.h"
 #include "host/insight/ObjectText.h"
 #include "resources.h"
@@ -39,13 +40,25 @@ std::string describeStart(VEX_HANDLE object, KRLIDOM_Element const& answered,
                                      : "another object";
 }
 
+std::string questionAbout(MetadataRequest const& asked, Workplace& workplace) {
+    std::string const question = askAboutStart(asked, workplace);
+    return question.empty() ? question : "; " + question;
+}
+
 } // namespace
 
-void warnAboutStart(MetadataRequest const& asked, KRLIDOM_Node const& response,
-                    Workplace& workplace, RequestWarnings& warnings) {
+void warnAboutStart(MetadataRequest const& asked, I18NString const& id,
+                    KRLIDOM_Node const& response, Workplace& workplace, RequestWarnings& warnings) {
+    if (!id.empty()) {
+        if (!asked.startText().empty()) {
+            warnings.add("--id says where to start; the request's own start " +
+                         asked.startText().toUtf8() + " is not looked at");
+        }
+        return;
+    }
     std::optional<AskedStart> const start = AskedStart::of(asked);
     KRLIDOM_Element const answered = answeredStart(response);
-    if (!start || start->lastName == nameOf(answered)) {
+    if (!start) {
         return;
     }
     std::string const text =
@@ -57,12 +70,17 @@ void warnAboutStart(MetadataRequest const& asked, KRLIDOM_Node const& response,
         warnings.add("whether " + text +
                      " led to an object of that name cannot be told: " + end.text);
     } else if (!observer.start().IsNotNull()) {
-        warnings.add(text + " leads to nothing; the answer is empty");
+        warnings.add(text + " leads to nothing; the answer is empty" +
+                     questionAbout(asked, workplace));
     } else if (!bearsName(workplace.model(), workplace.locale(), observer.start(),
                           start->lastName)) {
         warnings.add(text + " asks for \"" + start->lastName.toUtf8() + "\" and leads to " +
                      describeStart(observer.start(), answered, workplace) +
-                     ", which has that name in no language");
+                     ", which has that name in no language" + questionAbout(asked, workplace));
+    } else if (!standsOnTheWay(workplace.model(), workplace.locale(), observer, *start)) {
+        warnings.add(text + " leads to " + describeStart(observer.start(), answered, workplace) +
+                     ", which does not stand where the path says" +
+                     questionAbout(asked, workplace));
     }
 }
 

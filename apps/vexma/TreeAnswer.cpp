@@ -52,9 +52,10 @@ std::size_t mostEntriesOf(Model const& model) {
     return always + waysToAnObject * model.elementCount();
 }
 
-CallEnd record(Workplace& workplace, TreeQuestion const& question, TreeRecorder& recorder) {
+CallEnd record(Workplace& workplace, TreeQuestion const& question, TreeRecorder& recorder,
+               I18NString const& id = {}) {
     KRLIDOM_OwnedDocument const request = question.makeRequest().toDocument();
-    return workplace.explainTree(request.document(), recorder);
+    return workplace.explainTreeAt(id, request.document(), recorder);
 }
 
 /// Records the trees by every way. False when there are too many ways, or too deep ones.
@@ -142,10 +143,10 @@ ModelTrees matchOnce(Workplace& workplace) {
 
 } // namespace
 
-TreeAnswer askForTree(Workplace& workplace, TreeQuestion const& question) {
+TreeAnswer askForTree(Workplace& workplace, TreeQuestion const& question, I18NString const& id) {
     TreeRecorder recorder(workplace.locale(), {workplace.responseLimits().elements});
     recorder.beginTree();
-    CallEnd end = record(workplace, question, recorder);
+    CallEnd end = record(workplace, question, recorder, id);
     return {recorder.take(), std::move(end)};
 }
 

@@ -22,11 +22,12 @@ ModelTrees askForTrees(Workplace& workplace, I18NString const& view = {});
 /// those of the extension that can leave out what was gone into.
 ModelTrees matchTrees(Workplace& workplace);
 
-/// One tree, as the plug-in reports it.
+/// One tree, as the plug-in reports it; at the object with that id or reference unless
+/// that is "".
 struct TreeAnswer {
     AnsweredTree objects;
     CallEnd end;
 };
-TreeAnswer askForTree(Workplace& workplace, TreeQuestion const& question);
+TreeAnswer askForTree(Workplace& workplace, TreeQuestion const& question, I18NString const& id);
 
 } // namespace vex

@@ -27,8 +27,9 @@ struct TreeCommand {
         std::string const text = request.readText();
         KRLIDOM_OwnedDocument const document = request.makeRequest(text);
         MetadataRequest const asked = MetadataRequest::read(document.document());
+        I18NString const id = request.startId();
         Workplace workplace(source, console);
-        MetadataAnswer const answer = workplace.metadata(document.document());
+        MetadataAnswer const answer = workplace.metadataAt(id, document.document());
         RequestWarnings warnings = request.makeWarnings();
         warnAboutLocale(workplace, warnings);
         warnAboutWords({document, asked, text, request.fileName()}, workplace, warnings);
@@ -38,14 +39,14 @@ struct TreeCommand {
         }
         KRLIDOM_Element const response = answer.response.document().getDocumentElement();
         drawResponse(console.out(), response, console.outHasColour());
-        warnAboutStart(asked, response, workplace, warnings);
+        warnAboutStart(asked, id, response, workplace, warnings);
         return warnings.finish(console, Done);
     }
 
     int runWithReasons(Console& console) const {
         Workplace workplace(source, console);
         TreeQuestion const question = request.makeQuestion(workplace.model());
-        TreeAnswer const answer = askForTree(workplace, question);
+        TreeAnswer const answer = askForTree(workplace, question, request.startId());
         if (!answer.end.isAnswered()) {
             return complainAbout(answer.end, console);
         }
@@ -56,7 +57,8 @@ struct TreeCommand {
         }
         RequestWarnings warnings = request.makeWarnings();
         warnAboutLocale(workplace, warnings);
-        warnAboutStart(question.makeRequest(), KRLIDOM_Node(), workplace, warnings);
+        warnAboutStart(question.makeRequest(), request.startId(), KRLIDOM_Node(), workplace,
+                       warnings);
         return warnings.finish(console, Done);
     }
 };

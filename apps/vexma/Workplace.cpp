@@ -136,6 +136,24 @@ MetadataAnswer Workplace::observedMetadata(KRLIDOM_Document const& request,
     });
 }
 
+MetadataAnswer Workplace::metadataAt(I18NString const& idOrReference,
+                                     KRLIDOM_Document const& request) {
+    return interruptible(m_limits, [&](ActionLimits const& limits) {
+        return idOrReference.empty()
+                   ? m_service->metadata(m_visit, request, limits)
+                   : m_service->metadataAt(m_visit, idOrReference, request, limits);
+    });
+}
+
+CallEnd Workplace::explainTreeAt(I18NString const& idOrReference, KRLIDOM_Document const& request,
+                                 VexTreeObserver& observer) {
+    return interruptible(m_limits, [&](ActionLimits const& limits) {
+        return idOrReference.empty()
+                   ? m_service->explainTree(m_visit, request, observer, limits)
+                   : m_service->explainTreeAt(m_visit, idOrReference, request, observer, limits);
+    });
+}
+
 AccessAnswer Workplace::access(Vex_Handle_Collection const& objects, long mode) {
     return interruptible(m_limits, [&](ActionLimits const& limits) {
         return m_service->access(m_visit, objects, mode, limits);
@@ -163,7 +181,7 @@ int complainAbout(CallEnd const& end, Console& console) {
         text += "; is --plugin the right library?";
     }
     console.complain(text);
-    return Refused;
+    return end.kind == CallEnd::Kind::Unknown ? Unreadable : Refused;
 }
 
 } // namespace vex

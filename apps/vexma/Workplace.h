@@ -33,13 +33,16 @@ public:
 
     /// @{
     /// The calls of `Service`, under the command line's limits; an interrupt
-    /// ends them.
+    /// ends them. Without an id they start where the request says.
     MetadataAnswer metadata(MetadataRequest const& request);
     MetadataAnswer metadata(KRLIDOM_Document const& request);
     MetadataAnswer observedMetadata(KRLIDOM_Document const& request, VexTreeObserver& observer);
+    MetadataAnswer metadataAt(I18NString const& idOrReference, KRLIDOM_Document const& request);
     AccessAnswer access(Vex_Handle_Collection const& objects, long mode);
     AccessReasons explain(Vex_Handle_Collection const& objects, bool skipViewLists);
     CallEnd explainTree(KRLIDOM_Document const& request, VexTreeObserver& observer);
+    CallEnd explainTreeAt(I18NString const& idOrReference, KRLIDOM_Document const& request,
+                          VexTreeObserver& observer);
     /// @}
 
 private:

@@ -1,6 +1,7 @@
 #include "host/insight/AskedStart.h"
 
 #include "host/insight/ObjectText.h"
+#include "host/service/NamesOnTheWay.h"
 #include "host/store/image/ReferenceText.h"
 
 #include <algorithm>
@@ -24,6 +25,7 @@ MetadataRequest startAloneOf(MetadataRequest request) {
 void StartObserver::report(VexTreeReport const& report) {
     if (report.container == VexTreeReport::None && !m_start.IsNotNull()) {
         m_start = report.object;
+        m_isBehindShortcut = report.passesOverViewLists;
     }
 }
 
@@ -33,6 +35,12 @@ bool bearsName(Model const& model, I18NLocale const& locale, VEX_HANDLE object,
     auto const bears = [&](I18NLocale const& each) { return nameIn(each, object) == name; };
     return bears(locale) || bears(model.defaultLocale()) ||
            std::any_of(listed.begin(), listed.end(), bears);
+}
+
+bool standsOnTheWay(Model const& model, I18NLocale const& locale, StartObserver const& found,
+                    AskedStart const& asked) {
+    return asked.isReference || found.isBehindShortcut() ||
+           NamesOnTheWay(model, asked.text, locale).leadTo(found.start());
 }
 
 } // namespace vex

@@ -31,13 +31,22 @@ public:
 
     /// Null when nothing was found to start at. A shortcut is the start itself.
     VEX_HANDLE start() const { return m_start; }
+    /// True when a shortcut on the way was followed.
+    bool isBehindShortcut() const { return m_isBehindShortcut; }
 
 private:
     VEX_HANDLE m_start;
+    bool m_isBehindShortcut = false;
 };
 
 /// True when the object has that name in `locale` or in a language of the model.
 bool bearsName(Model const& model, I18NLocale const& locale, VEX_HANDLE object,
                I18NString const& name);
+
+/// True when the object stands where the start path says: in what has the other names,
+/// in some language. Not told, so true, of references and of what stands behind a
+/// shortcut.
+bool standsOnTheWay(Model const& model, I18NLocale const& locale, StartObserver const& found,
+                    AskedStart const& asked);
 
 } // namespace vex

@@ -27,6 +27,7 @@ struct CallEnd {
         NotHandled, // the plug-in does not know the action: it gave `code`
         Raised,     // the plug-in raised `failure`
         Stopped,    // a limit of the host, or a broken rule
+        Unknown,    // an object that is asked for does not exist, or the user may not see it
     };
 
     Kind kind = Kind::Stopped;

@@ -20,7 +20,7 @@ I18NLocale negotiateLocale(Model const& model, I18NLocale asked) {
 HostSession::HostSession(std::shared_ptr<Model const> model, I18NLocale asked,
                          std::shared_ptr<Catalogue const> catalogue, CatalogueUser const* user)
     : m_open(std::move(model)), m_asked(asked), m_locale(negotiateLocale(*getModel(), asked)),
-      m_security(std::move(catalogue), user) {}
+      m_mayNameAll(catalogue == nullptr), m_security(std::move(catalogue), user) {}
 
 HostSession::~HostSession() = default;
 
@@ -34,7 +34,8 @@ void HostSession::takeModel(std::shared_ptr<Model const> model) {
 }
 
 VEX_HANDLE HostSession::findObject(I18NString const& idOrReference) const {
-    return vex::findObject(*getModel(), idOrReference);
+    MayBeNamed const nothing = [](Vex_Handle_Collection const&) { return std::vector<bool>(); };
+    return vex::findObject(*getModel(), idOrReference, m_mayNameAll ? MayBeNamed() : nothing);
 }
 
 } // namespace vex

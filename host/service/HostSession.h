@@ -53,8 +53,8 @@ public:
     /// caller sends `VexNotification::ModelReloaded` right after it.
     void takeModel(std::shared_ptr<Model const> model);
 
-    /// The object with that id, else with that reference. Raises
-    /// `HostException` when it names nothing.
+    /// The object with that id, else with that reference. Raises `HostException` when
+    /// it names nothing; that suggests others only where nobody is restricted.
     VEX_HANDLE findObject(I18NString const& idOrReference) const;
 
     /// Holds a session's only turn; what is called meanwhile gets none.
@@ -81,6 +81,7 @@ private:
     mutable OpenModel m_open; // handed out as what plug-ins read, from a const session too
     I18NLocale m_asked;
     I18NLocale m_locale;
+    bool m_mayNameAll; // in what is told of a name that is not found
     SessionSecurity m_security;
     VexSessionCustomData m_customData;
     mutable std::map<I18NString, I18NLocale> m_locales; // those handed out by name

@@ -148,6 +148,15 @@ I18NString const& MetadataRequest::startText() const {
     return path == otherOptions.end() || path->second.empty() ? start : path->second;
 }
 
+void MetadataRequest::setStartText(I18NString const& text) {
+    if (!reference.empty()) {
+        reference = text;
+        return;
+    }
+    otherOptions.erase(pathOption);
+    start = text;
+}
+
 KRLIDOM_OwnedDocument MetadataRequest::toDocument() const {
     KRLIDOM_OwnedDocument document(metadataTag);
     KRLIDOM_Element const metadata = document.document().getDocumentElement();

@@ -43,6 +43,8 @@ struct MetadataRequest {
     /// The text that says where to start, as plug-ins take it: the reference, else the
     /// option "start_atPath", else the start path.
     I18NString const& startText() const;
+    /// Takes the place of that text: a reference's when there is one, else a path's.
+    void setStartText(I18NString const& text);
 
     /// The "Metadata" document that asks for this.
     KRLIDOM_OwnedDocument toDocument() const;

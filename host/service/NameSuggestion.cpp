@@ -1,13 +1,13 @@
 #include "host/service/NameSuggestion.h"
 
 #include "VexObject.h"
+#include "host/service/EditDistance.h"
+#include "host/service/NamesOnTheWay.h"
 #include "host/store/image/ReferenceText.h"
 #include "resources.h"
 
 #include <algorithm>
-#include <numeric>
-
-#include <unicode/uchar.h>
+#include <unordered_set>
 
 namespace vex {
 
@@ -15,173 +15,213 @@ namespace {
 
 constexpr std::size_t shownSuggestions = 3;
 
-std::u16string foldCase(std::u16string_view text) {
-    std::u16string folded;
-    for (char16_t const unit : text) {
-        folded += static_cast<char16_t>(u_foldCase(unit, U_FOLD_CASE_DEFAULT));
-    }
-    return folded;
-}
-
 /// How far a slip of the hand may lead.
 std::size_t allowance(std::size_t length) {
     constexpr std::size_t charactersForEach = 4;
     return std::max<std::size_t>(length < charactersForEach ? 1 : 2, length / charactersForEach);
 }
 
-/// The last name of a path or reference, whether or not its brackets are right.
-std::u16string lastName(I18NString const& text) {
-    std::vector<std::u16string> names;
-    if (splitReference(text, names) && !names.empty()) {
-        return names.back();
-    }
-    std::u16string_view rest = text.view();
-    auto const dot = rest.rfind(u'.');
-    rest = dot == std::u16string_view::npos ? rest : rest.substr(dot + 1);
-    auto const isBracket = [](char16_t unit) { return unit == u'[' || unit == u']'; };
-    std::u16string name;
-    std::copy_if(rest.begin(), rest.end(), std::back_inserter(name),
-                 [&](char16_t unit) { return !isBracket(unit); });
-    return name;
-}
-
-/// The nearest of the texts that it is shown.
-class Nearest {
+/// What was found, from which the nearest that may be named are chosen.
+class Candidates {
 public:
-    explicit Nearest(I18NString const& text)
-        : m_text(text), m_worst(allowance(static_cast<std::size_t>(text.length()))),
-          m_isRight(text.empty()) {}
+    explicit Candidates(I18NString const& text)
+        : m_text(text), m_worst(allowance(static_cast<std::size_t>(text.length()))) {}
 
-    void consider(I18NString const& candidate) {
+    /// One that is not far from the text.
+    void consider(VEX_HANDLE object, I18NString const& candidate) {
         std::size_t const distance = editDistance(m_text.view(), candidate.view(), m_worst);
-        m_isRight = m_isRight || candidate == m_text;
-        bool const isKnown = std::any_of(m_found.begin(), m_found.end(), [&](Found const& found) {
-            return found.text == candidate;
-        });
-        if (distance > m_worst || isKnown) {
-            return;
+        if (distance <= m_worst) {
+            add(object, candidate, distance);
         }
-        auto const place = std::upper_bound(
-            m_found.begin(), m_found.end(), distance,
-            [](std::size_t value, Found const& found) { return value < found.distance; });
-        m_found.insert(place, {candidate, distance});
-        m_found.resize(std::min(m_found.size(), shownSuggestions));
     }
 
-    std::vector<I18NString> take() const {
-        std::vector<I18NString> texts;
+    /// One that was found by what the text says, however it is written.
+    void add(VEX_HANDLE object, I18NString const& text, std::size_t distance = 0) {
+        m_found.push_back({{object, text}, distance});
+    }
+
+    std::vector<Suggestion> choose(MayBeNamed const& mayBeNamed) {
+        std::stable_sort(m_found.begin(), m_found.end(),
+                         [](Found const& a, Found const& b) { return a.distance < b.distance; });
+        keepNamed(mayBeNamed);
+        std::vector<Suggestion> chosen;
+        std::unordered_set<VEX_HANDLE> known; // each is suggested once
+        // Beside what is meant, a slip of the hand is unlikely.
+        std::size_t const nearest = m_found.empty() ? 0 : m_found.front().distance;
+        std::size_t const furthest = nearest == 0 ? 0 : nearest + 1;
         for (Found const& found : m_found) {
-            if (!m_isRight && found.distance <= m_found.front().distance + 1) {
-                texts.push_back(found.text);
+            if (chosen.size() == shownSuggestions || found.distance > furthest) {
+                break;
+            }
+            if (known.insert(found.suggestion.object).second) {
+                chosen.push_back(found.suggestion);
             }
         }
-        return texts;
+        return chosen;
     }
 
 private:
     struct Found {
-        I18NString text;
+        Suggestion suggestion;
         std::size_t distance;
     };
+
+    void keepNamed(MayBeNamed const& mayBeNamed) {
+        if (!mayBeNamed || m_found.empty()) {
+            return;
+        }
+        Vex_Handle_Collection objects;
+        for (Found const& found : m_found) {
+            objects.push_back(found.suggestion.object);
+        }
+        std::vector<bool> verdicts = mayBeNamed(objects);
+        verdicts.resize(m_found.size(), false);
+        std::size_t index = 0;
+        std::erase_if(m_found, [&](Found const& /*found*/) { return !verdicts[index++]; });
+    }
+
     I18NString const& m_text;
     std::size_t m_worst;
-    bool m_isRight; // there is nothing to suggest
     std::vector<Found> m_found;
 };
 
-I18NString nameOf(VEX_HANDLE element, I18NLocale locale) {
-    I18NString name;
-    VexObject(VexObject(element).GetPropertyByName(resources::getString(resources::Name), &locale))
-        .GetValue(name, true);
-    return name;
-}
-
-/// The paths to the element from each namespace around it.
-void considerPaths(VEX_HANDLE element, I18NLocale locale, Nearest& nearest) {
-    std::vector<I18NString> names; // from the element on
-    for (VEX_HANDLE at = element; at.IsNotNull(); at = VexObject(at).GetParent()) {
-        names.push_back(nameOf(at, locale));
-        I18NString cls;
-        VexObject(at).GetName(cls);
-        if (cls == resources::getString(resources::Namespace)) {
-            I18NString path;
-            for (auto name = names.rbegin(); name != names.rend(); ++name) {
-                appendToReference(path, name->view());
-            }
-            nearest.consider(path);
+/// Goes through the elements whose name, in one language, is nearly the last one of the
+/// text, and through those that the names lead to. `take` gets the element, and whether
+/// they do.
+template <class Take>
+void forEachNear(Model const& model, NamesOnTheWay const& names, I18NLocale const& locale,
+                 Take const& take) {
+    std::size_t const allowed = allowance(names.last().size());
+    for (std::size_t index = 0; index < model.elementCount(); ++index) {
+        VEX_HANDLE const element = model.getElement(index);
+        bool const isMeant = names.leadTo(element);
+        if (isMeant ||
+            editDistance(nameInLocale(element, locale).view(), names.last(), allowed) <= allowed) {
+            take(element, isMeant);
         }
     }
 }
 
-} // namespace
-
-std::size_t editDistance(std::u16string_view a, std::u16string_view b, std::size_t limit) {
-    std::size_t const difference = a.size() > b.size() ? a.size() - b.size() : b.size() - a.size();
-    if (difference > limit) {
-        return limit + 1;
-    }
-    std::u16string const left = foldCase(a);
-    std::u16string const right = foldCase(b);
-    std::vector<std::size_t> row(right.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < left.size(); ++i) {
-        std::size_t before = row[0]; // of the row above, one to the left
-        row[0] = i + 1;
-        for (std::size_t j = 0; j < right.size(); ++j) {
-            std::size_t const above = row[j + 1];
-            std::size_t const exchanged = before + (left[i] == right[j] ? 0 : 1);
-            row[j + 1] = std::min({exchanged, above + 1, row[j] + 1});
-            before = above;
-        }
-        if (*std::min_element(row.begin(), row.end()) > limit) {
-            return limit + 1;
-        }
-    }
-    return std::min(row.back(), limit + 1);
-}
-
-std::vector<I18NString> suggestObjects(Model const& model, I18NString const& text) {
-    std::u16string const last = lastName(text);
-    Nearest nearest(text);
+/// Goes through the elements whose ids are near the text. `take` gets the element, its
+/// id and how far that is.
+template <class Take>
+void forEachNearId(Model const& model, I18NString const& text, Take const& take) {
+    std::size_t const allowed = allowance(static_cast<std::size_t>(text.length()));
     for (std::size_t index = 0; index < model.elementCount(); ++index) {
         VEX_HANDLE const element = model.getElement(index);
         I18NString id;
         if (VexObject(element).GetId(id)) {
-            nearest.consider(id);
-        }
-        I18NString const name = nameOf(element, model.defaultLocale());
-        I18NString reference;
-        std::size_t const allowed = allowance(last.size());
-        if (editDistance(name.view(), last, allowed) <= allowed &&
-            model.getReference(element, reference)) {
-            nearest.consider(reference);
+            std::size_t const distance = editDistance(text.view(), id.view(), allowed);
+            if (distance <= allowed) {
+                take(element, id, distance);
+            }
         }
     }
-    return nearest.take();
 }
 
-std::vector<I18NString> suggestPaths(Model const& model, I18NString const& text,
-                                     I18NLocale locale) {
-    std::u16string const last = lastName(text);
-    std::size_t const allowed = allowance(last.size());
-    Nearest nearest(text);
-    for (std::size_t index = 0; index < model.elementCount(); ++index) {
-        VEX_HANDLE const element = model.getElement(index);
-        if (editDistance(nameOf(element, locale).view(), last, allowed) <= allowed) {
-            considerPaths(element, locale, nearest);
-        }
+/// The reference, or the id where the reference is another object's; "" for neither.
+I18NString findableReference(Model const& model, VEX_HANDLE element) {
+    I18NString text;
+    if (model.getReference(element, text) && model.GetObjectByReference(text, 0) == element) {
+        return text;
     }
-    return nearest.take();
+    text = {};
+    VexObject(element).GetId(text);
+    return text;
 }
 
-std::string toQuestion(std::vector<I18NString> const& suggestions) {
-    std::string text;
-    for (std::size_t index = 0; index < suggestions.size(); ++index) {
-        bool const isLast = index + 1 == suggestions.size();
-        text += index == 0 ? "did you mean " : isLast ? " or " : ", ";
-        text += suggestions[index].toUtf8();
+/// A path to an element, and the namespace that it begins with.
+struct Path {
+    VEX_HANDLE start;
+    I18NString text;
+};
+
+/// The paths to the element from each namespace around it, nearest first.
+std::vector<Path> pathsTo(VEX_HANDLE element, I18NLocale const& locale) {
+    std::vector<I18NString> names; // from the element on
+    std::vector<Path> paths;
+    for (VEX_HANDLE at = element; at.IsNotNull(); at = VexObject(at).GetParent()) {
+        names.push_back(nameInLocale(at, locale));
+        I18NString className;
+        VexObject(at).GetName(className);
+        if (className == resources::getString(resources::Namespace)) {
+            Path& path = paths.emplace_back(Path{at, {}});
+            for (auto name = names.rbegin(); name != names.rend(); ++name) {
+                appendToReference(path.text, name->view());
+            }
+        }
     }
-    return text.empty() ? text : text + '?';
+    return paths;
+}
+
+/// The one that begins as the names do; else the longest.
+Path const& mostLike(NamesOnTheWay const& names, std::vector<Path> const& paths) {
+    auto const like = std::find_if(paths.begin(), paths.end(),
+                                   [&](Path const& path) { return names.beginAt(path.start); });
+    return like != paths.end() ? *like : paths.back();
+}
+
+} // namespace
+
+std::vector<Suggestion> suggestObjects(Model const& model, I18NString const& text,
+                                       MayBeNamed const& mayBeNamed) {
+    Candidates candidates(text);
+    NamesOnTheWay const names(model, text);
+    forEachNear(model, names, model.defaultLocale(), [&](VEX_HANDLE element, bool isMeant) {
+        I18NString const reference = findableReference(model, element);
+        if (isMeant && !reference.empty()) {
+            candidates.add(element, reference);
+        } else {
+            candidates.consider(element, reference);
+        }
+    });
+    forEachNearId(model, text, [&](VEX_HANDLE element, I18NString const& id, std::size_t distance) {
+        candidates.add(element, id, distance);
+    });
+    std::vector<Suggestion> chosen = candidates.choose(mayBeNamed);
+    bool const isRight =
+        text.empty() || std::any_of(chosen.begin(), chosen.end(),
+                                    [&](Suggestion const& each) { return each.text == text; });
+    return isRight ? std::vector<Suggestion>() : chosen;
+}
+
+std::vector<Suggestion> suggestPaths(Model const& model, I18NString const& text,
+                                     I18NLocale const& locale, MayBeNamed const& mayBeNamed) {
+    Candidates candidates(text);
+    NamesOnTheWay const names(model, text, locale);
+    forEachNear(model, names, locale, [&](VEX_HANDLE element, bool isMeant) {
+        std::vector<Path> const paths = pathsTo(element, locale);
+        if (isMeant && !paths.empty()) {
+            candidates.add(element, mostLike(names, paths).text);
+            return;
+        }
+        for (Path const& path : paths) {
+            candidates.consider(element, path.text);
+        }
+    });
+    forEachNearId(model, text, [&](VEX_HANDLE element, I18NString const& id, std::size_t distance) {
+        std::vector<Path> const paths = pathsTo(element, locale);
+        candidates.add(element, paths.empty() ? id : paths.back().text, distance);
+    });
+    return candidates.choose(mayBeNamed);
+}
+
+std::string toQuestion(std::vector<std::string> const& texts) {
+    std::string question;
+    for (std::size_t index = 0; index < texts.size(); ++index) {
+        bool const isLast = index + 1 == texts.size();
+        question += index == 0 ? "did you mean " : isLast ? " or " : ", ";
+        question += texts[index];
+    }
+    return question.empty() ? question : question + '?';
+}
+
+std::string toQuestion(std::vector<Suggestion> const& suggestions) {
+    std::vector<std::string> texts;
+    for (Suggestion const& each : suggestions) {
+        texts.push_back(each.text.toUtf8());
+    }
+    return toQuestion(texts);
 }
 
 } // namespace vex

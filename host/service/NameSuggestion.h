@@ -1,23 +1,41 @@
 #pragma once
 
+#include "Vex_Handle_Collection.h"
 #include "host/store/image/Model.h"
 
-#include <string_view>
+#include <functional>
+#include <string>
+#include <vector>
 
 namespace vex {
 
-/// How many characters must be put in, left out or exchanged to make one text
-/// of the other, upper and lower case being the same; `limit` + 1 when it is
-/// more than `limit`.
-std::size_t editDistance(std::u16string_view a, std::u16string_view b, std::size_t limit);
+/// Which of some objects may be named to whoever asks: a verdict for each in its
+/// place; those past the last verdict may not.
+using MayBeNamed = std::function<std::vector<bool>(Vex_Handle_Collection const&)>;
 
-/// What a mistyped text may have meant, the nearest first, three at most: ids
-/// and references of objects, or with a locale the start paths to them in that
-/// language. Nothing when the text is right as it is.
-std::vector<I18NString> suggestObjects(Model const& model, I18NString const& text);
-std::vector<I18NString> suggestPaths(Model const& model, I18NString const& text, I18NLocale locale);
+/// An object that a text may have meant, and what it should have been written as.
+struct Suggestion {
+    VEX_HANDLE object;
+    I18NString text;
+};
+
+/// What a text may have meant that names nothing: the nearest first, three at most.
+/// That is what was mistyped, and what was taken from elsewhere: an id, a path for a
+/// reference or the other way round, names in another language or in other case.
+/// Objects that may not be named count as if they did not exist; without that function
+/// all may be named.
+/// @{
+/// Ids, and references in the default language. None when the text is one of them.
+std::vector<Suggestion> suggestObjects(Model const& model, I18NString const& text,
+                                       MayBeNamed const& mayBeNamed = {});
+/// Start paths in the language `locale`. One may be the text itself, when a start path
+/// does not lead where its names do.
+std::vector<Suggestion> suggestPaths(Model const& model, I18NString const& text,
+                                     I18NLocale const& locale, MayBeNamed const& mayBeNamed = {});
+/// @}
 
 /// "did you mean A, B or C?"; "" when there is nothing to mean.
-std::string toQuestion(std::vector<I18NString> const& suggestions);
+std::string toQuestion(std::vector<std::string> const& texts);
+std::string toQuestion(std::vector<Suggestion> const& suggestions);
 
 } // namespace vex

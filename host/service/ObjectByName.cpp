@@ -1,6 +1,5 @@
 #include "host/service/ObjectByName.h"
 
-#include "host/service/NameSuggestion.h"
 #include "host/store/image/HostException.h"
 
 namespace vex {
@@ -10,16 +9,23 @@ constexpr char const* howToNameObjects =
     "give an id, or a reference like [Namespace].[Query subject]";
 }
 
-VEX_HANDLE findObject(Model const& model, I18NString const& idOrReference) {
-    VEX_HANDLE object = model.findById(idOrReference);
+VEX_HANDLE lookUpObject(Model const& model, I18NString const& idOrReference) {
+    VEX_HANDLE const object = model.findById(idOrReference);
+    return object.IsNotNull() ? object : model.GetObjectByReference(idOrReference, 0);
+}
+
+std::string unknownObjectText(I18NString const& idOrReference,
+                              std::vector<Suggestion> const& suggestions) {
+    return "the model has no object with the id or reference \"" + idOrReference.toUtf8() + "\"; " +
+           (suggestions.empty() ? howToNameObjects : toQuestion(suggestions));
+}
+
+VEX_HANDLE findObject(Model const& model, I18NString const& idOrReference,
+                      MayBeNamed const& mayBeNamed) {
+    VEX_HANDLE const object = lookUpObject(model, idOrReference);
     if (!object.IsNotNull()) {
-        object = model.GetObjectByReference(idOrReference, 0);
-    }
-    if (!object.IsNotNull()) {
-        std::string const question = toQuestion(suggestObjects(model, idOrReference));
-        throw HostException("the model has no object with the id or reference \"" +
-                            idOrReference.toUtf8() + "\"; " +
-                            (question.empty() ? howToNameObjects : question));
+        throw HostException(
+            unknownObjectText(idOrReference, suggestObjects(model, idOrReference, mayBeNamed)));
     }
     return object;
 }

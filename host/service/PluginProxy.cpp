@@ -91,7 +91,7 @@ Extension const& PluginProxy::offered(Extension const* extension, char const* op
 PluginProxy::PluginProxy(std::string const& file, std::string const& name)
     : m_library(file), m_creator(m_library.findCreator(name)),
       m_explainAccess(findExtension<VexExplainAccess>()),
-      m_explainTree(findExtension<VexExplainTree>()) {
+      m_explainTree(findExtension<VexExplainTree>()), m_answerAt(findExtension<VexAnswerAt>()) {
     guarded("create", [&] { m_plugin.emplace(m_creator); });
 }
 
@@ -168,6 +168,14 @@ void PluginProxy::explainTree(HostSession& session, I18NString const& modelPath,
     Running const running(*this, session, "explainTree");
     guarded("explainTree",
             [&] { extension.explain(session, modelPath, request, response, observer); });
+}
+
+void PluginProxy::answerAt(HostSession& session, I18NString const& modelPath, KRLIDOM_Node& request,
+                           KRLIDOM_Node* response, VEX_HANDLE object, VexTreeObserver* observer) {
+    VexAnswerAt const& extension = offered(m_answerAt, "answerAt");
+    Running const running(*this, session, "answerAt");
+    guarded("answerAt",
+            [&] { extension.answer(session, modelPath, request, response, object, observer); });
 }
 
 std::string PluginProxy::described(char const* operation) const {

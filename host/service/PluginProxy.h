@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VexAccessExplanation.h"
+#include "VexAnswerAt.h"
 #include "VexException.h"
 #include "VexPluginInterface.h"
 #include "VexTreeExplanation.h"
@@ -47,6 +48,11 @@ public:
     void explainTree(HostSession& session, I18NString const& modelPath, KRLIDOM_Node& request,
                      KRLIDOM_Node* response, VexTreeObserver& observer);
 
+    /// Answers a metadata request at an object: see `VexAnswerAt`. Not every plug-in
+    /// offers it.
+    void answerAt(HostSession& session, I18NString const& modelPath, KRLIDOM_Node& request,
+                  KRLIDOM_Node* response, VEX_HANDLE object, VexTreeObserver* observer);
+
     std::string const& getFile() const { return m_library.getFile(); }
 
 private:
@@ -66,6 +72,7 @@ private:
     /// Null when the plug-in does not offer it.
     VexExplainAccess const* m_explainAccess;
     VexExplainTree const* m_explainTree;
+    VexAnswerAt const* m_answerAt;
     /// @}
     std::optional<PluginObject> m_plugin; // from construction on
     std::atomic<State> m_state{State::Loaded};

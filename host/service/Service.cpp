@@ -1,9 +1,13 @@
 #include "host/service/Service.h"
 
 #include "VexAction.h"
+#include "host/service/NameSuggestion.h"
+#include "host/service/ObjectByName.h"
 #include "host/service/PluginException.h"
 #include "host/store/image/CallLimits.h"
 #include "host/store/image/HostException.h"
+
+#include <algorithm>
 
 namespace vex {
 
@@ -35,6 +39,28 @@ CallEnd endOf(SessionPool::Loan& loan, ActionLimits const& limits, Call const& c
     }
     return end;
 }
+
+/// Several calls that share one deadline.
+class SharedDeadline {
+public:
+    explicit SharedDeadline(ActionLimits const& limits)
+        : m_limits(limits), m_end(deadlineOf(limits)) {}
+
+    /// What the next call may use up.
+    ActionLimits rest() const {
+        ActionLimits limits = m_limits;
+        if (m_end) {
+            auto const left = *m_end - std::chrono::steady_clock::now();
+            limits.time = std::max(std::chrono::milliseconds::zero(),
+                                   std::chrono::ceil<std::chrono::milliseconds>(left));
+        }
+        return limits;
+    }
+
+private:
+    ActionLimits m_limits;
+    std::optional<std::chrono::steady_clock::time_point> m_end;
+};
 
 } // namespace
 
@@ -85,6 +111,61 @@ MetadataAnswer Service::observedMetadata(Visit const& visit, KRLIDOM_Document co
     });
     answer.response = response.takeDocument();
     return answer;
+}
+
+Service::NamedObject Service::findNamed(Visit const& visit, I18NString const& idOrReference,
+                                        ActionLimits const& limits) {
+    Model const& model = visit.model();
+    VEX_HANDLE const root = model.GetRootObject();
+    VEX_HANDLE const object = lookUpObject(model, idOrReference);
+    bool const isKnown = object.IsNotNull() && object != root; // no tree starts at the root
+    SharedDeadline const shared(limits);
+    // Asked alike for a name that names nothing: a refusal must not tell which it was.
+    Vex_Handle_Collection asked;
+    asked.push_back(isKnown ? object : root);
+    AccessAnswer const answer = access(visit, asked, 0, shared.rest());
+    if (!answer.end.isAnswered() || (isKnown && answer.verdicts.front())) {
+        return {answer.end, object};
+    }
+    NamedObject none;
+    none.end.kind = CallEnd::Kind::Unknown;
+    none.end.text = unknownObjectText(
+        idOrReference,
+        suggestObjects(model, idOrReference, [&](Vex_Handle_Collection const& objects) {
+            return access(visit, objects, 0, shared.rest()).verdicts;
+        }));
+    return none;
+}
+
+CallEnd Service::answerAt(Visit const& visit, I18NString const& idOrReference,
+                          KRLIDOM_Document const& request, KRLIDOM_Node* response,
+                          VexTreeObserver* observer, ActionLimits const& limits) {
+    SharedDeadline const shared(limits);
+    NamedObject const named = findNamed(visit, idOrReference, limits);
+    if (!named.end.isAnswered()) {
+        return named.end;
+    }
+    SessionPool::Loan loan = m_sessions.take(visit, SessionKind::Metadata);
+    KRLIDOM_Node node = request;
+    return endOf(loan, shared.rest(), [&](HostSession& session) {
+        m_plugin->answerAt(session, visit.version->path(), node, response, named.object, observer);
+        return long{VexErrorCode::Handled};
+    });
+}
+
+MetadataAnswer Service::metadataAt(Visit const& visit, I18NString const& idOrReference,
+                                   KRLIDOM_Document const& request, ActionLimits const& limits) {
+    ActionResponse response(limits.response);
+    MetadataAnswer answer;
+    answer.end = answerAt(visit, idOrReference, request, &response.element(), nullptr, limits);
+    answer.response = response.takeDocument();
+    return answer;
+}
+
+CallEnd Service::explainTreeAt(Visit const& visit, I18NString const& idOrReference,
+                               KRLIDOM_Document const& request, VexTreeObserver& observer,
+                               ActionLimits const& limits) {
+    return answerAt(visit, idOrReference, request, nullptr, &observer, limits);
 }
 
 AccessAnswer Service::access(Visit const& visit, Vex_Handle_Collection const& objects, long mode,

@@ -65,6 +65,19 @@ public:
     MetadataAnswer observedMetadata(Visit const& visit, KRLIDOM_Document const& request,
                                     VexTreeObserver& observer, ActionLimits const& limits);
 
+    /// @{
+    /// The tree that a request asks for, at an object that is named by its id, else by
+    /// its reference; where the request says to start is not looked at. An object that
+    /// does not exist and one that the user may not see are told alike, and nothing is
+    /// answered. Not every plug-in answers so.
+    MetadataAnswer metadataAt(Visit const& visit, I18NString const& idOrReference,
+                              KRLIDOM_Document const& request, ActionLimits const& limits);
+    /// The observer is told and nothing is built.
+    CallEnd explainTreeAt(Visit const& visit, I18NString const& idOrReference,
+                          KRLIDOM_Document const& request, VexTreeObserver& observer,
+                          ActionLimits const& limits);
+    /// @}
+
     /// Which objects are accessible. Mode 1 leaves the views' lists of included
     /// objects out of account.
     AccessAnswer access(Visit const& visit, Vex_Handle_Collection const& objects, long mode,
@@ -82,6 +95,17 @@ public:
     SessionPool const& sessions() const { return m_sessions; }
 
 private:
+    /// An object that a caller names.
+    struct NamedObject {
+        CallEnd end; // answered when there is one that the user may see
+        VEX_HANDLE object;
+    };
+    NamedObject findNamed(Visit const& visit, I18NString const& idOrReference,
+                          ActionLimits const& limits);
+    CallEnd answerAt(Visit const& visit, I18NString const& idOrReference,
+                     KRLIDOM_Document const& request, KRLIDOM_Node* response,
+                     VexTreeObserver* observer, ActionLimits const& limits);
+
     std::shared_ptr<PluginProxy> m_plugin;
     SessionPool m_sessions;
 };

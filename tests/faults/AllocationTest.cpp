@@ -97,6 +97,23 @@ TEST(AllocationFailure, OfAnAccessibilityRequestLeavesTheSessionUsable) {
     }
 }
 
+TEST(AllocationFailure, OfAnAnswerAtAnObjectLeavesTheSessionUsable) {
+    for (char const* const request : {wholeTree, globals}) {
+        std::string const expected = FaultSession().askAt("q", request);
+        std::string const kept = answerTo(oneItem);
+        FaultSession session;
+        EXPECT_EQ(session.ask(oneItem), kept);
+        FaultRun run;
+        run.expected = expected;
+        run.prepare = [&] { return [&] { return session.askAt("q", request); }; };
+        run.check = [&] {
+            EXPECT_EQ(session.askAt("q", request), expected);
+            EXPECT_EQ(session.ask(oneItem), kept);
+        };
+        failEveryAllocation(run);
+    }
+}
+
 TEST(AllocationFailure, OfANotificationLeavesItToBeSentAgain) {
     std::string const expected = answerTo(oneItem);
     for (int const kind : {VexNotification::SessionOpened, VexNotification::SessionClosed,

@@ -61,6 +61,21 @@ std::string FaultSession::askAccess(char const* id) {
     return call(accessibility, in);
 }
 
+std::string FaultSession::askAt(char const* id, char const* request) {
+    KRLIDOM_OwnedDocument const document = KRLIDOM_Reader::parse(request, "request");
+    KRLIDOM_Node node = document.document();
+    vex::ActionResponse response({});
+    try {
+        plugin().answerAt(m_session, "/content/m", node, &response.element(), m_session.findObject(id),
+                          nullptr);
+    } catch (VexException const& raised) {
+        return raised.what();
+    } catch (KRLException const&) {
+        throw std::bad_alloc();
+    }
+    return KRLIDOM_Writer::toUtf8(response.takeDocument().document());
+}
+
 std::string FaultSession::call(long action, VexParams const& in) {
     using End = vex::ActionOutcome::End;
     vex::ActionOutcome const outcome =

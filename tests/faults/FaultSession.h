@@ -22,6 +22,8 @@ public:
     std::string ask(char const* request);
     /// An accessibility request for the object with that id, in the same way.
     std::string askAccess(char const* id);
+    /// A metadata request at the object with that id, in the same way.
+    std::string askAt(char const* id, char const* request);
     void notify(int kind);
 
     /// The plug-in of the whole program.

@@ -1,6 +1,7 @@
 // Each operation of the host is made to raise, one after the other, in a whole
 // action of the plug-in.
 
+#include "VexAnswerAt.h"
 #include "tests/faults/FailingMemory.h"
 #include "tests/faults/FaultModel.h"
 #include "tests/plugin/PluginCase.h"
@@ -10,6 +11,8 @@
 #include <functional>
 
 #include <gtest/gtest.h>
+
+extern "C" void const* VexPlugin_getExtension(char const* id);
 
 namespace {
 
@@ -45,6 +48,17 @@ Action const actions[] = {
      [](PluginCase& scene) {
          ask(scene, R"(<Metadata><Functions scope="package"/>
                        <Property name="package/@screenTip"/></Metadata>)");
+     }},
+    {"AnswerAtAnObject",
+     [](PluginCase& scene) {
+         TestRequest request(R"(<Metadata><Property name="*/@*"/><Property name="*/@_path"/>
+                                <Property name="*/@_ref"/><Property name="*/*"/></Metadata>)");
+         scene.out.clear(); // nothing is appended: the two entries stand for the host's own
+         scene.out.AddParam(VexVariant(0L));
+         scene.out.AddParam(VexVariant(&scene.response.node()));
+         static_cast<VexAnswerAt const*>(VexPlugin_getExtension(VexAnswerAt::Id))
+             ->answer(scene.session, "/content/m", request.node(), &scene.response.node(),
+                      scene.model.byId("q"), nullptr);
      }},
     {"Accessibility", [](PluginCase& scene) { scene.askAccess("i"); }},
 };

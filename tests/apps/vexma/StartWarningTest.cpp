@@ -58,7 +58,8 @@ TEST_F(StartWarning, NamesWhatWasAskedForAndWhatWasFound) {
         EXPECT_THAT(result.out, HasSubstr("Prices")) << command;
         EXPECT_EQ(result.error,
                   "vexma: warning: the start path [Sales].[Auftraege] asks for \"Auftraege\" and "
-                  "leads to querySubject \"Prices\", which has that name in no language\n")
+                  "leads to querySubject \"Prices\", which has that name in no language; "
+                  "did you mean [Sales].[Orders]?\n")
             << command;
     }
 }
@@ -79,12 +80,40 @@ TEST_F(StartWarning, NamesThemForAReferenceInADocumentToo) {
                                         "\"Teuer\" and leads to filter \"Cheap\""));
 }
 
+// A name on the way leads into another container, or nothing bears it and it is passed
+// over, and the last name is found there.
+TEST_F(StartWarning, TellsOfANamesakeInAnotherPlace) {
+    m_folder.Write("two.model.xml", R"(<model defaultLocale="en">
+      <locales><locale>en</locale><locale>de</locale></locales>
+      <namespace id="n" name="Sales">
+        <folder id="f" name="Bills"><filter id="one" name="Open"/></folder>
+        <folder id="g" name="Orders"><filter id="two" name="Open"/></folder>
+        <filter id="three" name="Open"/><shortcut id="s" name="Again" refobj="[Sales]"/>
+      </namespace></model>)");
+    ToolResult const astray =
+        ask("metadata", {"--start", "[Sales].[Orders].[Open]", "--property", "ID"});
+    EXPECT_THAT(astray.out, HasSubstr("<filter ID=\"one\"/>"));
+    EXPECT_EQ(astray.error,
+              "vexma: warning: the start path [Sales].[Orders].[Open] leads to filter "
+              "\"Open\", which does not stand where the path says; did you mean "
+              "--id two?\n");
+    ToolResult const passedOver =
+        ask("metadata", {"--start", "[Sales].[Nowhere].[Open]", "--property", "ID", "--strict"});
+    EXPECT_EQ(passedOver.status, 1);
+    EXPECT_THAT(passedOver.out, HasSubstr("<filter ID=\"three\"/>"));
+    EXPECT_THAT(passedOver.error, HasSubstr("which does not stand where the path says"));
+    for (std::string const right : {"[Sales].[Bills].[Open]", "[Sales].[Open]", "[Sales].[Again]",
+                                    "[Sales].[Again].[Open]"}) {
+        EXPECT_THAT(ask("metadata", {"--start", right}).error, IsEmpty()) << right;
+    }
+}
+
 TEST_F(StartWarning, TellsOfAReferenceThatLeadsToNothing) {
     ToolResult const result = ask("metadata", {"--ref", "[Sales].[Ordres]"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out, "<Response><Result/></Response>\n");
     EXPECT_THAT(result.error, HasSubstr("vexma: warning: the reference [Sales].[Ordres] leads to "
-                                        "nothing; the answer is empty\n"));
+                                        "nothing; the answer is empty; did you mean --id b?\n"));
 }
 
 TEST_F(StartWarning, EndsAStrictCommandWithStatusOneAndItsAnswer) {

@@ -4,6 +4,7 @@
 
 #include "KRLException.h"
 #include "VexAccessExplanation.h"
+#include "VexAnswerAt.h"
 #include "VexPluginExtension.h"
 #include "VexTreeExplanation.h"
 
@@ -38,8 +39,17 @@ void explainTree(VexSession& /*session*/, I18NString const& modelPath, KRLIDOM_N
     observer.reportOutside({2, 0, 0});
 }
 
+void answerAt(VexSession& /*session*/, I18NString const& modelPath, KRLIDOM_Node& /*request*/,
+              KRLIDOM_Node* /*response*/, VEX_HANDLE object, VexTreeObserver* observer) {
+    throwAsAskedFor(modelPath);
+    VexTreeReport report;
+    report.object = object;
+    observer->report(report);
+}
+
 constexpr VexExplainAccess accessExplanation{explainAccess};
 constexpr VexExplainTree treeExplanation{explainTree};
+constexpr VexAnswerAt answer{answerAt};
 
 } // namespace
 
@@ -47,6 +57,9 @@ extern "C" __attribute__((visibility("default"))) void const*
 VexPlugin_getExtension(char const* id) {
     if (std::strcmp(id, VexExplainTree::Id) == 0) {
         return &treeExplanation;
+    }
+    if (std::strcmp(id, VexAnswerAt::Id) == 0) {
+        return &answer;
     }
     return std::strcmp(id, VexExplainAccess::Id) == 0 ? &accessExplanation : nullptr;
 }

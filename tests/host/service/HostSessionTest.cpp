@@ -91,6 +91,20 @@ TEST(HostSession, HasNoSecurityInformationWithoutACatalogue) {
     EXPECT_EQ(session.GetModelService()->GetSecurityInfoSource("/content/a"), nullptr);
 }
 
+TEST_F(CatalogueSession, SuggestsNoObjectsWhereUsersAreRestricted) {
+    vex::HostSession const open(smallModel(), I18NLocale(), nullptr, nullptr);
+    for (vex::HostSession const* const session :
+         {&open, static_cast<vex::HostSession const*>(m_session.get())}) {
+        try {
+            session->findObject("[Sales].[Order]");
+            FAIL() << "nothing was raised";
+        } catch (vex::HostException const& problem) {
+            EXPECT_EQ(std::string(problem.what()).find("Orders") != std::string::npos,
+                      session == &open);
+        }
+    }
+}
+
 TEST_F(CatalogueSession, HasNoSecurityInformationForAPathThatTheCatalogueLacks) {
     EXPECT_EQ(Source("/content/c"), nullptr);
 }

@@ -47,6 +47,16 @@ TEST(MetadataRequest, StartsAtTheReferenceElseAtThePathThatWins) {
     EXPECT_EQ(request.startText(), "[C].[D]");
 }
 
+TEST(MetadataRequest, TakesAnotherStartForTheOneThatCounts) {
+    MetadataRequest request{.start = "[A]", .otherOptions = {{"start_atPath", "[B]"}}};
+    request.setStartText("[C]");
+    EXPECT_EQ(request.startText(), "[C]");
+    request.reference = "[A].[B]";
+    request.setStartText("[D].[E]");
+    EXPECT_EQ(request.reference, "[D].[E]");
+    EXPECT_EQ(request.start, "[C]");
+}
+
 TEST(MetadataRequest, WritesAFunctionRequest) {
     EXPECT_EQ(written({.functions = true}), R"(<Metadata><Functions function="1"/></Metadata>)");
 }

@@ -16,6 +16,12 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using Kind = vex::CallEnd::Kind;
 
+class NoReports final : public VexTreeObserver {
+public:
+    void report(VexTreeReport const& /*report*/) override { ADD_FAILURE() << "reported"; }
+    void reportOutside(VexTreeSize const& /*size*/) override {}
+};
+
 class ServiceTest : public testing::Test {
 protected:
     ServiceTest() { m_content.setModel(servedPath, servedModel()); }
@@ -63,6 +69,56 @@ TEST_F(ServiceTest, AnswersEachUserInTheLanguageAskedFor) {
     EXPECT_THAT(tree(m_names, visit("ann", "de")), HasSubstr(R"(name="Vertrieb")"));
     EXPECT_THAT(tree(m_names, visit("ben")), HasSubstr(R"(name="Costs")"));
     EXPECT_THAT(tree(m_names, visit("ann")), testing::Not(HasSubstr("Costs")));
+}
+
+TEST_F(ServiceTest, AnswersAtAnObjectThatIsNamedByIdOrReference) {
+    KRLIDOM_OwnedDocument const request = vex::MetadataRequest{
+        .start = "[Nowhere]",
+        .properties = {"*/@name", "*/@_path"}}.toDocument();
+    for (char const* const name : {"q", "[Sales].[Orders]"}) {
+        vex::MetadataAnswer const answer =
+            m_service.metadataAt(visit("ann", "de"), name, request.document(), {});
+        EXPECT_EQ(answer.end.text, "");
+        EXPECT_EQ(KRLIDOM_Writer::toUtf8(answer.response.document()),
+                  R"(<Response><Result><querySubject _path="[Vertrieb].[Orders]" name="Orders"/>)"
+                  "</Result></Response>");
+    }
+}
+
+TEST_F(ServiceTest, TellsOfAnObjectThatTheUserMayNotSeeAsOfNone) {
+    KRLIDOM_OwnedDocument const request = m_names.toDocument();
+    auto const refusal = [&](char const* user, char const* name) {
+        vex::MetadataAnswer const answer =
+            m_service.metadataAt(visit(user), name, request.document(), {});
+        EXPECT_EQ(answer.end.kind, Kind::Unknown) << name;
+        EXPECT_FALSE(answer.end.failure.has_value());
+        EXPECT_EQ(KRLIDOM_Writer::toUtf8(answer.response.document()),
+                  "<Response><Result/></Response>");
+        NoReports none;
+        EXPECT_EQ(m_service.explainTreeAt(visit(user), name, request.document(), none, {}).text,
+                  answer.end.text);
+        return answer.end.text;
+    };
+    EXPECT_EQ(refusal("ann", "[Sales].[Costs]"),
+              "the model has no object with the id or reference \"[Sales].[Costs]\"; "
+              "give an id, or a reference like [Namespace].[Query subject]");
+    // "c", which is there and hidden, and "d", which is not: alike but for the name, with
+    // suggestions from what may be seen alone.
+    std::string hidden = refusal("ann", "c");
+    std::string const missing = refusal("ann", "d");
+    hidden.replace(hidden.find("\"c\""), 3, "\"d\"");
+    EXPECT_EQ(hidden, missing);
+    EXPECT_TRUE(m_service.metadataAt(visit("ben"), "c", request.document(), {}).end.isAnswered());
+    EXPECT_THAT(refusal("ben", "[Sales].[Cost]"), HasSubstr("did you mean [Sales].[Costs]?"));
+    EXPECT_THAT(refusal("ann", "[Sales].[Cost]"), testing::Not(HasSubstr("Costs]?")));
+}
+
+TEST_F(ServiceTest, DoesNotStartAtTheModelItself) {
+    auto const model = vex::loadModelText("<model id='m'><namespace name='A'/></model>", "m.xml");
+    m_content.setModel("file", model);
+    vex::Visit const asked = vex::openVisit(m_content, {"file", "ann", I18NLocale()});
+    EXPECT_EQ(m_service.metadataAt(asked, "m", m_names.toDocument().document(), {}).end.kind,
+              Kind::Unknown);
 }
 
 TEST_F(ServiceTest, GivesAVerdictForEachObjectInOneCall) {
@@ -164,6 +220,8 @@ TEST_F(ServiceTest, StopsEveryCallThatIsCancelled) {
     EXPECT_THAT(m_service.access(asked, objects(asked, {"q"}), 0, limits).end.text,
                 HasSubstr("cancelled"));
     EXPECT_THAT(m_service.explainAccess(asked, objects(asked, {"q"}), false, limits).end.text,
+                HasSubstr("cancelled"));
+    EXPECT_THAT(m_service.metadataAt(asked, "q", m_names.toDocument().document(), limits).end.text,
                 HasSubstr("cancelled"));
 }
 
