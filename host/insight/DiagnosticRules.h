@@ -65,6 +65,9 @@ inline constexpr DiagnosticRule diagnosticRules[] = {
     {"duplicate-reference", Severity::Warning,
      "An earlier object has the same reference: nothing refers to this one."},
     {"unreachable-by-path", Severity::Warning,
+     "Objects that a start path with their name does not reach: one finding for a model, with "
+     "their number. Start at them by id."},
+    {"astray-name", Severity::Note,
      "A start path with the object's name leads to the first of its siblings: the name search "
      "tries the supported locale at place j on the sibling at place j, whichever it looks at."},
     {"untranslated-name", Severity::Warning,

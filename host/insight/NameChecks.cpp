@@ -22,6 +22,9 @@ public:
     explicit PairingCheck(ModelFindings& findings)
         : m_findings(findings), m_locales(findings.getModel().locales()) {}
 
+    /// How many members were found.
+    std::size_t count() const { return m_count; }
+
     void check(Members const& members) {
         std::set<I18NString> pairs;
         for (std::size_t place = 0; place < std::min(members.size(), m_locales.size()); ++place) {
@@ -51,11 +54,12 @@ private:
         }
         I18NString const name = nameOf(member, fallback);
         bool const hasWay = !name.empty() && pairs.count(name) == 0;
-        m_findings.add("unreachable-by-path", member,
+        ++m_count;
+        m_findings.add("astray-name", member,
                        "a start path with the name " + caught + " leads to " +
                            m_findings.nameOf(first) + ", the first beside it; " +
                            (hasWay ? "paths reach it by " + inQuotes(name)
-                                   : "no path reaches it, references do"));
+                                   : "no path reaches it; start at it by id"));
     }
 
     static I18NString nameOf(VEX_HANDLE element, I18NLocale locale) {
@@ -64,7 +68,14 @@ private:
 
     ModelFindings& m_findings;
     std::vector<I18NLocale> const& m_locales;
+    std::size_t m_count = 0;
 };
+
+/// "the name of 1 object leads", "the names of 2 objects lead".
+std::string countedNames(std::size_t count) {
+    return count == 1 ? "the name of 1 object leads"
+                      : "the names of " + std::to_string(count) + " objects lead";
+}
 
 } // namespace
 
@@ -88,6 +99,13 @@ void checkNames(ModelFindings& findings) {
         for (auto const& [cls, ofClass] : members) {
             check.check(ofClass);
         }
+    }
+    if (check.count() != 0) {
+        findings.add("unreachable-by-path", model.GetRootObject(),
+                     countedNames(check.count()) +
+                         " a start path to the first object beside it, in one of the model's "
+                         "languages at least (notes \"astray-name\" tell which); start at an "
+                         "object by its id: vexma --id, or the extension vex.answer-at/1");
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "VexSession.h"
 #include "model/VexMDMaProviderUtility.h"
+#include "provider/VexConstants.h"
 #include "provider/request/VexBracketedName.h"
 #include "provider/start/VexStartPath.h"
 #include "resources.h"

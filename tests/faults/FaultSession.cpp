@@ -66,8 +66,8 @@ std::string FaultSession::askAt(char const* id, char const* request) {
     KRLIDOM_Node node = document.document();
     vex::ActionResponse response({});
     try {
-        plugin().answerAt(m_session, "/content/m", node, &response.element(), m_session.findObject(id),
-                          nullptr);
+        plugin().answerAt(m_session, "/content/m", node, &response.element(),
+                          m_session.findObject(id), nullptr);
     } catch (VexException const& raised) {
         return raised.what();
     } catch (KRLException const&) {

@@ -2,7 +2,6 @@
 
 #include "VexTreeExplanation.h"
 #include "tests/plugin/PluginCase.h"
-#include "tests/plugin/TestModels.h"
 #include "tests/support/ExpectFailure.h"
 
 #include <gtest/gtest.h>
@@ -158,7 +157,8 @@ TEST_F(AnswerAt, RefusesWhatIsNoElementOfTheModelBeforeItWritesAnything) {
     expectRefused(m_on.model.GetRootObject());
     expectRefused(m_on.model.property(query, "name"));
     expectRefused(m_on.model.property(query, "queryItem")); // a collection
-    TestModel const other(plainModel);
+    TestModel const other(
+        R"(<model><namespace name="A"><filter id="x" name="X"/></namespace></model>)");
     expectRefused(other.byId("x"));
     m_on.model.invalidate(query);
     expectRefused(query);

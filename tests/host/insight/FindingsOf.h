@@ -24,7 +24,8 @@ inline Diagnostics findingsOf(std::string const& elements) {
 inline std::vector<std::string> linesOf(std::string const& elements, Severity severity) {
     std::vector<std::string> lines;
     for (Diagnostic const& each : findingsOf(elements)) {
-        if (each.severity == severity && each.rule != "unreachable-by-path") {
+        if (each.severity == severity && each.rule != "unreachable-by-path" &&
+            each.rule != "astray-name") {
             lines.push_back(each.rule + '@' + std::to_string(each.line));
         }
     }

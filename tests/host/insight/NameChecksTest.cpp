@@ -23,7 +23,7 @@ std::vector<std::string> caughtIn(std::string const& elements) {
     std::vector<std::string> caught;
     for (vex::Diagnostic const& each :
          findingsOf("<namespace name='N'>" + elements + "</namespace>")) {
-        if (each.rule == "unreachable-by-path") {
+        if (each.rule == "astray-name") {
             caught.push_back(std::to_string(each.line) + ' ' + each.text);
         }
     }
@@ -43,7 +43,25 @@ TEST(NameChecks, FindANameForAllLanguagesThatNoPathReaches) {
     auto const caught = caughtIn("<x name='A'/>\n<x name='B'/>");
     ASSERT_EQ(caught.size(), 1U);
     EXPECT_THAT(caught[0], HasSubstr("\"B\" (en), \"B\" (de), \"B\" (ja) leads to \"A\""));
-    EXPECT_THAT(caught[0], HasSubstr("no path reaches it"));
+    EXPECT_THAT(caught[0], HasSubstr("no path reaches it; start at it by id"));
+}
+
+TEST(NameChecks, CountWhatTheyFindInOneWarningForTheModel) {
+    std::vector<std::string> counts;
+    for (std::string const elements :
+         {"<x name='A'/><x name='B'/>", "<x name='A'/><x name='B'/><x name='C'/>",
+          "<x name='A'/>"}) {
+        for (vex::Diagnostic const& each :
+             findingsOf("<namespace name='N'>" + elements + "</namespace>")) {
+            if (each.rule == "unreachable-by-path") {
+                EXPECT_EQ(each.severity, vex::Severity::Warning);
+                EXPECT_EQ(each.line, 1U);
+                EXPECT_THAT(each.text, HasSubstr("vexma --id"));
+                counts.push_back(each.text.substr(0, each.text.find(" a start path")));
+            }
+        }
+    }
+    EXPECT_THAT(counts, ElementsAre("the name of 1 object leads", "the names of 2 objects lead"));
 }
 
 TEST(NameChecks, FindANameThatAnotherMemberHasInTheLanguageOfItsPlace) {

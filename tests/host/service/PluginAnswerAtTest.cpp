@@ -27,7 +27,7 @@ VEX_HANDLE answeredObject(PluginProxy& plugin, char const* modelPath) {
     KRLIDOM_OwnedDocument const request("Metadata");
     KRLIDOM_Node node = request.document();
     Starts starts;
-    VEX_HANDLE const asked = session.findObject("q1");
+    VEX_HANDLE const asked = session.findObject("q");
     plugin.answerAt(session, modelPath, node, nullptr, asked, &starts);
     EXPECT_EQ(starts.object, asked);
     return starts.object;
