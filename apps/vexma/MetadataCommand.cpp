@@ -26,7 +26,7 @@ struct MetadataCommand {
         MetadataRequest const asked = MetadataRequest::read(document.document());
         I18NString const id = request.startId();
         Workplace workplace(source, console);
-        WrittenRequest const written{document, asked, text, request.fileName()};
+        WrittenRequest const written{document, asked, id, text, request.fileName()};
         RequestWarnings warnings = request.makeWarnings();
         warnAboutLocale(workplace, warnings);
         if (estimate) {

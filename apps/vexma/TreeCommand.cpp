@@ -32,7 +32,7 @@ struct TreeCommand {
         MetadataAnswer const answer = workplace.metadataAt(id, document.document());
         RequestWarnings warnings = request.makeWarnings();
         warnAboutLocale(workplace, warnings);
-        warnAboutWords({document, asked, text, request.fileName()}, workplace, warnings);
+        warnAboutWords({document, asked, id, text, request.fileName()}, workplace, warnings);
         if (!answer.end.isAnswered()) {
             return warnings.finish(console,
                                    complainAboutRequest(answer.end, asked, workplace, console));

@@ -66,7 +66,7 @@ private:
 /// What the plug-in does not tell is not there.
 std::vector<VEX_HANDLE> answeredObjects(WrittenRequest const& request, Workplace& workplace) {
     WrittenObjects objects(workplace.responseLimits().elements);
-    workplace.explainTree(request.document.document(), objects);
+    workplace.explainTreeAt(request.startId, request.document.document(), objects);
     return objects.take();
 }
 

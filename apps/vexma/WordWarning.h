@@ -12,8 +12,9 @@ namespace vex {
 struct WrittenRequest {
     KRLIDOM_OwnedDocument const& document;
     MetadataRequest const& asked;
-    std::string text{}; // "" when options built it
-    std::string file{}; // what messages call it
+    I18NString startId{}; // "" when it starts by a path or reference
+    std::string text{};   // "" when options built it
+    std::string file{};   // what messages call it
 };
 
 /// Warns about what the request asks for in vain, and about what nothing reads in its

@@ -57,6 +57,23 @@ TEST(WordWarning, DoesNotTellWhatTheUserMayNotSee) {
     EXPECT_THAT(askedByAnn("band"), IsEmpty());
 }
 
+TEST(WordWarning, IsNotGivenForWhatAnAnswerAtAnObjectShows) {
+    ToolFolder const folder;
+    folder.Write("small.model.xml",
+                 "<model><namespace id='n1' name='A'><folder id='f1' name='F'>"
+                 "<shortcut id='s1' name='S' refobj='[A].[C]'/></folder>"
+                 "<measure id='m' name='C' secretRate='3'/></namespace><securityView id='v1'>"
+                 "<set kind='included'><item>n1</item><item>f1</item><item>s1</item></set>"
+                 "</securityView></model>");
+    for (char const* const command : {"metadata", "tree"}) {
+        ToolResult const result = folder.Run(ToolFolder::As(
+            command, "ann", {"--id", "s1", "--property", "secretRate", "--property", "name"}));
+        EXPECT_EQ(result.status, 0) << command;
+        EXPECT_THAT(result.out, HasSubstr("measure"));
+        EXPECT_THAT(result.error, IsEmpty());
+    }
+}
+
 TEST(WordWarning, TellsWhereInARequestFileItIs) {
     ToolFolder const folder;
     folder.Write("r.xml", "<Metadata Dept='1'>\n<Property name='*/@nmae'/>\n"
