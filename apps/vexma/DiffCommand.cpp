@@ -2,6 +2,7 @@
 #include "apps/vexma/DiffReport.h"
 #include "apps/vexma/TreeAnswer.h"
 #include "apps/vexma/Viewers.h"
+#include "apps/vexma/WordWarning.h"
 #include "host/protocol/JsonDifferences.h"
 
 #include <algorithm>
@@ -88,6 +89,10 @@ struct DiffCommand {
         SourceOptions const otherSource = makeOther();
         Workplace first(source, console);
         Workplace second(first, otherSource, console);
+        RequestWarnings warnings{StrictOption()};
+        warnAboutLocale(first, warnings);
+        warnAboutLocale(second, warnings); // told once when it is the same
+        warnings.finish(console, Done);
         std::vector<RightChange> const rights = compareRights(rightsOf(first), rightsOf(second));
         return allUsers ? runForAll(first, second, rights, console)
                         : runForOne(first, second, rights, console);

@@ -2,6 +2,7 @@
 #include "apps/vexma/ExplainReport.h"
 #include "apps/vexma/ObjectArguments.h"
 #include "apps/vexma/TreeAnswer.h"
+#include "apps/vexma/WordWarning.h"
 #include "host/protocol/JsonExplanation.h"
 
 #include <memory>
@@ -19,6 +20,7 @@ struct ExplainCommand {
     int run(Console& console) {
         ObjectArguments const arguments(given, source);
         Workplace workplace(source, console);
+        complainAboutLocale(workplace, console);
         Vex_Handle_Collection const objects = arguments.findIn(workplace.model());
         AccessReasons const reasons = workplace.explain(objects, mode == 1);
         if (!reasons.end.isAnswered()) {

@@ -4,6 +4,7 @@
 #include "apps/vexma/SightReport.h"
 #include "apps/vexma/TreeAnswer.h"
 #include "apps/vexma/Viewers.h"
+#include "apps/vexma/WordWarning.h"
 #include "host/protocol/JsonSight.h"
 #include "host/service/ObjectByName.h"
 
@@ -38,6 +39,7 @@ struct MatrixCommand {
         source.forAllUsers = true;
         source.check();
         Workplace const workplace(source, console);
+        complainAboutLocale(workplace, console);
         std::vector<std::size_t> const rows = rowsOf(workplace.model());
         Viewers const viewers =
             by == "roles"

@@ -3,6 +3,7 @@
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/Interrupt.h"
 #include "apps/vexma/TracedPlugin.h"
+#include "apps/vexma/WordWarning.h"
 #include "apps/vexma/Workplace.h"
 #include "host/protocol/LineReader.h"
 #include "host/protocol/SessionLineCall.h"
@@ -19,9 +20,9 @@ namespace {
 /// when it goes; the plug-in hears of both.
 class ClientSession {
 public:
-    explicit ClientSession(SourceOptions const& options)
+    ClientSession(SourceOptions const& options, Console& console)
         : m_limits(limitsOf(options)), m_asked(visitRequestOf(options)),
-          m_content(contentOf(options)), m_session(openSession(openVisit(*m_content, m_asked))),
+          m_content(contentOf(options)), m_session(open(*m_content, m_asked, console)),
           m_plugin(loadPlugin(options)) {
         notify(VexNotification::SessionOpened);
     }
@@ -48,6 +49,13 @@ public:
     }
 
 private:
+    static std::unique_ptr<HostSession> open(ContentStore& content, VisitRequest const& asked,
+                                             Console& console) {
+        Visit const visit = openVisit(content, asked);
+        complainAboutLocale(visit, console);
+        return openSession(visit);
+    }
+
     ActionLimits m_limits;
     VisitRequest m_asked;
     std::shared_ptr<ContentStore> m_content;
@@ -64,7 +72,7 @@ struct SessionCommand {
         if (source.modelFile == "-") {
             throw UsageException("a session's lines come from standard input; name a model file");
         }
-        ClientSession session(source);
+        ClientSession session(source, console);
         KRLIDOM_ReadLimits limits;
         limits.bytes = requestSize.bytes;
         SessionCalls const calls{

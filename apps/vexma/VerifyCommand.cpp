@@ -3,6 +3,7 @@
 #include "apps/vexma/TreeAnswer.h"
 #include "apps/vexma/VerifyReport.h"
 #include "apps/vexma/Viewers.h"
+#include "apps/vexma/WordWarning.h"
 #include "host/import/xml/FileText.h"
 #include "host/insight/ModelChecks.h"
 #include "host/protocol/AcceptedLines.h"
@@ -98,6 +99,7 @@ struct VerifyCommand {
         source.check();
         AcceptedFindings accepted = readAcceptFiles();
         Workplace workplace(source, console);
+        complainAboutLocale(workplace, console);
         Verification verification = verifyAll(workplace, console);
         accept(verification, accepted);
         complainAboutUnused(accepted, console);

@@ -3,6 +3,7 @@
 #include "apps/vexma/SightReport.h"
 #include "apps/vexma/TreeAnswer.h"
 #include "apps/vexma/Viewers.h"
+#include "apps/vexma/WordWarning.h"
 #include "host/protocol/JsonSight.h"
 
 #include <algorithm>
@@ -27,6 +28,7 @@ struct WhoCommand {
         source.forAllUsers = true;
         ObjectArguments const arguments(given, source);
         Workplace const workplace(source, console);
+        complainAboutLocale(workplace, console);
         Vex_Handle_Collection const objects = arguments.findIn(workplace.model());
         std::vector<ObjectSight> told;
         for (VEX_HANDLE const object : objects) {

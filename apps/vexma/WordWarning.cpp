@@ -95,4 +95,15 @@ void warnAboutLocale(Workplace const& workplace, RequestWarnings& warnings) {
     }
 }
 
+void complainAboutLocale(Visit const& visit, Console& console) {
+    std::string const text = doubtfulLocale(visit);
+    if (!text.empty()) {
+        console.complain("warning: " + text);
+    }
+}
+
+void complainAboutLocale(Workplace const& workplace, Console& console) {
+    complainAboutLocale(workplace.visit(), console);
+}
+
 } // namespace vex

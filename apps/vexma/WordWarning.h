@@ -24,4 +24,10 @@ void warnAboutWords(WrittenRequest const& request, Workplace& workplace, Request
 /// Warns when the model lacks the language that was asked for.
 void warnAboutLocale(Workplace const& workplace, RequestWarnings& warnings);
 
+/// @{
+/// The same for a command that has no `--strict`.
+void complainAboutLocale(Visit const& visit, Console& console);
+void complainAboutLocale(Workplace const& workplace, Console& console);
+/// @}
+
 } // namespace vex

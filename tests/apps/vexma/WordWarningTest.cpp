@@ -108,6 +108,22 @@ TEST(WordWarning, IsGivenForALanguageThatTheModelLacks) {
     }
 }
 
+TEST(WordWarning, IsGivenForALanguageThatTheModelLacksByEveryCommandThatTakesOne) {
+    for (std::vector<std::string> const& arguments :
+         {std::vector<std::string>{"explain", "small.model.xml", "q1", "--locale", "fr"},
+          {"session", "small.model.xml", "--locale", "fr"},
+          {"diff", "small.model.xml", "--locale", "fr"},
+          {"diff", "small.model.xml", "--other-locale", "fr"},
+          ToolFolder::As("verify", "ann", {"--locale", "fr"}),
+          ToolFolder::As("who", "ann", {"q1", "--locale", "fr"}),
+          ToolFolder::As("matrix", "ann", {"--locale", "fr"})}) {
+        EXPECT_EQ(ToolFolder().Run(arguments).error,
+                  "vexma: warning: the model has no language \"fr\", so en is used; it has en, "
+                  "de\n")
+            << arguments[0];
+    }
+}
+
 TEST(WordWarning, IsGivenForAModeThatDoesNotExist) {
     ToolResult const result = ToolFolder().Run({"access", "small.model.xml", "q1", "--mode", "2"});
     EXPECT_EQ(result.status, 0);
