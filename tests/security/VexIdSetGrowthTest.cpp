@@ -47,15 +47,24 @@ std::string setsOf(std::size_t sets, std::size_t idsInEach) {
 
 } // namespace
 
-void* operator new(std::size_t size) {
+// Each form that is freed by `delete`: a sanitizer would bring its own for the others.
+void* operator new(std::size_t size, std::nothrow_t const& /*nothrow*/) noexcept {
     ++allocations;
-    if (void* const block = std::malloc(size == 0 ? 1 : size)) {
+    return std::malloc(size == 0 ? 1 : size);
+}
+
+void* operator new(std::size_t size) {
+    if (void* const block = ::operator new(size, std::nothrow)) {
         return block;
     }
     throw std::bad_alloc();
 }
 
 void operator delete(void* block) noexcept {
+    std::free(block);
+}
+
+void operator delete(void* block, std::nothrow_t const& /*nothrow*/) noexcept {
     std::free(block);
 }
 
