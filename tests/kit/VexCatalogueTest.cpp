@@ -4,8 +4,7 @@
 #include "VexHostSession.h"
 #include "VexLoadedPlugin.h"
 #include "VexModel.h"
-
-#include <functional>
+#include "tests/kit/Complaint.h"
 
 #include <gmock/gmock.h>
 
@@ -14,16 +13,6 @@ namespace {
 using testing::HasSubstr;
 
 std::string const samples = std::string(VEX_SOURCE_DIR) + "/samples/";
-
-std::string complaintOf(std::function<void()> const& call) {
-    try {
-        call();
-    } catch (KRLException const& problem) {
-        return problem.what();
-    }
-    ADD_FAILURE() << "nothing was raised";
-    return "";
-}
 
 constexpr char Small[] = R"(<catalog><model path="/content/m" file="m.xml">
     <package value="P"><property name="screenTip" locale="de">Tipp</property></package>

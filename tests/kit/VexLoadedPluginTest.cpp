@@ -3,25 +3,14 @@
 #include "KRLException.h"
 #include "VexHostSession.h"
 #include "VexModelRows.h"
+#include "tests/kit/Complaint.h"
 #include "tests/kit/TellingPlugin.h"
-
-#include <functional>
 
 #include <gmock/gmock.h>
 
 namespace {
 
 using testing::HasSubstr;
-
-std::string complaintOf(std::function<void()> const& call) {
-    try {
-        call();
-    } catch (KRLException const& problem) {
-        return problem.what();
-    }
-    ADD_FAILURE() << "nothing was raised";
-    return "";
-}
 
 class LoadedPlugin : public testing::Test {
 protected:

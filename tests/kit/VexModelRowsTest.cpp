@@ -2,6 +2,7 @@
 
 #include "KRLException.h"
 #include "VexObject.h"
+#include "tests/kit/Complaint.h"
 
 #include <functional>
 #include <sstream>
@@ -67,16 +68,6 @@ std::string described(VexModel const& model) {
     std::ostringstream out;
     describe(model.store().GetRootObject(), out);
     return out.str();
-}
-
-std::string complaintOf(std::function<void()> const& call) {
-    try {
-        call();
-    } catch (KRLException const& problem) {
-        return problem.what();
-    }
-    ADD_FAILURE() << "nothing was raised";
-    return "";
 }
 
 TEST(ModelRows, SayWhatADocumentOfTheSameContentSays) {

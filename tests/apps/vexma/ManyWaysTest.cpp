@@ -3,8 +3,6 @@
 #include "tests/apps/vexma/ToolRun.h"
 #include "tests/support/Casts.h"
 
-#include <chrono>
-
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
@@ -13,6 +11,9 @@ namespace {
 using nlohmann::json;
 using testing::HasSubstr;
 using testing::Not;
+
+/// Room for each of 15,000 objects in its place, and once behind each shortcut to its type.
+constexpr std::size_t bearable = 60'000;
 
 /// A model like the description of a public interface: types, whose fields are query
 /// items or shortcuts to other types. The view leaves out every second type's fields.
@@ -49,16 +50,14 @@ protected:
         m_folder.Write("api.catalog.xml", casts::catalogue({"v"}, "api.model.xml"));
     }
 
-    /// Runs a command on it, which ends within seconds.
-    ToolResult run(std::string const& command, std::vector<std::string> more = {}) const {
-        std::vector<std::string> arguments{
-            command, "--catalog", "api.catalog.xml", "--model", "/content/m", "--user", "carl"};
+    /// Runs a command on it, for which each tree may hold that many elements.
+    ToolResult run(std::string const& command, std::vector<std::string> more = {},
+                   std::size_t elements = bearable) const {
+        std::vector<std::string> arguments{command,   "--catalog",      "api.catalog.xml",
+                                           "--model", "/content/m",     "--user",
+                                           "carl",    "--max-elements", std::to_string(elements)};
         arguments.insert(arguments.end(), more.begin(), more.end());
-        constexpr std::chrono::seconds bearable{30};
-        auto const before = std::chrono::steady_clock::now();
-        ToolResult result = m_folder.Run(arguments);
-        EXPECT_LT(std::chrono::steady_clock::now() - before, bearable);
-        return result;
+        return m_folder.Run(arguments);
     }
 
     ToolFolder m_folder;
@@ -71,7 +70,7 @@ std::size_t everywhere(std::size_t type, std::size_t shortcut) {
     return shortcut == 0 ? type + 1 : type * 31 + 17;
 }
 
-TEST_F(ManyWays, AreVerifiedCompletelyWithinSeconds) {
+TEST_F(ManyWays, AreVerifiedCompletelyInAFewElementsForEachObject) {
     writeModel(manyTypes, 2, 19, &everywhere);
     json const report = json::parse(run("verify", {"--json"}).out);
     EXPECT_EQ(report.at("finished"), true);
@@ -93,14 +92,15 @@ TEST_F(ManyWays, AreToldOfByVerify) {
                           "the shortcut \"Link"));
 }
 
-TEST_F(ManyWays, AreComparedAndExplainedWithinSeconds) {
+TEST_F(ManyWays, AreComparedAndExplainedInAFewElementsForEachObject) {
     writeModel(manyTypes, 2, 19, &everywhere);
     ToolResult const same = run("diff");
     EXPECT_EQ(same.status, 0);
     EXPECT_THAT(same.out, HasSubstr("0 appear, 0 disappear, 0 change, 0 of them renamed\n"));
     EXPECT_THAT(same.out, HasSubstr("Not gone into again: "));
-    ToolResult const forAll = m_folder.Run(
-        {"diff", "--catalog", "api.catalog.xml", "--model", "/content/m", "--all-users"});
+    ToolResult const forAll =
+        m_folder.Run({"diff", "--catalog", "api.catalog.xml", "--model", "/content/m",
+                      "--all-users", "--max-elements", std::to_string(bearable)});
     EXPECT_THAT(forAll.out, HasSubstr(": no difference\nshortcuts lead to the same objects"));
     ToolResult const explained = run("explain", {"t1.f3"});
     EXPECT_EQ(explained.status, 0);
@@ -129,13 +129,13 @@ TEST_F(ManyWays, AreAllGoneWhereTheyAreFew) {
 
 TEST_F(ManyWays, ThatALimitCutsShortAreNeverCalledFreeOfLeaks) {
     writeModel(manyTypes, 2, 19, &everywhere);
-    ToolResult const result = run("verify", {"--max-elements", "3000"});
+    ToolResult const result = run("verify", {}, 3'000);
     EXPECT_EQ(result.status, 5);
     EXPECT_THAT(result.out, HasSubstr("carl: not finished, so nothing is known: The document holds "
                                       "3000 elements, which is the limit."));
     EXPECT_THAT(result.out, HasSubstr("not finished: compared for 0 of 1 user\n"));
     EXPECT_THAT(result.out, Not(HasSubstr("0 leaks")));
-    json const report = json::parse(run("verify", {"--max-elements", "3000", "--json"}).out);
+    json const report = json::parse(run("verify", {"--json"}, 3'000).out);
     EXPECT_EQ(report.at("clean"), false);
     EXPECT_EQ(report.at("finished"), false);
 }

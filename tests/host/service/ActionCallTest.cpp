@@ -2,6 +2,7 @@
 
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
+#include "tests/host/service/BadPlugins.h"
 #include "tests/host/service/RuleBreaker.h"
 #include "tests/host/service/SmallModel.h"
 
@@ -22,7 +23,7 @@ protected:
         return vex::callAction(m_plugin, m_session, VexVariant(action), VexParams(), limits);
     }
 
-    vex::PluginProxy m_plugin{std::string(VEX_BAD_PLUGIN_DIR) + "/RuleBreaker.vpl", "RuleBreaker"};
+    vex::PluginProxy m_plugin{badPluginFile("RuleBreaker"), "RuleBreaker"};
     vex::HostSession m_session{smallModel(), I18NLocale(), nullptr, nullptr};
 };
 

@@ -2,6 +2,7 @@
 #include "VexTreeExplanation.h"
 #include "host/service/PluginException.h"
 #include "host/service/PluginProxy.h"
+#include "tests/host/service/BadPlugins.h"
 #include "tests/host/service/ExplainBreaker.h"
 #include "tests/host/service/SmallModel.h"
 
@@ -44,18 +45,14 @@ PluginFault faultOf(PluginProxy& plugin, char const* modelPath, char const* text
     return {};
 }
 
-std::string pluginFile(char const* name) {
-    return std::string(VEX_BAD_PLUGIN_DIR) + '/' + name + ".vpl";
-}
-
 TEST(PluginAnswerAt, IsThePluginsForTheObjectThatIsHandedIn) {
-    PluginProxy plugin(pluginFile("RuleBreakerThatExplains"), "RuleBreaker");
+    PluginProxy plugin(badPluginFile("RuleBreakerThatExplains"), "RuleBreaker");
     plugin.Initialize();
     EXPECT_TRUE(answeredObject(plugin, "/content/m").IsNotNull());
 }
 
 TEST(PluginAnswerAt, LetsOnlyThePlatformsExceptionsThrough) {
-    PluginProxy plugin(pluginFile("RuleBreakerThatExplains"), "RuleBreaker");
+    PluginProxy plugin(badPluginFile("RuleBreakerThatExplains"), "RuleBreaker");
     plugin.Initialize();
     EXPECT_THROW(answeredObject(plugin, explainBreaker::throwPlatform), KRLException);
     EXPECT_EQ(faultOf(plugin, explainBreaker::throwStandard, "answerAt"),
@@ -63,7 +60,7 @@ TEST(PluginAnswerAt, LetsOnlyThePlatformsExceptionsThrough) {
 }
 
 TEST(PluginAnswerAt, IsRefusedWhereThePluginDoesNotOfferIt) {
-    PluginProxy plugin(pluginFile("RuleBreaker"), "RuleBreaker");
+    PluginProxy plugin(badPluginFile("RuleBreaker"), "RuleBreaker");
     plugin.Initialize();
     EXPECT_EQ(faultOf(plugin, "/content/m", "vex.answer-at/1"), PluginFault::NotOffered);
 }

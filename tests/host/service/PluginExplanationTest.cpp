@@ -1,5 +1,6 @@
 #include "host/service/PluginException.h"
 #include "host/service/PluginProxy.h"
+#include "tests/host/service/BadPlugins.h"
 #include "tests/host/service/ExplainBreaker.h"
 #include "tests/host/service/RuleBreaker.h"
 #include "tests/host/service/SmallModel.h"
@@ -14,10 +15,6 @@ using testing::HasSubstr;
 using vex::PluginException;
 using vex::PluginFault;
 using vex::PluginProxy;
-
-std::string pluginFile(char const* name) {
-    return std::string(VEX_BAD_PLUGIN_DIR) + '/' + name + ".vpl";
-}
 
 /// A session, and a plug-in that explains.
 class PluginExplanation : public testing::Test {
@@ -39,7 +36,7 @@ protected:
         return PluginFault::NotLoaded;
     }
 
-    PluginProxy m_plugin{pluginFile("RuleBreakerThatExplains"), "RuleBreaker"};
+    PluginProxy m_plugin{badPluginFile("RuleBreakerThatExplains"), "RuleBreaker"};
     vex::HostSession m_session{smallModel(), I18NLocale(), nullptr, nullptr};
     VexAccessExplanation m_explanation;
 };
@@ -75,7 +72,7 @@ TEST_F(PluginExplanation, TakesTheSessionsTurn) {
 // Without the entry to extensions, and with one that knows none.
 TEST(PluginWithoutExplanation, SaysSo) {
     for (char const* const name : {"RuleBreaker", "RuleBreakerWithoutExtensions"}) {
-        PluginProxy plugin(pluginFile(name), "RuleBreaker");
+        PluginProxy plugin(badPluginFile(name), "RuleBreaker");
         plugin.Initialize();
         vex::HostSession session{smallModel(), I18NLocale(), nullptr, nullptr};
         VexAccessExplanation explanation;
@@ -91,7 +88,7 @@ TEST(PluginWithoutExplanation, SaysSo) {
 
 TEST(PluginWhoseEntryToExtensionsThrows, IsRefused) {
     try {
-        PluginProxy const plugin(pluginFile("RuleBreakerWhoseEntryThrows"), "RuleBreaker");
+        PluginProxy const plugin(badPluginFile("RuleBreakerWhoseEntryThrows"), "RuleBreaker");
         ADD_FAILURE() << "nothing was raised";
     } catch (PluginException const& problem) {
         EXPECT_EQ(problem.getFault(), PluginFault::ForeignException);
@@ -100,7 +97,7 @@ TEST(PluginWhoseEntryToExtensionsThrows, IsRefused) {
 }
 
 TEST(PluginThatExplains, IsNotAskedBeforeItIsInitialised) {
-    PluginProxy plugin(pluginFile("RuleBreakerThatExplains"), "RuleBreaker");
+    PluginProxy plugin(badPluginFile("RuleBreakerThatExplains"), "RuleBreaker");
     vex::HostSession session{smallModel(), I18NLocale(), nullptr, nullptr};
     VexAccessExplanation explanation;
     EXPECT_THROW(plugin.explainAccess(session, "/content/m", {}, false, explanation),

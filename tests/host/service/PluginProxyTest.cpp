@@ -3,6 +3,7 @@
 #include "VexNotification.h"
 #include "VexPluginFactory.h"
 #include "host/service/PluginException.h"
+#include "tests/host/service/BadPlugins.h"
 #include "tests/host/service/RuleBreaker.h"
 #include "tests/host/service/SmallModel.h"
 
@@ -17,10 +18,6 @@ using testing::HasSubstr;
 using vex::PluginException;
 using vex::PluginFault;
 using vex::PluginProxy;
-
-std::string badPlugin(char const* name) {
-    return std::string(VEX_BAD_PLUGIN_DIR) + '/' + name + ".vpl";
-}
 
 /// What the call breaks, and how the host says so.
 struct Fault {
@@ -45,7 +42,7 @@ protected:
         return m_plugin.DoAction(m_session, VexVariant(action), VexParams(), out);
     }
 
-    PluginProxy m_plugin{badPlugin("RuleBreaker"), "RuleBreaker"};
+    PluginProxy m_plugin{badPluginFile("RuleBreaker"), "RuleBreaker"};
     vex::HostSession m_session{smallModel(), I18NLocale(), nullptr, nullptr};
 };
 
@@ -62,27 +59,27 @@ TEST(PluginLibrary, IsNotLoadedFromAFileThatIsNoLibrary) {
 
 TEST(PluginLibrary, IsRefusedWhenItWasBuiltForAnotherVersionOfThePlatform) {
     Fault const fault =
-        faultOf([] { PluginProxy plugin(badPlugin("RuleBreakerOfTomorrow"), "RuleBreaker"); });
+        faultOf([] { PluginProxy plugin(badPluginFile("RuleBreakerOfTomorrow"), "RuleBreaker"); });
     EXPECT_EQ(fault.fault, PluginFault::WrongVersion);
     EXPECT_THAT(fault.text, HasSubstr("version 2"));
     EXPECT_EQ(VexPluginFactory_getInstance()->FindCreator("RuleBreaker"), nullptr);
 }
 
 TEST(PluginLibrary, IsRefusedWhenItTellsNoVersion) {
-    Fault const fault =
-        faultOf([] { PluginProxy plugin(badPlugin("RuleBreakerWithoutVersion"), "RuleBreaker"); });
+    Fault const fault = faultOf(
+        [] { PluginProxy plugin(badPluginFile("RuleBreakerWithoutVersion"), "RuleBreaker"); });
     EXPECT_EQ(fault.fault, PluginFault::WrongVersion);
 }
 
 TEST(PluginLibrary, IsRefusedWhenItRegistersNoPluginOfThatName) {
-    Fault const fault = faultOf([] { PluginProxy plugin(badPlugin("RuleBreaker"), "Nobody"); });
+    Fault const fault = faultOf([] { PluginProxy plugin(badPluginFile("RuleBreaker"), "Nobody"); });
     EXPECT_EQ(fault.fault, PluginFault::NotLoaded);
     EXPECT_THAT(fault.text, HasSubstr("\"Nobody\""));
 }
 
 TEST(PluginLibrary, GivesItsOnlyPluginWithoutAName) {
     vex::HostSession session(smallModel(), I18NLocale(), nullptr, nullptr);
-    PluginProxy plugin(badPlugin("RuleBreaker"));
+    PluginProxy plugin(badPluginFile("RuleBreaker"));
     plugin.Initialize();
     VexParams out;
     EXPECT_EQ(plugin.DoAction(session, VexVariant(-1L), VexParams(), out).GetCode(),
@@ -90,31 +87,31 @@ TEST(PluginLibrary, GivesItsOnlyPluginWithoutAName) {
 }
 
 TEST(PluginLibrary, GivesTheMetadataPluginAmongSeveralWithoutAName) {
-    EXPECT_NO_THROW(PluginProxy(badPlugin("SeveralPluginsWithMetadata")));
+    EXPECT_NO_THROW(PluginProxy(badPluginFile("SeveralPluginsWithMetadata")));
 }
 
 TEST(PluginLibrary, ListsItsPluginsWhenItCannotChoose) {
-    Fault const fault = faultOf([] { PluginProxy plugin(badPlugin("SeveralPlugins")); });
+    Fault const fault = faultOf([] { PluginProxy plugin(badPluginFile("SeveralPlugins")); });
     EXPECT_EQ(fault.fault, PluginFault::NotLoaded);
     EXPECT_THAT(fault.text, HasSubstr("registers several plug-ins, \"One\", \"Two\""));
     EXPECT_THAT(fault.text, HasSubstr("a library of its own"));
-    EXPECT_NO_THROW(PluginProxy(badPlugin("SeveralPlugins"), "Two"));
+    EXPECT_NO_THROW(PluginProxy(badPluginFile("SeveralPlugins"), "Two"));
 }
 
 TEST(PluginLibrary, SaysWhenItRegistersNoPluginAtAll) {
-    Fault const fault = faultOf([] { PluginProxy plugin(badPlugin("NoPlugin")); });
+    Fault const fault = faultOf([] { PluginProxy plugin(badPluginFile("NoPlugin")); });
     EXPECT_EQ(fault.fault, PluginFault::NotLoaded);
     EXPECT_THAT(fault.text, HasSubstr("registers no plug-in while it is loaded"));
     EXPECT_THAT(fault.text, HasSubstr("KRLPluginCreator"));
 }
 
 TEST(PluginLibrary, CanBeLoadedAgainOnceItIsUnloaded) {
-    PluginProxy(badPlugin("RuleBreaker"), "RuleBreaker").Initialize();
-    PluginProxy(badPlugin("RuleBreaker"), "RuleBreaker").Initialize();
+    PluginProxy(badPluginFile("RuleBreaker"), "RuleBreaker").Initialize();
+    PluginProxy(badPluginFile("RuleBreaker"), "RuleBreaker").Initialize();
 }
 
 TEST_F(PluginProxyTest, RefusesToLoadOneFileTwiceUnderAnyPath) {
-    std::string const other = std::string(VEX_BAD_PLUGIN_DIR) + "/./RuleBreaker.vpl";
+    std::string const other = badPluginFile("./RuleBreaker");
     Fault const fault = faultOf([&] { PluginProxy plugin(other, "RuleBreaker"); });
     EXPECT_EQ(fault.fault, PluginFault::LoadedTwice);
 }

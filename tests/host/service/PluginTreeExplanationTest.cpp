@@ -1,6 +1,7 @@
 #include "KRLIDOM_OwnedDocument.h"
 #include "host/service/PluginException.h"
 #include "host/service/PluginProxy.h"
+#include "tests/host/service/BadPlugins.h"
 #include "tests/host/service/ExplainBreaker.h"
 #include "tests/host/service/SmallModel.h"
 
@@ -12,10 +13,6 @@ using testing::HasSubstr;
 using vex::PluginException;
 using vex::PluginFault;
 using vex::PluginProxy;
-
-std::string pluginFile(char const* name) {
-    return std::string(VEX_BAD_PLUGIN_DIR) + '/' + name + ".vpl";
-}
 
 class Reports final : public VexTreeObserver {
 public:
@@ -43,7 +40,7 @@ class PluginTreeExplanation : public testing::Test {
 protected:
     PluginTreeExplanation() { m_plugin.Initialize(); }
 
-    PluginProxy m_plugin{pluginFile("RuleBreakerThatExplains"), "RuleBreaker"};
+    PluginProxy m_plugin{badPluginFile("RuleBreakerThatExplains"), "RuleBreaker"};
     Reports m_reports;
 };
 
@@ -69,7 +66,7 @@ TEST_F(PluginTreeExplanation, StopsOtherExceptions) {
 }
 
 TEST(PluginWithoutTreeExplanation, SaysSo) {
-    PluginProxy plugin(pluginFile("RuleBreaker"), "RuleBreaker");
+    PluginProxy plugin(badPluginFile("RuleBreaker"), "RuleBreaker");
     plugin.Initialize();
     Reports reports;
     try {

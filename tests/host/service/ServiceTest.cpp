@@ -4,6 +4,7 @@
 #include "KRLIDOM_Writer.h"
 #include "host/content/MemoryContent.h"
 #include "host/service/PluginException.h"
+#include "tests/host/service/BadPlugins.h"
 #include "tests/host/service/RuleBreaker.h"
 #include "tests/host/service/ServedModel.h"
 
@@ -242,8 +243,8 @@ protected:
     }
 
     vex::MemoryContent m_content;
-    std::shared_ptr<vex::PluginProxy> m_plugin = std::make_shared<vex::PluginProxy>(
-        std::string(VEX_BAD_PLUGIN_DIR) + "/RuleBreaker.vpl", "RuleBreaker");
+    std::shared_ptr<vex::PluginProxy> m_plugin =
+        std::make_shared<vex::PluginProxy>(badPluginFile("RuleBreaker"), "RuleBreaker");
     vex::Service m_service{m_plugin};
 };
 

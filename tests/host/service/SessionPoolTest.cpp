@@ -2,6 +2,7 @@
 
 #include "VexTrace.h"
 #include "host/content/MemoryContent.h"
+#include "tests/host/service/BadPlugins.h"
 #include "tests/host/service/RuleBreaker.h"
 #include "tests/host/service/SmallModel.h"
 
@@ -50,8 +51,8 @@ protected:
         return &loan.session();
     }
 
-    std::shared_ptr<vex::PluginProxy> m_plugin = std::make_shared<vex::PluginProxy>(
-        std::string(VEX_BAD_PLUGIN_DIR) + "/RuleBreaker.vpl", "RuleBreaker");
+    std::shared_ptr<vex::PluginProxy> m_plugin =
+        std::make_shared<vex::PluginProxy>(badPluginFile("RuleBreaker"), "RuleBreaker");
     vex::MemoryContent m_content{catalogue()};
 };
 
