@@ -79,8 +79,8 @@ vex::MetadataAnswer request(vex::Visit const& visit, std::string_view text) {
     return service().metadata(visit, document.document(), smallLimits());
 }
 
-std::unique_ptr<vex::HostSession> openSession() {
-    return vex::openSession(usualVisit());
+std::unique_ptr<vex::HostSession> openSession(vex::SessionPaths paths) {
+    return vex::openSession(usualVisit(), paths);
 }
 
 void close(vex::HostSession& session) {

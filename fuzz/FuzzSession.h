@@ -28,7 +28,7 @@ vex::Visit visitAlone(std::shared_ptr<vex::Model const> model);
 vex::MetadataAnswer request(vex::Visit const& visit, std::string_view text);
 
 /// A session of the user "ann" on the small model.
-std::unique_ptr<vex::HostSession> openSession();
+std::unique_ptr<vex::HostSession> openSession(vex::SessionPaths paths = vex::SessionPaths::Any);
 
 /// Ends the session as a host does.
 void close(vex::HostSession& session);

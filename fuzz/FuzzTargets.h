@@ -27,7 +27,8 @@ void catalogue(std::string_view input);
 /// plug-in and the plain evaluator answer alike.
 void sessionCase(std::string_view input);
 
-/// Lines of a session: each gets one line of JSON, and the session goes on.
+/// Lines of a session: each gets one line of JSON, and the session goes on. One that is
+/// confined to its model path calls the plug-in about no other.
 void sessionLines(std::string_view input);
 
 /// Ends the program with a message when a property does not hold.

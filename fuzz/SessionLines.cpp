@@ -1,3 +1,4 @@
+#include "VexAction.h"
 #include "fuzz/FuzzSession.h"
 #include "fuzz/FuzzTargets.h"
 #include "host/protocol/SessionLineCall.h"
@@ -8,20 +9,37 @@
 
 namespace {
 
+/// What a confined session let through to the plug-in.
+void requireOwnPath(vex::HostSession const& session, VexParams const& in) {
+    auto const* const path = static_cast<I18NString*>(in[1]);
+    if (session.confinement() != nullptr && path != nullptr) {
+        fuzz::require(*path == "/content/m" || *path == "path:/content/m",
+                      "a confined session asks about its own path");
+    }
+}
+
 std::string answer(vex::HostSession& session, std::string_view line) {
-    return vex::answerSessionLine(line, session, {},
-                                  {[&](VexVariant const& action, VexParams const& in) {
-                                       return vex::callAction(fuzz::plugin(), session, action, in,
-                                                              fuzz::smallLimits());
-                                   },
-                                   [&](int kind) { fuzz::plugin().Notify(session, kind); }});
+    return vex::answerSessionLine(
+        line, session, {},
+        {[&](VexVariant const& action, VexParams const& in) {
+             vex::ActionOutcome outcome =
+                 vex::callAction(fuzz::plugin(), session, action, in, fuzz::smallLimits());
+             auto const code = static_cast<long>(action);
+             if (code == VexAction::MetadataRequest || code == VexAction::AccessibilityRequest) {
+                 requireOwnPath(session, in);
+             }
+             return outcome;
+         },
+         [&](int kind) { fuzz::plugin().Notify(session, kind); }});
 }
 
 } // namespace
 
 void fuzz::sessionLines(std::string_view input) {
     constexpr std::size_t most = 20; // lines of one input
-    auto const session = openSession();
+    // Every other length, so that each seed has a neighbour of the other kind.
+    auto const session =
+        openSession(input.size() % 2 == 0 ? vex::SessionPaths::Own : vex::SessionPaths::Any);
     std::size_t lines = 0;
     for (std::size_t at = 0; at < input.size() && lines < most; ++lines) {
         std::size_t const end = std::min(input.find('\n', at), input.size());

@@ -20,9 +20,9 @@ namespace {
 /// when it goes; the plug-in hears of both.
 class ClientSession {
 public:
-    ClientSession(SourceOptions const& options, Console& console)
+    ClientSession(SourceOptions const& options, SessionPaths paths, Console& console)
         : m_limits(limitsOf(options)), m_asked(visitRequestOf(options)),
-          m_content(contentOf(options)), m_session(open(*m_content, m_asked, console)),
+          m_content(contentOf(options)), m_session(open(*m_content, m_asked, paths, console)),
           m_plugin(loadPlugin(options)) {
         notify(VexNotification::SessionOpened);
     }
@@ -50,10 +50,10 @@ public:
 
 private:
     static std::unique_ptr<HostSession> open(ContentStore& content, VisitRequest const& asked,
-                                             Console& console) {
+                                             SessionPaths paths, Console& console) {
         Visit const visit = openVisit(content, asked);
         complainAboutLocale(visit, console);
-        return openSession(visit);
+        return openSession(visit, paths);
     }
 
     ActionLimits m_limits;
@@ -66,13 +66,18 @@ private:
 struct SessionCommand {
     SourceOptions source;
     RequestSize requestSize;
+    bool anyPath = false;
 
     int run(Console& console) const {
         source.check();
         if (source.modelFile == "-") {
             throw UsageException("a session's lines come from standard input; name a model file");
         }
-        ClientSession session(source, console);
+        if (anyPath && source.catalogFile.empty()) {
+            throw UsageException("--any-path lifts what a catalogue confines a session to; a "
+                                 "model file alone confines it to nothing, so leave it out");
+        }
+        ClientSession session(source, anyPath ? SessionPaths::Any : SessionPaths::Own, console);
         KRLIDOM_ReadLimits limits;
         limits.bytes = requestSize.bytes;
         SessionCalls const calls{
@@ -106,12 +111,17 @@ CommandRun addSessionCommand(CommandSyntax& command) {
     auto const session = std::make_shared<SessionCommand>();
     session->source.addModelFileTo(command);
     session->source.addTo(command);
+    command.add({.name = "--any-path",
+                 .into = &session->anyPath,
+                 .help = "Let lines name any model path, which lifts every restriction of the "
+                         "user; for trying a plug-in by hand"});
     session->requestSize.addTo(command);
     command.epilog = R"(Reads one JSON object per line and answers each with one:
   {"action": A, "in": [V, ...]}  calls an action; A is a number or a V
   {"notify": kind}               sends a notification of the session; 2 reads the model anew
 V is {"long": n}, {"string": s}, {"handle": "id or reference"}, {"node": "XML text"}
 or {"empty": true}. A line may bear an "id", any JSON value: its answer begins with it.
+The model path that an action names must be that of --model, with or without "path:".
 
 Example:
   echo '{"action": 31000, "in": [{"long": 0}, {"string": "/content/retail"},

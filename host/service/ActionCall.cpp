@@ -48,6 +48,8 @@ ActionOutcome callAction(PluginProxy& plugin, HostSession& session, VexVariant c
         outcome.end = ActionOutcome::End::Raised;
         outcome.raised = raised;
         outcome.text = raised.what();
+    } catch (ForeignPathException const&) {
+        throw; // no call was made, so it has no outcome
     } catch (KRLException const& stopped) {
         outcome.text = stopped.what();
     }

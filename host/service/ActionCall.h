@@ -76,7 +76,8 @@ struct ActionOutcome {
     KRLIDOM_OwnedDocument response;
 };
 
-/// Calls an action with a new response document.
+/// Calls an action with a new response document. Raises `ForeignPathException` for a model
+/// path that the session may not be asked about; nothing is called then.
 ActionOutcome callAction(PluginProxy& plugin, HostSession& session, VexVariant const& action,
                          VexParams const& in, ActionLimits const& limits);
 

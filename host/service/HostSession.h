@@ -53,6 +53,13 @@ public:
     /// caller sends `VexNotification::ModelReloaded` right after it.
     void takeModel(std::shared_ptr<Model const> model);
 
+    /// The session may be asked about this model path only, from now on.
+    void confineTo(I18NString path) { m_security.confineTo(std::move(path)); }
+    /// Null when it may be asked about any.
+    PathConfinement const* confinement() const {
+        return m_security.confinement() ? &*m_security.confinement() : nullptr;
+    }
+
     /// The object with that id, else with that reference. Raises `HostException` when
     /// it names nothing; that suggests others only where nobody is restricted.
     VEX_HANDLE findObject(I18NString const& idOrReference) const;

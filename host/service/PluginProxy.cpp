@@ -11,6 +11,16 @@
 
 namespace vex {
 
+namespace {
+
+void requirePath(HostSession const& session, I18NString const& modelPath) {
+    if (PathConfinement const* const confinement = session.confinement()) {
+        confinement->require(modelPath);
+    }
+}
+
+} // namespace
+
 /// A call of a session while it runs: checks that it may, and counts it.
 class PluginProxy::Running {
 public:
@@ -140,6 +150,9 @@ void PluginProxy::terminateObject(char const* parameters) {
 
 VexErrorCode PluginProxy::DoAction(HostSession& session, VexVariant const& action,
                                    VexParams const& in, VexParams& out) {
+    if (PathConfinement const* const confinement = session.confinement()) {
+        confinement->requireIn(action, in);
+    }
     Running const running(*this, session, "DoAction");
     return guarded("DoAction", [&] {
         VexException unused(0);
@@ -156,6 +169,7 @@ void PluginProxy::explainAccess(HostSession& session, I18NString const& modelPat
                                 Vex_Handle_Collection const& objects, bool skipViewLists,
                                 VexAccessExplanation& explanation) {
     VexExplainAccess const& extension = offered(m_explainAccess, "explainAccess");
+    requirePath(session, modelPath);
     Running const running(*this, session, "explainAccess");
     guarded("explainAccess",
             [&] { extension.explain(session, modelPath, objects, skipViewLists, explanation); });
@@ -165,6 +179,7 @@ void PluginProxy::explainTree(HostSession& session, I18NString const& modelPath,
                               KRLIDOM_Node& request, KRLIDOM_Node* response,
                               VexTreeObserver& observer) {
     VexExplainTree const& extension = offered(m_explainTree, "explainTree");
+    requirePath(session, modelPath);
     Running const running(*this, session, "explainTree");
     guarded("explainTree",
             [&] { extension.explain(session, modelPath, request, response, observer); });
@@ -173,6 +188,7 @@ void PluginProxy::explainTree(HostSession& session, I18NString const& modelPath,
 void PluginProxy::answerAt(HostSession& session, I18NString const& modelPath, KRLIDOM_Node& request,
                            KRLIDOM_Node* response, VEX_HANDLE object, VexTreeObserver* observer) {
     VexAnswerAt const& extension = offered(m_answerAt, "answerAt");
+    requirePath(session, modelPath);
     Running const running(*this, session, "answerAt");
     guarded("answerAt",
             [&] { extension.answer(session, modelPath, request, response, object, observer); });

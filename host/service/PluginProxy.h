@@ -18,7 +18,9 @@ namespace vex {
 /// A loaded plug-in, called by the rules: `Initialize` first, one call of a
 /// session at a time, nothing but `KRLException` out of it. Whoever breaks a
 /// rule gets a `PluginException` that names the plug-in, in place of undefined
-/// behaviour. Threads: any, for different sessions.
+/// behaviour. A session that is confined to a model path may be asked about that one
+/// only: `ForeignPathException`, and the plug-in hears nothing. Threads: any, for
+/// different sessions.
 class PluginProxy {
 public:
     /// Without a name the metadata access plug-in, else the only one in the library.

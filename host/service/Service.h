@@ -43,7 +43,8 @@ struct AccessReasons {
 /// Each call ends at the deadline of its limits, or when they say that it is
 /// cancelled. How it ended is part of its answer; it raises only what telling
 /// the plug-in about a new session raises, and `std::bad_alloc` where there is no
-/// memory for the answer itself.
+/// memory for the answer itself. Which model is asked about, and for whom, the visit says;
+/// no call takes a model path.
 class Service {
 public:
     static constexpr std::size_t MostIdleSessions = 64;

@@ -31,7 +31,8 @@ SessionSecurity::SessionSecurity(std::shared_ptr<Catalogue const> catalogue,
     : m_catalogue(std::move(catalogue)), m_user(user) {}
 
 VexSecurityInfoSource* SessionSecurity::GetSecurityInfoSource(I18NString const& modelPath) {
-    if (m_catalogue == nullptr || m_user == nullptr) {
+    if (m_catalogue == nullptr || m_user == nullptr ||
+        (m_confinement && !m_confinement->isMeantBy(modelPath))) {
         return nullptr;
     }
     auto const known = m_sources.find(modelPath);

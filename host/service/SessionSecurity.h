@@ -2,9 +2,11 @@
 
 #include "VexSession.h"
 #include "host/catalogue/Catalogue.h"
+#include "host/service/PathConfinement.h"
 
 #include <map>
 #include <memory>
+#include <optional>
 
 namespace vex {
 
@@ -38,9 +40,14 @@ public:
 
     VexSecurityInfoSource* GetSecurityInfoSource(I18NString const& modelPath) override;
 
+    /// From now on no other path has security information. Before the first is asked for.
+    void confineTo(I18NString path) { m_confinement.emplace(std::move(path)); }
+    std::optional<PathConfinement> const& confinement() const { return m_confinement; }
+
 private:
     std::shared_ptr<Catalogue const> m_catalogue;
     CatalogueUser const* m_user;
+    std::optional<PathConfinement> m_confinement;
     std::map<I18NString, SessionSecuritySource> m_sources;
 };
 

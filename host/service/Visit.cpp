@@ -31,9 +31,13 @@ Visit openVisit(ContentStore& content, VisitRequest const& request) {
     return visit;
 }
 
-std::unique_ptr<HostSession> openSession(Visit const& visit) {
-    return std::make_unique<HostSession>(visit.version->model(), visit.asked, visit.catalogue,
-                                         visit.user);
+std::unique_ptr<HostSession> openSession(Visit const& visit, SessionPaths paths) {
+    auto session = std::make_unique<HostSession>(visit.version->model(), visit.asked,
+                                                 visit.catalogue, visit.user);
+    if (visit.catalogue != nullptr && paths == SessionPaths::Own) {
+        session->confineTo(visit.version->path());
+    }
+    return session;
 }
 
 } // namespace vex

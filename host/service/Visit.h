@@ -30,7 +30,15 @@ struct Visit {
 /// raises.
 Visit openVisit(ContentStore& content, VisitRequest const& request);
 
-/// A session for whoever calls actions with values of their own.
-std::unique_ptr<HostSession> openSession(Visit const& visit);
+/// Which model paths a session may be asked about where somebody is restricted.
+enum class SessionPaths {
+    Own, // the visit's, with or without the prefix "path:"
+    Any, // for trying a plug-in by hand: most paths lift every restriction
+};
+
+/// A session for whoever calls actions with values of their own. Without a catalogue
+/// nobody is restricted, and any path will do.
+std::unique_ptr<HostSession> openSession(Visit const& visit,
+                                         SessionPaths paths = SessionPaths::Own);
 
 } // namespace vex

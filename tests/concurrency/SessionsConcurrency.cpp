@@ -44,7 +44,7 @@ vex::ActionOutcome call(vex::HostSession& session, long action, VexVariant const
     vex::ActionValues values;
     VexParams in;
     in.AddParam(VexVariant(0L));
-    in.AddParam(values.text("/content/m"));
+    in.AddParam(values.text(session.confinement()->path()));
     in.AddParam(last);
     if (hasMode) {
         in.AddParam(VexVariant(0L));

@@ -175,6 +175,68 @@ TEST(Session, KeepsTheResponseWhenALimitEndsACall) {
     EXPECT_EQ(json["response"], "<Response><Result/></Response>");
 }
 
+/// A metadata and an access line that name a model path.
+std::vector<std::string> linesAbout(std::string const& path) {
+    return {
+        R"({"action": 31000, "in": [{"long": 0}, {"string": ")" + path +
+            R"("}, {"node": "<Metadata Depth=\"1\"><Property name=\"*/@name\"/></Metadata>"}]})",
+        R"({"action": {"long": 32000}, "in": [{"long": 0}, {"string": ")" + path +
+            R"("}, {"handle": "i2"}, {"long": 0}]})"};
+}
+
+TEST(SessionPaths, AreTheOneThatTheSessionWasOpenedWith) {
+    for (char const* const path : {"file:small", "/content/other", "", "path:", "/content/small/",
+                                   "path:path:/content/small", "path:file:small"}) {
+        for (std::string const& line : linesAbout(path)) {
+            EXPECT_EQ(errorOf(line), "the session may only be asked about its own model path "
+                                     "\"/content/small\", and \"" +
+                                         std::string(path) +
+                                         "\" is another one; name its own, or open a session for "
+                                         "the other");
+        }
+    }
+    EXPECT_EQ(answers({linesAbout("path:/content/small")[0], request}),
+              (std::vector<std::string>{answer, answer}));
+}
+
+TEST(SessionPaths, LetNobodyWithoutViewsSeeAnything) {
+    ToolFolder const folder;
+    for (std::string const& line : linesAbout("file:small")) {
+        ToolResult const result = folder.Run(ToolFolder::As("session", "bob"), line);
+        EXPECT_THAT(result.out, HasSubstr("may only be asked about its own model path"));
+        EXPECT_THAT(result.out, Not(HasSubstr("Sales")));
+        EXPECT_THAT(result.out, Not(HasSubstr("code")));
+    }
+}
+
+TEST(SessionPaths, StayAfterTheSessionStartsAfresh) {
+    std::vector<std::string> const given =
+        answers({R"({"notify": 1})", linesAbout("file:small")[0], R"({"notify": 2})",
+                 linesAbout("file:small")[1], R"({"notify": 0})", linesAbout("file:small")[0]});
+    for (std::size_t const number : {1U, 3U, 5U}) {
+        EXPECT_THAT(given[number], HasSubstr("may only be asked about its own model path"));
+    }
+}
+
+TEST(SessionPaths, AreAnyWhenTheSessionIsForTryingThePlugin) {
+    ToolFolder const folder;
+    for (std::string const& line : linesAbout("file:small")) {
+        ToolResult const result =
+            folder.Run(ToolFolder::As("session", "bob", {"--any-path"}), line);
+        EXPECT_EQ(Json::parse(result.out)["code"], 1);
+    }
+}
+
+TEST(SessionPaths, AreAnyAnywayWithoutACatalogue) {
+    ToolFolder const folder;
+    ToolResult const result =
+        folder.Run({"session", "small.model.xml"}, linesAbout("file:other")[0]);
+    EXPECT_EQ(result.out, std::string(answer) + '\n');
+    ToolResult const both = folder.Run({"session", "small.model.xml", "--any-path"});
+    EXPECT_EQ(both.status, 2);
+    EXPECT_THAT(both.error, HasSubstr("leave it out"));
+}
+
 /// Lines that a shell sends to a session, with a change of the model between them.
 std::string afterChange(ToolFolder const& folder, std::string const& change) {
     constexpr char const* ask =
