@@ -1,4 +1,5 @@
 #include "KRLException.h"
+#include "KRLIDOM_Writer.h"
 #include "VexObject.h"
 #include "fuzz/FuzzSession.h"
 #include "fuzz/FuzzTargets.h"
@@ -51,5 +52,7 @@ void fuzz::model(std::string_view input) {
     }
     requireLinked(*model);
     vex::checkModel(*model, "m.xml", found);
-    requireSound(request(visitAlone(model), whole));
+    vex::MetadataAnswer const answer = request(visitAlone(model), whole);
+    requireSound(answer);
+    KRLIDOM_Writer::toUtf8(answer.response.document()); // raises what it cannot write
 }

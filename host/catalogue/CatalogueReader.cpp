@@ -3,6 +3,7 @@
 #include "I18NStringIterator.h"
 #include "KRLException.h"
 #include "host/import/xml/SaxDocument.h"
+#include "host/store/build/WritableText.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -125,6 +126,14 @@ void CatalogueReader::checkAttributes(Rule const& rule, xercesc::Attributes cons
             report("catalogue-attribute",
                    quoted(rule.tag) + " has no attribute " + quoted(I18NString(name)));
         }
+        checkWritable(attributes.getValue(index));
+    }
+}
+
+// Names of users and roles and what is said of packages reach answers.
+void CatalogueReader::checkWritable(std::u16string_view text) {
+    if (std::size_t const at = findUnwritable(text); at != text.npos) {
+        report("unwritable-text", describeUnwritable(text[at]));
     }
 }
 
@@ -211,6 +220,7 @@ void CatalogueReader::endElement(XMLCh const* /*uri*/, XMLCh const* /*localName*
     }
     Place const place = m_open.back()->place;
     m_text = trimmed(m_text);
+    checkWritable(m_text.view());
     if (place == Place::Property) {
         leaveProperty();
     } else if (place == Place::Role) {

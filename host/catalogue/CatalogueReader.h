@@ -32,6 +32,7 @@ private:
 
     Rule const* findRule(std::u16string_view tag) const;
     void checkAttributes(Rule const& rule, xercesc::Attributes const& attributes);
+    void checkWritable(std::u16string_view text);
     void enter(Rule const& rule, xercesc::Attributes const& attributes);
     void enterGrant(xercesc::Attributes const& attributes);
     void enterModel(xercesc::Attributes const& attributes);

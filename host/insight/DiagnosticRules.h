@@ -35,7 +35,7 @@ inline constexpr DiagnosticRule diagnosticRules[] = {
     {"duplicate-id", Severity::Error, "Two elements have the same id."},
     {"duplicate-value", Severity::Error, "A property has two values for one locale."},
     {"unwritable-text", Severity::Error,
-     "A text or a class is none that a document can hold; a model document has no such."},
+     "A text or a class is none that XML 1.0 can hold, in which answers are written."},
 
     {"catalogue-unreadable", Severity::Error, "The catalogue cannot be read, or is not XML."},
     {"catalogue-element", Severity::Error, "An element stands where the catalogue allows none."},

@@ -59,11 +59,11 @@ std::string findPluginFile() {
         if (std::filesystem::is_regular_file(place, failed)) {
             return place.string();
         }
-        searched += "\n  " + place.string();
+        searched += (searched.empty() ? "" : ", ") + place.string();
     }
     throw PluginException(PluginFault::NotLoaded,
                           "the plug-in is not installed; name its file, or put it where one of "
-                          "these is looked for:" +
+                          "these is looked for: " +
                               searched);
 }
 

@@ -7,8 +7,6 @@
 #include "host/store/image/SameText.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <string>
 
 namespace vex {
@@ -27,12 +25,12 @@ ModelWriter::Name ModelWriter::countedName(std::u16string_view text) {
     if (text.empty()) {
         return {};
     }
-    if (!isHeldByDocument(text)) {
-        return m_name;
-    }
     Name const name(m_store->addName(text));
     KnownName& known = this->known(name.m_number);
     if (!known.isCounted) {
+        if (!isHeldByDocument(text)) {
+            return m_name;
+        }
         known.isCounted = true;
         countName(text);
     }
@@ -57,15 +55,12 @@ void ModelWriter::countName(std::u16string_view text) {
     }
 }
 
-bool ModelWriter::checkWritable(std::u16string_view text) {
+bool ModelWriter::isHeldByDocument(std::u16string_view text) {
     std::size_t const at = findUnwritable(text);
     if (at == text.npos) {
         return true;
     }
-    std::array<char, 8> code{};
-    std::snprintf(code.data(), code.size(), "U+%04X", static_cast<unsigned>(text[at]));
-    m_report.report("unwritable-text", std::string("a text holds ") + code.data() +
-                                           ", which no document can; remove it");
+    m_report.report("unwritable-text", describeUnwritable(text[at]));
     return false;
 }
 

@@ -121,6 +121,25 @@ TEST(Catalogue, ReportsEveryErrorWithItsPlace) {
                             "c.xml:4:10: error: \"user\" needs the attribute \"name\""));
 }
 
+TEST(Catalogue, RefusesTextsThatNoAnswerCanHold) {
+    auto const refused = [](std::string const& place) {
+        return ElementsAre("c.xml:" + place +
+                           ": error: a text holds U+0001, for which XML 1.0, and so "
+                           "an answer, has no place; remove it");
+    };
+    std::string const start = "<?xml version='1.1'?><catalog>\n";
+    std::string const model = start + "<model path='/m' file='m.xml'>";
+    EXPECT_THAT(findings(start + "<user name='a&#1;'/></catalog>"), refused("2:21"));
+    EXPECT_THAT(findings(start + "<user name='a'><role>&#1;</role></user></catalog>"),
+                refused("2:33"));
+    EXPECT_THAT(findings(model + "<package value='&#1;'/></model></catalog>"), refused("2:54"));
+    EXPECT_THAT(findings(model + "<package><property name='screenTip'>&#1;b</property></package>"
+                                 "</model></catalog>"),
+                refused("2:83"));
+    EXPECT_THAT(findings(model + "<grant role='r' view='&#1;'/></model></catalog>"),
+                refused("2:60"));
+}
+
 struct BadCatalogue {
     char const* what;
     char const* text;

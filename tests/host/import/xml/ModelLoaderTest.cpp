@@ -71,6 +71,36 @@ TEST(ModelLoader, RefusesTextThatIsNotWellFormed) {
     EXPECT_EQ(errorsOf(std::string("<model>\0</model>", 16)).front().rule, "not-well-formed");
 }
 
+/// In UTF-16, the way it lies in this machine, with a mark in front.
+std::string inUtf16(std::u16string const& text) {
+    std::u16string const marked = u'\uFEFF' + text;
+    return {reinterpret_cast<char const*>(marked.data()), marked.size() * sizeof(char16_t)};
+}
+
+TEST(ModelLoader, RefusesTextsThatOnlyXml11CanHold) {
+    std::string const start = "<?xml version='1.1'?>\n<model>\n";
+    auto const unwritable = [](unsigned long line, unsigned long column) {
+        return ElementsAre(Found{"unwritable-text", line, column});
+    };
+    EXPECT_THAT(errorsOf(start + "<a name='&#1;'/></model>"), unwritable(3, 17));
+    EXPECT_THAT(errorsOf(start + "<a id='&#x1F;'/></model>"), unwritable(3, 17));
+    EXPECT_THAT(errorsOf(start + "<a><property name='p'>x&#8;</property></a></model>"),
+                unwritable(3, 39));
+    EXPECT_THAT(errorsOf(start + "<a><property name='p&#2;'/></a></model>"), unwritable(3, 28));
+    EXPECT_THAT(errorsOf(start + "<a>&#x1B;[2J</a></model>"), unwritable(3, 17));
+    EXPECT_TRUE(
+        errorsOf(start + "<a name='&#x7F;&#x85;&#x9F;'>&#x9;\xE2\x80\xA8</a></model>").empty());
+}
+
+TEST(ModelLoader, RefusesHalfACharacter) {
+    auto const withName = [](char16_t unit) {
+        return inUtf16(u"<model><a name='" + std::u16string(1, unit) + u"'/></model>");
+    };
+    EXPECT_THAT(errorsOf(withName(0xD800)), ElementsAre(Found{"unwritable-text", 1, 21}));
+    EXPECT_THAT(errorsOf(withName(0xDC00)), ElementsAre(Found{"not-well-formed", 1, 18}));
+    EXPECT_TRUE(errorsOf(withName(u'\u00E4')).empty());
+}
+
 TEST(ModelLoader, RefusesADocumentTypeAndOpensNothingThatItNames) {
     EXPECT_EQ(errorsOf("<!DOCTYPE model><model/>").front().rule, "document-type");
     EXPECT_EQ(errorsOf("<!DOCTYPE model SYSTEM 'file:///etc/passwd'><model/>").front().rule,

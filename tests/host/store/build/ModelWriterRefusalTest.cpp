@@ -119,7 +119,7 @@ std::string nineTimes(std::string const& line) {
 TEST(ModelWriterRefusal, ReportsTextsThatNoDocumentCanHoldWhereverTheyStand) {
     auto const holds = [](char const* code) {
         return nineTimes(std::string("unwritable-text: a text holds ") + code +
-                         ", which no document can; remove it");
+                         ", for which XML 1.0, and so an answer, has no place; remove it");
     };
     EXPECT_EQ(foundOfEachUse(std::u16string_view(u"a\0b", 3)), holds("U+0000"));
     EXPECT_EQ(foundOfEachUse(u"a\u001F"), holds("U+001F"));
