@@ -78,7 +78,8 @@ struct AccessCommand {
                       isRefused                ? "-"
                       : answer.verdicts[index] ? "1"
                                                : "0",
-                      (name.empty() ? "" : name + '\t') + arguments.texts()[index]);
+                      (name.empty() ? "" : printable(name, false) + '\t') +
+                          printable(arguments.texts()[index], false));
             }
         }
         return status;
@@ -101,8 +102,7 @@ struct AccessCommand {
         char const* const colour = verdict == "1"   ? colours.good
                                    : verdict == "0" ? colours.doubtful
                                                     : colours.bad;
-        console.out() << colour << verdict << colours.end << '\t'
-                      << (console.outIsTerminal() ? printable(rest, true) : rest) << '\n';
+        console.out() << colour << verdict << colours.end << '\t' << rest << '\n';
     }
 };
 

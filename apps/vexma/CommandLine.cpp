@@ -1,6 +1,5 @@
 #include "apps/vexma/CommandLine.h"
 
-#include <iostream>
 #include <limits>
 
 #include <CLI/CLI.hpp>
@@ -75,9 +74,6 @@ CommandLine readCommandLine(CommandSyntax& program, int argc, char const* const*
     parser.require_subcommand(1);
     parser.set_version_flag("--version", program.version);
     addOptions(program, parser, options);
-    parser.failure_message([](CLI::App const* /*command*/, CLI::Error const& error) {
-        return std::string("vexma: ") + error.what() + "; see --help\n";
-    });
     for (CommandSyntax& command : program.commands) {
         CLI::App& commandParser = *parser.add_subcommand(command.name, command.help);
         addOptions(command, commandParser, options);
@@ -91,8 +87,12 @@ CommandLine readCommandLine(CommandSyntax& program, int argc, char const* const*
     try {
         parser.parse(argc, argv);
     } catch (CLI::ParseError const& end) { // a request for help ends the parse too
-        std::ostream& out = end.get_exit_code() == 0 ? console.out() : std::cerr;
-        return {nullptr, parser.exit(end, out, out) == 0 ? Done : WrongUsage};
+        if (end.get_exit_code() != 0) {
+            console.complain(std::string(end.what()) + "; see --help");
+            return {nullptr, WrongUsage};
+        }
+        parser.exit(end, console.out(), console.out());
+        return {nullptr, Done};
     }
     for (auto const& [parsed, option] : options) {
         option->isGiven = !parsed->empty();

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <array>
+#include "apps/vexma/DescriptorBuffer.h"
+#include "apps/vexma/ShownText.h"
+
 #include <ostream>
-#include <streambuf>
-#include <string>
 #include <string_view>
 
 namespace vex {
@@ -20,29 +20,6 @@ enum ExitStatus : int {
     Unverified = 6, // a check that had nothing to look at
 };
 
-/// A buffered stream's way into a file descriptor, which it owns.
-class DescriptorBuffer final : public std::streambuf {
-public:
-    explicit DescriptorBuffer(int descriptor);
-    DescriptorBuffer(DescriptorBuffer const&) = delete;
-    DescriptorBuffer& operator=(DescriptorBuffer const&) = delete;
-    ~DescriptorBuffer() override;
-
-    bool isTerminal() const;
-
-    /// Why writing failed, an errno number; 0 when it did not.
-    int getFailure() const { return m_failure; }
-
-protected:
-    int_type overflow(int_type character) override;
-    int sync() override;
-
-private:
-    int m_descriptor;
-    int m_failure = 0;
-    std::array<char, 65'536> m_buffer;
-};
-
 /// Where the program's results and complaints go. From its construction on,
 /// standard output belongs to the results alone: what anything else in the
 /// process prints there goes to standard error.
@@ -50,8 +27,12 @@ class Console {
 public:
     Console();
 
-    /// Takes results.
-    std::ostream& out() { return m_out; }
+    /// Takes results. A terminal shows what could steer it as the spelling says, which is
+    /// that of the form that the results have.
+    std::ostream& out(Spelling spelling = Spelling::Drawn) {
+        m_buffer.setSpelling(spelling);
+        return m_out;
+    }
     bool outIsTerminal() const { return m_outIsTerminal; }
     /// Results may be coloured: a terminal, and the user has not said no.
     bool outHasColour() const;
@@ -65,11 +46,17 @@ public:
     bool isVerbose() const { return m_isVerbose; }
     void setVerbose(bool verbose) { m_isVerbose = verbose; }
     /// @}
-    /// "vexma: text" on standard error.
+    /// "vexma: text" on standard error, in one line: names in it cannot begin another.
+    /// Takes no memory.
     void complain(std::string_view text);
 
-    /// Writes what is buffered. Complains when results were lost, unless their
-    /// reader stopped reading, which it may. Gives the status to end with.
+    /// Takes back what was written since the results were flushed: they do not come to
+    /// their end. Takes no memory.
+    void takeBack() { m_buffer.takeBack(); }
+
+    /// Writes what is buffered. When results were lost, takes back what can be and
+    /// complains, unless their reader stopped reading, which it may. Gives the status to
+    /// end with.
     int finish(int status);
 
 private:
@@ -79,9 +66,5 @@ private:
     bool m_errorIsTerminal;
     bool m_isVerbose = false;
 };
-
-/// `text` (UTF-8) without the control characters that could steer a terminal.
-/// Line breaks and tabs stay when `keepLines` says so.
-std::string printable(std::string_view text, bool keepLines);
 
 } // namespace vex

@@ -105,7 +105,7 @@ struct DiffCommand {
             return complainAbout(end, console);
         }
         if (json) {
-            console.out() << toJson(told.differences, rights) << '\n';
+            console.out(Spelling::Json) << toJson(told.differences, rights) << '\n';
         } else {
             writeRights(console.out(), rights, console.outHasColour());
             drawDifferences(console.out(), told.differences, console.outHasColour());
@@ -140,7 +140,7 @@ struct DiffCommand {
             }
         }
         if (json) {
-            console.out() << toJson(users, rights) << '\n';
+            console.out(Spelling::Json) << toJson(users, rights) << '\n';
         } else {
             writeRights(console.out(), rights, console.outHasColour());
             for (UserDifferences const& user : users) {

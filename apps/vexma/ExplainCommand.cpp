@@ -38,7 +38,7 @@ struct ExplainCommand {
 
     void write(Console& console, Explanation const& explanation) const {
         if (json) {
-            console.out() << toJson(explanation) << '\n';
+            console.out(Spelling::Json) << toJson(explanation) << '\n';
         } else {
             writeExplanation(console.out(), explanation, console.outHasColour());
         }

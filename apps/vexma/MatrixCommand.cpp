@@ -25,7 +25,9 @@ std::map<std::string, Format> const formats{
      }},
     {"csv", [](Console& console, SightMatrix const& matrix) { console.out() << toCsv(matrix); }},
     {"json",
-     [](Console& console, SightMatrix const& matrix) { console.out() << toJson(matrix) << '\n'; }},
+     [](Console& console, SightMatrix const& matrix) {
+         console.out(Spelling::Json) << toJson(matrix) << '\n';
+     }},
 };
 
 struct MatrixCommand {

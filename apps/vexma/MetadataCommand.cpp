@@ -44,8 +44,9 @@ struct MetadataCommand {
                                    complainAboutRequest(answer.end, asked, workplace, console));
         }
         bool const inLines = pretty || console.outIsTerminal();
-        KRLIDOM_Writer::write(console.out(), answer.response.document(), inLines);
-        console.out() << (inLines ? "" : "\n"); // lines end with one already
+        // Whole first: a document that cannot be written leaves no half of it behind.
+        console.out(Spelling::Xml) << KRLIDOM_Writer::toUtf8(answer.response.document(), inLines)
+                                   << (inLines ? "" : "\n"); // lines end with one already
         warnAboutStart(asked, id, answer.response.document().getDocumentElement(), workplace,
                        warnings);
         return warnings.finish(console, Done);

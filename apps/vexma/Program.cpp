@@ -6,6 +6,7 @@
 #include "host/store/image/HostException.h"
 
 #include <algorithm>
+#include <exception>
 #include <new>
 #include <string_view>
 
@@ -40,13 +41,16 @@ bool isCommand(std::string_view name) {
                        [&](CommandRow const& row) { return row.name == name; });
 }
 
-int runGuarded(CommandRun const& run, Console& console) {
+/// Runs the program, or a part of it; what it ends with an exception leaves no results
+/// that look whole.
+template <class Run> int runGuarded(Run const& run, Console& console) {
     auto const complain = [&](char const* text, int status) {
+        console.takeBack();
         console.complain(text);
         return status;
     };
     try {
-        return run(console);
+        return run();
     } catch (UsageException const& problem) {
         return complain(problem.what(), WrongUsage);
     } catch (PluginException const& problem) {
@@ -56,6 +60,8 @@ int runGuarded(CommandRun const& run, Console& console) {
         return complain(problem.what(), Unreadable);
     } catch (std::bad_alloc const&) {
         return complain("there is not enough memory for the model", Unreadable);
+    } catch (std::exception const& problem) { // of the system, by way of a library
+        return complain(problem.what(), Refused);
     }
 }
 
@@ -75,7 +81,7 @@ int runProgram(int argc, char** argv, Console& console) {
         command.run = row.add(command);
     }
     CommandLine const line = readCommandLine(program, argc, argv, console);
-    return line.command == nullptr ? line.status : runGuarded(line.command->run, console);
+    return line.command == nullptr ? line.status : line.command->run(console);
 }
 
 } // namespace
@@ -84,5 +90,6 @@ int runProgram(int argc, char** argv, Console& console) {
 
 int main(int argc, char** argv) {
     vex::Console console;
-    return console.finish(vex::runProgram(argc, argv, console));
+    return console.finish(
+        vex::runGuarded([&] { return vex::runProgram(argc, argv, console); }, console));
 }

@@ -91,10 +91,11 @@ struct SessionCommand {
             if (result == LineReader::Result::End) {
                 break;
             }
-            console.out() << (result == LineReader::Result::TooLong
-                                  ? replyToTooLong(longest)
-                                  : answerSessionLine(line, session.session(), limits, calls))
-                          << std::endl;
+            console.out(Spelling::Json)
+                << (result == LineReader::Result::TooLong
+                        ? replyToTooLong(longest)
+                        : answerSessionLine(line, session.session(), limits, calls))
+                << std::endl;
         }
         return Done;
     }

@@ -115,7 +115,8 @@ struct ValidateCommand {
             return Done;
         }
         Examination const examined = examineAll(checkedFiles(), console);
-        formats.at(format)(console.out(), examined.found, {all, console.outHasColour()});
+        std::ostream& out = console.out(format == "text" ? Spelling::Drawn : Spelling::Json);
+        formats.at(format)(out, examined.found, {all, console.outHasColour()});
         FindingCounts const counts = countFindings(examined.found);
         if (!examined.found.empty() || !examined.switchedOff.empty() || examined.unread != 0) {
             console.complain(summaryOf(examined, all || format != "text"));

@@ -29,13 +29,13 @@ std::map<std::string, Format> const formats{
          writeVerification(console.out(), found, all, console.outHasColour());
      }},
     {"json", [](Console& console, Verification const& found,
-                bool) { console.out() << toJson(found) << '\n'; }},
+                bool) { console.out(Spelling::Json) << toJson(found) << '\n'; }},
     {"sarif", [](Console& console, Verification const& found,
-                 bool) { console.out() << toSarif(found, VEX_VERSION) << '\n'; }},
+                 bool) { console.out(Spelling::Json) << toSarif(found, VEX_VERSION) << '\n'; }},
     {"junit",
      [](Console& console, Verification const& found, bool all) {
-         console.out() << toJunit(found,
-                                  all ? std::numeric_limits<std::size_t>::max() : shownOfAKind);
+         console.out(Spelling::Xml)
+             << toJunit(found, all ? std::numeric_limits<std::size_t>::max() : shownOfAKind);
      }},
 };
 

@@ -47,7 +47,7 @@ struct WhoCommand {
             }
         }
         if (json) {
-            console.out() << toJson(told) << '\n';
+            console.out(Spelling::Json) << toJson(told) << '\n';
         } else {
             writeSight(console.out(), told, console.outHasColour());
         }
