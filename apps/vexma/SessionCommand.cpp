@@ -40,12 +40,9 @@ public:
     void notify(int kind) { m_plugin->Notify(*m_session, kind); }
     /// The caller tells the plug-in.
     void reload() { m_session->takeModel(m_content->reloadModel(m_asked.modelPath)->model()); }
-    /// Under the command line's limits; an interrupt ends it.
+    /// Under the command line's limits.
     ActionOutcome call(VexVariant const& action, VexParams const& in) {
-        InterruptScope const interrupt;
-        ActionLimits limits = m_limits;
-        limits.cancelled = &interrupt.isInterrupted();
-        return callAction(*m_plugin, *m_session, action, in, limits);
+        return callAction(*m_plugin, *m_session, action, in, m_limits);
     }
 
 private:
@@ -67,6 +64,7 @@ struct SessionCommand {
     SourceOptions source;
     RequestSize requestSize;
     bool anyPath = false;
+    std::size_t mostValues = mostValuesOfALine;
 
     int run(Console& console) const {
         source.check();
@@ -78,8 +76,9 @@ struct SessionCommand {
                                  "model file alone confines it to nothing, so leave it out");
         }
         ClientSession session(source, anyPath ? SessionPaths::Any : SessionPaths::Own, console);
-        KRLIDOM_ReadLimits limits;
-        limits.bytes = requestSize.bytes;
+        SessionLineLimits limits;
+        limits.document.bytes = requestSize.bytes;
+        limits.values = mostValues;
         SessionCalls const calls{
             [&](VexVariant const& action, VexParams const& in) { return session.call(action, in); },
             [&](int kind) { session.notify(kind); }, [&] { session.reload(); }};
@@ -91,6 +90,10 @@ struct SessionCommand {
             if (result == LineReader::Result::End) {
                 break;
             }
+            InterruptScope const interrupt; // ends what is done for this line, and no more
+            ActionLimits ofLine = limitsOf(source);
+            ofLine.cancelled = &interrupt.isInterrupted();
+            Budget const budget(budgetOf(ofLine));
             console.out(Spelling::Json)
                 << (result == LineReader::Result::TooLong
                         ? replyToTooLong(longest)
@@ -117,6 +120,13 @@ CommandRun addSessionCommand(CommandSyntax& command) {
                  .help = "Let lines name any model path, which lifts every restriction of the "
                          "user; for trying a plug-in by hand"});
     session->requestSize.addTo(command);
+    command.add({.name = "--max-values",
+                 .into = &session->mostValues,
+                 .help = "Values that a line may hold: numbers, texts, lists and objects",
+                 .word = "N",
+                 .group = "Limits",
+                 .showsDefault = true,
+                 .isPositive = true});
     command.epilog = R"(Reads one JSON object per line and answers each with one:
   {"action": A, "in": [V, ...]}  calls an action; A is a number or a V
   {"notify": kind}               sends a notification of the session; 2 reads the model anew

@@ -16,13 +16,6 @@ I18NString idOf(VEX_HANDLE object) {
     return id;
 }
 
-I18NString nameIn(I18NLocale const& locale, VEX_HANDLE object) {
-    static I18NString const property("name");
-    I18NString name;
-    VexObject(VexObject(object).GetPropertyByName(property, &locale)).GetValue(name, true);
-    return name;
-}
-
 VEX_HANDLE namespaceAround(VEX_HANDLE object) {
     VEX_HANDLE at = VexObject(object).GetParent();
     while (at.IsNotNull() && classOf(at) != "namespace") {

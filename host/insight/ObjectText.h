@@ -1,6 +1,7 @@
 #pragma once
 
 #include "I18NLocale.h"
+#include "host/service/ObjectName.h"
 #include "host/store/image/Model.h"
 
 #include <string>
@@ -8,11 +9,9 @@
 
 namespace vex {
 
-/// An element's class, id, and the name that a locale finds; "" for what it
-/// lacks.
+/// An element's class and id; "" for what it lacks. Its name: `nameIn`.
 I18NString classOf(VEX_HANDLE object);
 I18NString idOf(VEX_HANDLE object);
-I18NString nameIn(I18NLocale const& locale, VEX_HANDLE object);
 
 /// The nearest namespace that an element stands in; null outside of all.
 VEX_HANDLE namespaceAround(VEX_HANDLE object);

@@ -2,6 +2,7 @@
 
 #include "host/insight/NearestWord.h"
 #include "host/protocol/JsonText.h"
+#include "host/protocol/LineMeasure.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -98,28 +99,6 @@ SessionLine readNotification(Json const& value) {
     return SessionNotification{value.get<int>()};
 }
 
-/// True for a value that holds no others within each other beyond a few levels: what
-/// writes a value calls itself for each of them.
-bool isShallow(Json const& value) {
-    constexpr std::size_t mostLevels = 32;
-    std::vector<Json const*> level{&value};
-    for (std::size_t depth = 0; !level.empty(); ++depth) {
-        if (depth > mostLevels) {
-            return false;
-        }
-        std::vector<Json const*> below;
-        for (Json const* const each : level) {
-            for (Json const& inside : *each) {
-                if (inside.is_structured()) {
-                    below.push_back(&inside);
-                }
-            }
-        }
-        level = std::move(below);
-    }
-    return true;
-}
-
 /// What a line asks for, its id apart.
 SessionLine readContent(Json& json) {
     constexpr std::string_view known[] = {"action", "in", "notify", "id"};
@@ -144,7 +123,11 @@ SessionLine readContent(Json& json) {
 
 } // namespace
 
-ReadLine readSessionLine(std::string_view text) {
+ReadLine readSessionLine(std::string_view text, std::size_t mostValues) {
+    std::string tooMuch = tooMuchIn(text, mostValues);
+    if (!tooMuch.empty()) {
+        return {UnusableLine{std::move(tooMuch)}};
+    }
     Json json = Json::parse(text, nullptr, false);
     if (json.is_discarded() || !json.is_object()) {
         return {UnusableLine{std::string("the line is not a JSON object; ") + wantedLine}};
@@ -152,10 +135,6 @@ ReadLine readSessionLine(std::string_view text) {
     auto const id = json.find("id");
     if (id == json.end()) {
         return {readContent(json)};
-    }
-    if (!isShallow(*id)) {
-        return {UnusableLine{"the id of the line is nested too deeply; a number or a text is "
-                             "enough"}};
     }
     return {readContent(json), toText(*id, JsonForm::OneLine)};
 }

@@ -51,9 +51,15 @@ struct ReadLine {
     std::string id{}; // the value of its "id", JSON on one line; "" without one
 };
 
-/// Reads a line; needs no session and raises nothing of its own. What is wrong with
-/// a line names the first key that has no place in it, with the one it may stand for.
-ReadLine readSessionLine(std::string_view text);
+/// The values that a line may hold unless somebody says otherwise: numbers, texts, lists
+/// and objects, wherever they stand.
+constexpr std::size_t mostValuesOfALine = 10'000;
+
+/// Reads a line; needs no session and raises only what the call's `Budget` does. What is
+/// wrong with a line names the first key that has no place in it, with the one it may
+/// stand for. A line of too many values or keys is read no further than to the first that
+/// is too many.
+ReadLine readSessionLine(std::string_view text, std::size_t mostValues = mostValuesOfALine);
 
 /// The bytes that a line with a request of that many bytes may have: each byte
 /// may be escaped, and something stands around them.

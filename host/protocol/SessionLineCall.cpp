@@ -3,6 +3,7 @@
 #include "KRLIDOM_Writer.h"
 #include "VexNotification.h"
 #include "VexObject.h"
+#include "host/store/image/Budget.h"
 #include "host/store/image/HostException.h"
 
 #include <new>
@@ -16,7 +17,7 @@ using Kind = SessionValue::Kind;
 /// Makes variants of a line's values, which it holds.
 class ValueMaker {
 public:
-    ValueMaker(HostSession const& session, KRLIDOM_ReadLimits const& limits)
+    ValueMaker(HostSession const& session, SessionLineLimits const& limits)
         : m_session(session), m_limits(limits) {}
 
     VexVariant make(SessionValue const& value) {
@@ -30,7 +31,7 @@ public:
         case Kind::Handle:
             return VexVariant(m_session.findObject(I18NString::fromUtf8(value.text)));
         case Kind::Node:
-            return m_values.node(KRLIDOM_Reader::parse(value.text, "node", m_limits));
+            return m_values.node(read(value.text));
         case Kind::Unusable:
             break;
         }
@@ -38,9 +39,30 @@ public:
     }
 
 private:
+    /// Each may be as long as a request, and so may all of them together.
+    KRLIDOM_OwnedDocument read(std::string const& xml) {
+        if (++m_nodes > SessionLineLimits::MostNodes) {
+            throw HostException("the line holds more than " +
+                                std::to_string(SessionLineLimits::MostNodes) +
+                                " nodes, which is the limit; send fewer");
+        }
+        KRLIDOM_OwnedDocument document = KRLIDOM_Reader::parse(xml, "node", m_limits.document);
+        m_nodeBytes += xml.size();
+        if (m_nodeBytes > m_limits.document.bytes) {
+            throw HostException("the nodes of the line hold more than " +
+                                std::to_string(m_limits.document.bytes) +
+                                " bytes together, which is the limit; send fewer, or raise it "
+                                "with --max-request");
+        }
+        Budget::chargeBytes(document.byteCount());
+        return document;
+    }
+
     HostSession const& m_session;
-    KRLIDOM_ReadLimits const& m_limits;
+    SessionLineLimits const& m_limits;
     ActionValues m_values;
+    std::size_t m_nodes = 0;
+    std::size_t m_nodeBytes = 0;
 };
 
 SessionValue appendedValue(VexVariant const& value) {
@@ -81,7 +103,7 @@ SessionReply replyTo(ActionOutcome const& outcome) {
 /// Carries out each kind of line.
 struct Performer {
     HostSession const& session;
-    KRLIDOM_ReadLimits const& limits;
+    SessionLineLimits const& limits;
     SessionCalls const& calls;
 
     SessionReply operator()(SessionAction const& line) const {
@@ -122,7 +144,7 @@ private:
 } // namespace
 
 SessionReply carryOut(SessionLine const& line, HostSession const& session,
-                      KRLIDOM_ReadLimits const& limits, SessionCalls const& calls) {
+                      SessionLineLimits const& limits, SessionCalls const& calls) {
     try {
         return std::visit(Performer{session, limits, calls}, line);
     } catch (KRLException const& problem) {
@@ -131,12 +153,14 @@ SessionReply carryOut(SessionLine const& line, HostSession const& session,
 }
 
 std::string answerSessionLine(std::string_view line, HostSession const& session,
-                              KRLIDOM_ReadLimits const& limits, SessionCalls const& calls) {
+                              SessionLineLimits const& limits, SessionCalls const& calls) {
     std::string id;
     try {
-        ReadLine read = readSessionLine(line);
+        ReadLine read = readSessionLine(line, limits.values);
         id = std::move(read.id);
         return toJson(carryOut(read.says, session, limits, calls), id);
+    } catch (KRLLimitException const& stopped) {
+        return toJson(UnusedReply{stopped.what()}, id);
     } catch (std::bad_alloc const&) {
         return toJson(UnusedReply{"there is not enough memory for this line; ask for less"}, id);
     }

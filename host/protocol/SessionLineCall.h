@@ -22,16 +22,23 @@ struct SessionCalls {
     std::function<void()> reload{};
 };
 
+/// What a line may hold.
+struct SessionLineLimits {
+    KRLIDOM_ReadLimits document{}; ///< each of its documents; its bytes: all together
+    std::size_t values = mostValuesOfALine;
+    static constexpr std::size_t MostNodes = 100; ///< an action takes one or two
+};
+
 /// Does what a line says. The values are made in the order of the line; the
 /// first that cannot be (it is unusable, its handle names nothing, its document
 /// cannot be read within `limits`) is the reply, and nothing is called. Of the
 /// platform's exceptions none comes out.
 SessionReply carryOut(SessionLine const& line, HostSession const& session,
-                      KRLIDOM_ReadLimits const& limits, SessionCalls const& calls);
+                      SessionLineLimits const& limits, SessionCalls const& calls);
 
-/// Reads a line, carries it out and writes the reply, all as text. When memory
-/// runs out, the reply says so.
+/// Reads a line, carries it out and writes the reply, all as text. When memory runs out
+/// or the call's `Budget` ends it, the reply says so.
 std::string answerSessionLine(std::string_view line, HostSession const& session,
-                              KRLIDOM_ReadLimits const& limits, SessionCalls const& calls);
+                              SessionLineLimits const& limits, SessionCalls const& calls);
 
 } // namespace vex

@@ -1,7 +1,5 @@
 #include "host/service/ActionCall.h"
 
-#include "host/store/image/CallLimits.h"
-
 namespace vex {
 
 VexVariant ActionValues::text(I18NString text) {
@@ -29,11 +27,16 @@ std::vector<VexVariant> ActionResponse::appended() const {
     return values;
 }
 
-std::optional<std::chrono::steady_clock::time_point> deadlineOf(ActionLimits const& limits) {
-    if (!limits.time) {
-        return std::nullopt;
+Budget::Allowed budgetOf(ActionLimits const& limits) {
+    Budget::Allowed allowed;
+    if (limits.time) {
+        allowed.deadline = std::chrono::steady_clock::now() + *limits.time;
     }
-    return std::chrono::steady_clock::now() + *limits.time;
+    allowed.cancelled = limits.cancelled;
+    if (limits.response.bytes != 0) {
+        allowed.bytes = limits.response.bytes;
+    }
+    return allowed;
 }
 
 ActionOutcome callAction(PluginProxy& plugin, HostSession& session, VexVariant const& action,
@@ -41,7 +44,7 @@ ActionOutcome callAction(PluginProxy& plugin, HostSession& session, VexVariant c
     ActionOutcome outcome;
     ActionResponse response(limits.response);
     try {
-        CallLimits const callLimits(deadlineOf(limits), limits.cancelled);
+        Budget const budget(budgetOf(limits));
         outcome.code = plugin.DoAction(session, action, in, response.out()).GetCode();
         outcome.end = ActionOutcome::End::Returned;
     } catch (VexException const& raised) {

@@ -2,6 +2,7 @@
 
 #include "KRLIDOM_OwnedDocument.h"
 #include "host/service/PluginProxy.h"
+#include "host/store/image/Budget.h"
 
 #include <atomic>
 #include <chrono>
@@ -57,8 +58,8 @@ private:
     VexParams m_out;
 };
 
-/// When a call that begins now must have ended, if ever.
-std::optional<std::chrono::steady_clock::time_point> deadlineOf(ActionLimits const& limits);
+/// What a call that begins now may use up.
+Budget::Allowed budgetOf(ActionLimits const& limits);
 
 /// How a call ended, and the response document as it stood then.
 struct ActionOutcome {

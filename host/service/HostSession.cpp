@@ -1,6 +1,7 @@
 #include "host/service/HostSession.h"
 
 #include "host/service/ObjectByName.h"
+#include "host/store/image/HostException.h"
 
 #include <algorithm>
 
@@ -34,8 +35,14 @@ void HostSession::takeModel(std::shared_ptr<Model const> model) {
 }
 
 VEX_HANDLE HostSession::findObject(I18NString const& idOrReference) const {
-    MayBeNamed const nothing = [](Vex_Handle_Collection const&) { return std::vector<bool>(); };
-    return vex::findObject(*getModel(), idOrReference, m_mayNameAll ? MayBeNamed() : nothing);
+    if (m_mayNameAll) {
+        return vex::findObject(*getModel(), idOrReference);
+    }
+    VEX_HANDLE const object = lookUpObject(*getModel(), idOrReference);
+    if (!object.IsNotNull()) {
+        throw HostException(unknownObjectText(idOrReference, {}));
+    }
+    return object;
 }
 
 } // namespace vex

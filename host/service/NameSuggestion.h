@@ -22,8 +22,14 @@ struct Suggestion {
 /// What a text may have meant that names nothing: the nearest first, three at most.
 /// That is what was mistyped, and what was taken from elsewhere: an id, a path for a
 /// reference or the other way round, names in another language or in other case.
-/// Objects that may not be named count as if they did not exist; without that function
-/// all may be named.
+/// Objects that may not be named count as if they did not exist, and a text that names
+/// one is not suggested, for what stands in it neither; without that function all may be
+/// named.
+///
+/// They are a help and cost little: a text of more than 256 characters gets none, the work
+/// is bounded and charged to the call's `Budget` (in a very large model only its first
+/// part is searched), and when a limit of the call strikes there are none. Raise nothing
+/// of their own.
 /// @{
 /// Ids, and references in the default language. None when the text is one of them.
 std::vector<Suggestion> suggestObjects(Model const& model, I18NString const& text,

@@ -2,8 +2,8 @@
 
 #include "VexObject.h"
 #include "host/service/EditDistance.h"
+#include "host/service/ObjectName.h"
 #include "host/store/image/ReferenceText.h"
-#include "resources.h"
 
 #include <algorithm>
 
@@ -30,16 +30,13 @@ std::vector<std::u16string> splitLeniently(I18NString const& text) {
 
 } // namespace
 
-I18NString nameInLocale(VEX_HANDLE element, I18NLocale const& locale) {
-    I18NString name;
-    VexObject(VexObject(element).GetPropertyByName(resources::getString(resources::Name), &locale))
-        .GetValue(name, true);
-    return name;
-}
-
 NamesOnTheWay::NamesOnTheWay(Model const& model, I18NString const& text, I18NLocale const& locale)
-    : m_locales{model.defaultLocale(), locale} {
-    m_locales.insert(m_locales.end(), model.locales().begin(), model.locales().end());
+    : m_locales(model.locales()) {
+    for (I18NLocale const& each : {model.defaultLocale(), locale}) {
+        if (std::find(m_locales.begin(), m_locales.end(), each) == m_locales.end()) {
+            m_locales.push_back(each);
+        }
+    }
     for (std::u16string const& name : splitLeniently(text)) {
         m_last = name;
         m_folded.push_back(foldCase(name));
@@ -64,7 +61,7 @@ bool NamesOnTheWay::beginAt(VEX_HANDLE element) const {
 
 bool NamesOnTheWay::isNameOf(std::u16string const& folded, VEX_HANDLE element) const {
     return std::any_of(m_locales.begin(), m_locales.end(), [&](I18NLocale const& locale) {
-        I18NString const name = nameInLocale(element, locale);
+        I18NString const name = nameIn(locale, element);
         return static_cast<std::size_t>(name.length()) == folded.size() &&
                foldCase(name.view()) == folded;
     });

@@ -7,9 +7,6 @@
 
 namespace vex {
 
-/// An element's name that a locale finds; "" when it finds none.
-I18NString nameInLocale(VEX_HANDLE element, I18NLocale const& locale);
-
 /// The names of a path or reference as people write them: in any language of the
 /// model or mixed, upper and lower case being the same, some that stand on the way
 /// left out, and without the right brackets.

@@ -7,7 +7,14 @@ namespace vex {
 namespace {
 constexpr char const* howToNameObjects =
     "give an id, or a reference like [Namespace].[Query subject]";
+
+/// As much of a text as people read.
+std::string shown(I18NString const& text) {
+    constexpr int longest = 200;
+    return text.length() <= longest ? text.toUtf8() : text.substring(0, longest).toUtf8() + "...";
 }
+
+} // namespace
 
 VEX_HANDLE lookUpObject(Model const& model, I18NString const& idOrReference) {
     VEX_HANDLE const object = model.findById(idOrReference);
@@ -16,7 +23,7 @@ VEX_HANDLE lookUpObject(Model const& model, I18NString const& idOrReference) {
 
 std::string unknownObjectText(I18NString const& idOrReference,
                               std::vector<Suggestion> const& suggestions) {
-    return "the model has no object with the id or reference \"" + idOrReference.toUtf8() + "\"; " +
+    return "the model has no object with the id or reference \"" + shown(idOrReference) + "\"; " +
            (suggestions.empty() ? howToNameObjects : toQuestion(suggestions));
 }
 

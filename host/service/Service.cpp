@@ -4,10 +4,7 @@
 #include "host/service/NameSuggestion.h"
 #include "host/service/ObjectByName.h"
 #include "host/service/PluginException.h"
-#include "host/store/image/CallLimits.h"
 #include "host/store/image/HostException.h"
-
-#include <algorithm>
 
 namespace vex {
 
@@ -19,7 +16,7 @@ template <class Call>
 CallEnd endOf(SessionPool::Loan& loan, ActionLimits const& limits, Call const& call) {
     CallEnd end;
     try {
-        CallLimits const callLimits(deadlineOf(limits), limits.cancelled);
+        Budget const budget(budgetOf(limits));
         end.code = call(loan.session());
         end.kind = CallEnd::Kind::Answered;
         if (end.code != VexErrorCode::Handled) {
@@ -39,28 +36,6 @@ CallEnd endOf(SessionPool::Loan& loan, ActionLimits const& limits, Call const& c
     }
     return end;
 }
-
-/// Several calls that share one deadline.
-class SharedDeadline {
-public:
-    explicit SharedDeadline(ActionLimits const& limits)
-        : m_limits(limits), m_end(deadlineOf(limits)) {}
-
-    /// What the next call may use up.
-    ActionLimits rest() const {
-        ActionLimits limits = m_limits;
-        if (m_end) {
-            auto const left = *m_end - std::chrono::steady_clock::now();
-            limits.time = std::max(std::chrono::milliseconds::zero(),
-                                   std::chrono::ceil<std::chrono::milliseconds>(left));
-        }
-        return limits;
-    }
-
-private:
-    ActionLimits m_limits;
-    std::optional<std::chrono::steady_clock::time_point> m_end;
-};
 
 } // namespace
 
@@ -119,11 +94,10 @@ Service::NamedObject Service::findNamed(Visit const& visit, I18NString const& id
     VEX_HANDLE const root = model.GetRootObject();
     VEX_HANDLE const object = lookUpObject(model, idOrReference);
     bool const isKnown = object.IsNotNull() && object != root; // no tree starts at the root
-    SharedDeadline const shared(limits);
     // Asked alike for a name that names nothing: a refusal must not tell which it was.
     Vex_Handle_Collection asked;
     asked.push_back(isKnown ? object : root);
-    AccessAnswer const answer = access(visit, asked, 0, shared.rest());
+    AccessAnswer const answer = access(visit, asked, 0, limits);
     if (!answer.end.isAnswered() || (isKnown && answer.verdicts.front())) {
         return {answer.end, object};
     }
@@ -132,7 +106,7 @@ Service::NamedObject Service::findNamed(Visit const& visit, I18NString const& id
     none.end.text = unknownObjectText(
         idOrReference,
         suggestObjects(model, idOrReference, [&](Vex_Handle_Collection const& objects) {
-            return access(visit, objects, 0, shared.rest()).verdicts;
+            return access(visit, objects, 0, limits).verdicts;
         }));
     return none;
 }
@@ -140,14 +114,14 @@ Service::NamedObject Service::findNamed(Visit const& visit, I18NString const& id
 CallEnd Service::answerAt(Visit const& visit, I18NString const& idOrReference,
                           KRLIDOM_Document const& request, KRLIDOM_Node* response,
                           VexTreeObserver* observer, ActionLimits const& limits) {
-    SharedDeadline const shared(limits);
+    Budget const whole(budgetOf(limits)); // of all the calls that this makes
     NamedObject const named = findNamed(visit, idOrReference, limits);
     if (!named.end.isAnswered()) {
         return named.end;
     }
     SessionPool::Loan loan = m_sessions.take(visit, SessionKind::Metadata);
     KRLIDOM_Node node = request;
-    return endOf(loan, shared.rest(), [&](HostSession& session) {
+    return endOf(loan, limits, [&](HostSession& session) {
         m_plugin->answerAt(session, visit.version->path(), node, response, named.object, observer);
         return long{VexErrorCode::Handled};
     });

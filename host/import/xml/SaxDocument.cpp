@@ -2,6 +2,7 @@
 
 #include "KRLException.h"
 #include "KRLIDOM_Platform.h"
+#include "host/store/image/Budget.h"
 
 #include <algorithm>
 #include <array>
@@ -34,6 +35,7 @@ public:
     XMLCh const* getContentType() const override { return nullptr; }
 
     XMLSize_t readBytes(XMLByte* const target, XMLSize_t const room) override {
+        Budget::checkCancelled();
         XMLSize_t count = m_start.copy(reinterpret_cast<char*>(target), room);
         m_start.remove_prefix(count);
         if (count == 0) {

@@ -1,7 +1,6 @@
 #include "host/store/image/Model.h"
 
 #include "KRLException.h"
-#include "host/store/image/CallLimits.h"
 #include "host/store/image/ReferenceText.h"
 #include "host/store/image/SameText.h"
 #include "host/store/image/StoreData.h"
@@ -78,15 +77,25 @@ VEX_HANDLE Model::findById(I18NString const& id) const {
 }
 
 bool Model::getReference(VEX_HANDLE element, I18NString& reference) const {
-    DecodedHandle const decoded = decode(element);
-    if (!IsObject(element) || decoded.kind != Kind::Element) {
-        return false;
-    }
-    std::vector<ElementNumber> const named = m_data->referenceOf(decoded.number);
-    for (auto at = named.rbegin(); at != named.rend(); ++at) {
-        appendToReference(reference, m_data->texts.view(m_data->nameOf(*at)));
+    std::vector<VEX_HANDLE> const named = namedByReference(element);
+    for (VEX_HANDLE const each : named) {
+        appendToReference(reference, m_data->texts.view(m_data->nameOf(decode(each).number)));
     }
     return !named.empty();
+}
+
+std::vector<VEX_HANDLE> Model::namedByReference(VEX_HANDLE element) const {
+    std::vector<VEX_HANDLE> named;
+    DecodedHandle const decoded = decode(element);
+    if (!IsObject(element) || decoded.kind != Kind::Element) {
+        return named;
+    }
+    std::vector<ElementNumber> const numbers = m_data->referenceOf(decoded.number);
+    named.reserve(numbers.size());
+    for (auto at = numbers.rbegin(); at != numbers.rend(); ++at) {
+        named.push_back(elementHandle(*at));
+    }
+    return named;
 }
 
 I18NLocale const& Model::defaultLocale() const {

@@ -37,6 +37,10 @@ public:
     /// namespace, and for a property.
     bool getReference(VEX_HANDLE element, I18NString& reference) const;
 
+    /// The elements whose names make up that reference, outermost first; none when there
+    /// is no reference.
+    std::vector<VEX_HANDLE> namedByReference(VEX_HANDLE element) const;
+
     I18NLocale const& defaultLocale() const;
     /// The entries of the model's `locales`, in document order.
     std::vector<I18NLocale> const& locales() const;

@@ -1,6 +1,6 @@
 // The elements below many objects that have one thing in common.
 
-#include "host/store/image/CallLimits.h"
+#include "host/store/image/Budget.h"
 #include "host/store/image/Model.h"
 #include "host/store/image/StoreData.h"
 
@@ -81,7 +81,7 @@ void Model::FindElementsWithin(std::span<VEX_HANDLE const> objects, I18NString c
                                I18NString const& tag, Vex_Handle_Collection& found) const {
     constexpr std::size_t batch = 32;
     constexpr ElementNumber few = 16;
-    CallLimits::check();
+    Budget::charge();
     Atom const property = m_data->names.find(name.view(), m_data->texts);
     Atom const cls = m_data->names.find(tag.view(), m_data->texts);
     if (property == NoAtom || cls == NoAtom) {
@@ -92,7 +92,7 @@ void Model::FindElementsWithin(std::span<VEX_HANDLE const> objects, I18NString c
     ElementNumber taken = 0; // what lies behind it, up to the end, is inside
     ElementNumber takenEnd = 0;
     for (; !objects.empty(); objects = objects.subspan(std::min(batch, objects.size()))) {
-        CallLimits::check();
+        Budget::charge();
         for (VEX_HANDLE const object : objects.first(std::min(batch, objects.size()))) {
             auto const [kind, number] = decode(object);
             if (kind != Kind::Element || (number > taken && number < takenEnd) ||

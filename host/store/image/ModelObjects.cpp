@@ -1,6 +1,6 @@
 // What objects say of themselves, and how they stand to each other.
 
-#include "host/store/image/CallLimits.h"
+#include "host/store/image/Budget.h"
 #include "host/store/image/Model.h"
 #include "host/store/image/StoreData.h"
 
@@ -104,7 +104,7 @@ void Model::appendChildren(ElementNumber first, ElementNumber last, Vex_Handle_C
 
 bool Model::childObjects(VEX_HANDLE object, Vex_Handle_Collection& found, I18NString const* name,
                          I18NString const* role) const {
-    CallLimits::check();
+    Budget::charge();
     DecodedHandle const decoded = decode(object);
     if (decoded.kind == Kind::Value) {
         return true;
@@ -145,7 +145,7 @@ bool Model::hasChildObjects(VEX_HANDLE object) const {
 
 bool Model::getElementsByTagName(VEX_HANDLE object, I18NString const& tag,
                                  Vex_Handle_Collection& found) const {
-    CallLimits::check();
+    Budget::charge();
     DecodedHandle const decoded = decode(object);
     Atom const cls = m_data->names.find(tag.view(), m_data->texts);
     if (decoded.kind == Kind::Element && cls != NoAtom) {

@@ -1,6 +1,6 @@
 // The properties of objects: by name, by role, all of them.
 
-#include "host/store/image/CallLimits.h"
+#include "host/store/image/Budget.h"
 #include "host/store/image/Model.h"
 #include "host/store/image/SameText.h"
 #include "host/store/image/StoreData.h"
@@ -54,7 +54,7 @@ VEX_HANDLE Model::findCollection(ElementNumber element, Atom cls) const {
 
 VEX_HANDLE Model::GetPropertyByName(VEX_HANDLE object, I18NString const& name,
                                     I18NLocale const* locale) const {
-    CallLimits::check();
+    Budget::charge();
     DecodedHandle const decoded = decode(object);
     if (decoded.kind == Kind::Element && isName(name)) {
         ElementRecord const& element = m_data->elements[decoded.number];
@@ -92,7 +92,7 @@ VEX_HANDLE Model::findProperty(DecodedHandle decoded, I18NString const& name,
 
 VEX_HANDLE Model::GetPropertyByRole(VEX_HANDLE object, I18NString const& role,
                                     I18NLocale const* locale) const {
-    CallLimits::check();
+    Budget::charge();
     SimpleProperties const simple = findSimpleProperties(decode(object));
     if (simple.shape == nullptr) {
         return {};
@@ -125,7 +125,7 @@ void Model::appendCollections(ElementNumber element, Vex_Handle_Collection& foun
 
 bool Model::Properties(VEX_HANDLE object, Vex_Handle_Collection& found, I18NString const* name,
                        I18NString const* role) const {
-    CallLimits::check();
+    Budget::charge();
     DecodedHandle const decoded = decode(object);
     SimpleProperties const simple = findSimpleProperties(decoded);
     if (simple.shape != nullptr) {

@@ -1,6 +1,6 @@
 // Comparing the names of many objects with one text.
 
-#include "host/store/image/CallLimits.h"
+#include "host/store/image/Budget.h"
 #include "host/store/image/Model.h"
 #include "host/store/image/StoreData.h"
 
@@ -96,7 +96,7 @@ std::size_t Model::FindPropertyValue(std::span<VEX_HANDLE const> objects, I18NSt
     match = VexTextMatch::Different;
     std::size_t before = 0;
     while (match == VexTextMatch::Different && before != objects.size()) {
-        CallLimits::check();
+        Budget::charge();
         std::size_t const count = std::min(objects.size() - before, ValueSearch::BatchSize);
         before += search.find(objects.subspan(before, count), match);
     }

@@ -2,6 +2,7 @@
 
 #include "KRLIDOM_Writer.h"
 #include "VexObject.h"
+#include "host/store/image/Budget.h"
 #include "host/store/image/HostException.h"
 #include "tests/host/service/SmallModel.h"
 
@@ -44,7 +45,7 @@ protected:
     }
 
     vex::HostSession m_session{smallModel(), I18NLocale(), nullptr, nullptr};
-    KRLIDOM_ReadLimits m_limits;
+    vex::SessionLineLimits m_limits;
     vex::SessionCalls m_calls;
     vex::ActionOutcome m_outcome; // of the next call
     std::function<void(VexVariant const&, VexParams const&)> m_seen = [](VexVariant const&,
@@ -141,7 +142,7 @@ TEST_F(SessionLineCall, CallsNothingWhenAValueCannotBeMade) {
 }
 
 TEST_F(SessionLineCall, RefusesADocumentPastItsLimits) {
-    m_limits.bytes = 10;
+    m_limits.document.bytes = 10;
     EXPECT_THAT(problemOf({{Kind::Node, 0, "<a>1234567</a>"}}), HasSubstr("10"));
 }
 
@@ -215,6 +216,50 @@ TEST_F(SessionLineCall, GivesTheIdBackWithWhateverItAnswers) {
     EXPECT_THAT(answer(R"({"id": 7, "action": 31000})"), StartsWith(R"({"id":7,"error":)"));
     EXPECT_THAT(answer(R"({"id": 8, "action": 31000, "in": []})"),
                 StartsWith(R"({"id":8,"code":)"));
+}
+
+TEST_F(SessionLineCall, RefusesDocumentsThatAreTooLongTogether) {
+    m_limits.document.bytes = 10;
+    EXPECT_THAT(problemOf({{Kind::Node, 0, "<a></a>"}, {Kind::Node, 0, "<b></b>"}}),
+                HasSubstr("more than 10 bytes together, which is the limit; send fewer, or raise "
+                          "it with --max-request"));
+    EXPECT_EQ(m_called, 0);
+}
+
+TEST_F(SessionLineCall, RefusesMoreDocumentsThanAnyActionTakes) {
+    std::vector<SessionValue> nodes(100, {Kind::Node, 0, "<a/>"});
+    EXPECT_TRUE(std::holds_alternative<vex::ReturnedReply>(act(nodes)));
+    nodes.push_back({Kind::Node, 0, "<a/>"});
+    EXPECT_THAT(problemOf(nodes), HasSubstr("more than 100 nodes, which is the limit"));
+    EXPECT_EQ(m_called, 1);
+}
+
+TEST_F(SessionLineCall, HoldsNoMoreOfItsDocumentsThanTheCallMay) {
+    vex::Budget const budget({.bytes = 40'000});
+    EXPECT_THAT(problemOf(std::vector<SessionValue>(100, {Kind::Node, 0, "<a/>"})),
+                HasSubstr("more than 40000 bytes, which is the limit; ask for less, or raise the "
+                          "limit with --max-bytes"));
+}
+
+TEST_F(SessionLineCall, EndsAtWhateverItDoesWhenItIsCancelled) {
+    std::atomic<bool> cancelled{false};
+    auto const answer = [&](std::string const& line) {
+        vex::Budget const budget({.cancelled = &cancelled});
+        return vex::answerSessionLine(line, m_session, m_limits, m_calls);
+    };
+    std::string const line = R"({"action": 1, "in": [{"handle": "q"}]})";
+    cancelled = true;
+    EXPECT_THAT(answer(line), HasSubstr("the call was cancelled"));
+    EXPECT_EQ(m_called, 0);
+    cancelled = false;
+    EXPECT_THAT(answer(line), HasSubstr(R"("code":0)"));
+    EXPECT_EQ(m_called, 1);
+}
+
+TEST_F(SessionLineCall, LooksForWhatALongHandleMeantNoLongerThanForAShortOne) {
+    vex::Budget const budget({});
+    EXPECT_THAT(problemOf({{Kind::Handle, 0, std::string(30'000, 'x')}}), HasSubstr("\"xxx"));
+    EXPECT_LT(budget.stepsDone(), 100U);
 }
 
 } // namespace

@@ -1,5 +1,8 @@
 #include "host/protocol/SessionLine.h"
 
+#include "KRLException.h"
+#include "host/store/image/Budget.h"
+
 #include <limits>
 #include <ostream>
 
@@ -201,6 +204,42 @@ TEST(LongestSessionLine, HasRoomForARequestWithEachByteEscaped) {
 TEST(LongestSessionLine, IsWithoutBoundWhenTheRequestIs) {
     constexpr std::size_t unbounded = std::numeric_limits<std::size_t>::max();
     EXPECT_EQ(vex::longestSessionLine(unbounded), unbounded);
+}
+
+/// Steps that reading the line takes.
+std::size_t stepsFor(std::string const& line, std::string const& problem) {
+    vex::Budget const budget({});
+    EXPECT_THAT(problemOf(line), HasSubstr(problem));
+    return budget.stepsDone();
+}
+
+TEST(SessionLine, OfTooManyKeysIsReadToTheFirstThatIsTooMany) {
+    std::string line = "{";
+    for (int i = 0; i < 400'000; ++i) {
+        line += "\"k" + std::to_string(i) + "\": 1, ";
+    }
+    EXPECT_LE(stepsFor(line + "\"notify\": 1}", "more than 100 keys, which is the limit"), 101U);
+    EXPECT_LE(stepsFor("{\"id\": " + line + "\"k\": 1}, \"notify\": 1}", "more than 100 keys"),
+              102U);
+}
+
+TEST(SessionLine, OfTooManyValuesIsReadToTheFirstThatIsTooMany) {
+    std::string values = R"({"action": 1, "in": [{"empty": true})";
+    for (int i = 0; i < 400'000; ++i) {
+        values += R"(, {"empty": true})";
+    }
+    EXPECT_LE(stepsFor(values + "]}", "more than 10000 values, which is the limit; send fewer, or "
+                                      "raise it with --max-values"),
+              10'001U);
+    EXPECT_EQ(
+        std::get<vex::SessionAction>(vex::readSessionLine(values + "]}", 1'000'000).says).in.size(),
+        400'001U);
+}
+
+TEST(SessionLine, EndsWhenTheCallIsCancelled) {
+    std::atomic<bool> const cancelled{true};
+    vex::Budget const budget({.cancelled = &cancelled});
+    EXPECT_THROW(vex::readSessionLine(R"({"notify": 1})"), KRLLimitException);
 }
 
 } // namespace

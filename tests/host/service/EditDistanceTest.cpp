@@ -1,5 +1,7 @@
 #include "host/service/EditDistance.h"
 
+#include "host/store/image/Budget.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -19,6 +21,21 @@ TEST(EditDistance, TakesUpperAndLowerCaseAsTheSame) {
 TEST(EditDistance, StopsPastItsLimit) {
     EXPECT_EQ(vex::editDistance(u"abcdefgh", u"ijklmnop", 3), 4U);
     EXPECT_EQ(vex::editDistance(u"a", u"abcdefgh", 3), 4U);
+}
+
+TEST(EditDistance, TakesWorkByTheLimitAndNotByTheSquareOfTheLength) {
+    std::u16string const text(30'000, u'x');
+    std::u16string other = text;
+    other[15'000] = u'y';
+    vex::Budget const budget({});
+    EXPECT_EQ(vex::editDistance(text, other, 3), 1U);
+    EXPECT_LT(budget.stepsDone(), 40'000U);
+}
+
+TEST(EditDistance, LooksAtNothingOfTextsWhoseLengthsTellThatTheyAreTooFar) {
+    vex::Budget const budget({});
+    EXPECT_EQ(vex::editDistance(std::u16string(30'000, u'x'), u"orders", 3), 4U);
+    EXPECT_EQ(budget.stepsDone(), 0U);
 }
 
 } // namespace

@@ -1,13 +1,18 @@
 #include "host/service/NameSuggestion.h"
 
 #include "host/import/xml/ModelLoader.h"
+#include "host/store/image/Budget.h"
+
+#include <algorithm>
 
 #include <gmock/gmock.h>
 
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 std::shared_ptr<vex::Model const> model() {
     return vex::loadModelText(
@@ -114,6 +119,85 @@ TEST(NameSuggestion, TakesWhatMayNotBeNamedForMissing) {
                 ElementsAre("qs.offers"));
     EXPECT_THAT(utf8(vex::suggestPaths(*loaded, "[Sales].[Orders]", I18NLocale("en"), nothing)),
                 IsEmpty());
+}
+
+/// Tells of each object whether it is another than those.
+vex::MayBeNamed allBut(std::vector<VEX_HANDLE> const& hidden) {
+    return [hidden](Vex_Handle_Collection const& objects) {
+        std::vector<bool> verdicts;
+        for (VEX_HANDLE const object : objects) {
+            verdicts.push_back(std::find(hidden.begin(), hidden.end(), object) == hidden.end());
+        }
+        return verdicts;
+    };
+}
+
+TEST(NameSuggestion, GivesNoTextThatNamesSomethingHiddenOnTheWay) {
+    auto const loaded = model();
+    auto const folderHidden = allBut({loaded->findById("f")});
+    auto const ordersHidden = allBut({loaded->findById("qs.orders")});
+    auto const namespaceHidden = allBut({loaded->findById("n")});
+    I18NLocale const english("en");
+    EXPECT_THAT(utf8(vex::suggestPaths(*loaded, "[Sales].[Facts].[Odrers]", english, folderHidden)),
+                IsEmpty());
+    EXPECT_THAT(utf8(vex::suggestPaths(*loaded, "[Sales].[Orders]", english, folderHidden)),
+                Not(testing::Contains(HasSubstr("Facts"))));
+    // A reference does not name the folder.
+    EXPECT_THAT(utf8(vex::suggestObjects(*loaded, "[Sales].[Ordrs]", folderHidden)),
+                ElementsAre("[Sales].[Orders]"));
+    EXPECT_THAT(utf8(vex::suggestObjects(*loaded, "Order Date", ordersHidden)), IsEmpty());
+    EXPECT_THAT(utf8(vex::suggestObjects(*loaded, "[Sale].[Orders]", namespaceHidden)), IsEmpty());
+    // What was found by its id has that.
+    EXPECT_THAT(utf8(vex::suggestObjects(*loaded, "qi.dat", namespaceHidden)),
+                ElementsAre("qi.date"));
+    EXPECT_THAT(utf8(vex::suggestPaths(*loaded, "qi.dat", english, ordersHidden)),
+                ElementsAre("qi.date"));
+}
+
+TEST(NameSuggestion, GivesNothingForATextThatNobodyTypes) {
+    vex::Budget const budget({});
+    EXPECT_THAT(objectsFor(std::string(30'000, 'x').c_str()), IsEmpty());
+    EXPECT_THAT(pathsFor(std::string(30'000, 'x').c_str(), "en"), IsEmpty());
+    EXPECT_EQ(budget.stepsDone(), 0U);
+}
+
+/// So many query subjects that are alike, each in as many namespaces as given.
+std::shared_ptr<vex::Model const> alike(int count, int levels) {
+    std::string text = "<model defaultLocale='en'>";
+    for (int level = 0; level < levels; ++level) {
+        text += "<namespace name='Sales'>";
+    }
+    for (int i = 0; i < count; ++i) {
+        text += "<querySubject id='q" + std::to_string(i) + "' name='Orders'/>";
+    }
+    for (int level = 0; level < levels; ++level) {
+        text += "</namespace>";
+    }
+    return vex::loadModelText(text + "</model>", "m.xml");
+}
+
+TEST(NameSuggestion, WorkIsBoundedHoweverManyAreAlikeAndHoweverDeepTheyStand) {
+    constexpr std::size_t mostSteps = 250'000;
+    for (auto const& loaded : {alike(100'000, 1), alike(2'000, 500)}) {
+        std::size_t asked = 0;
+        vex::MayBeNamed const count = [&](Vex_Handle_Collection const& objects) {
+            asked += objects.size();
+            return std::vector<bool>(objects.size(), true);
+        };
+        vex::Budget const budget({});
+        EXPECT_THAT(vex::suggestObjects(*loaded, "[Sales].[Ordesr]", count), Not(IsEmpty()));
+        vex::suggestPaths(*loaded, "[Sales].[Ordesr]", I18NLocale("en"), count);
+        EXPECT_LT(budget.stepsDone(), 2 * mostSteps);
+        EXPECT_LT(asked, 2'000U);
+    }
+}
+
+TEST(NameSuggestion, GivesNothingAndRaisesNothingOnceTheCallIsCancelled) {
+    auto const loaded = model();
+    std::atomic<bool> const cancelled{true};
+    vex::Budget const budget({.cancelled = &cancelled});
+    EXPECT_THAT(vex::suggestObjects(*loaded, "[Sales].[Ordrs]"), IsEmpty());
+    EXPECT_THAT(vex::suggestPaths(*loaded, "[Sales].[Ordrs]", I18NLocale("en")), IsEmpty());
 }
 
 TEST(NameSuggestion, SaysNothingAboutWhatIsRightOrFarFromEverything) {
