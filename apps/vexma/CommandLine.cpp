@@ -1,6 +1,8 @@
 #include "apps/vexma/CommandLine.h"
 
-#include <limits>
+#include "apps/vexma/OptionNumber.h"
+
+#include <type_traits>
 
 #include <CLI/CLI.hpp>
 
@@ -21,17 +23,19 @@ struct Adding {
         return parser.add_option(name, *target, help)->allow_extra_args(false);
     }
     template <typename Value> CLI::Option* operator()(Value* target) const {
-        return parser.add_option(name, *target, help);
+        if constexpr (std::is_same_v<Value, std::string>) {
+            return parser.add_option(name, *target, help);
+        } else {
+            auto const set = [target](std::string const& text) { setNumber(target, text); };
+            return parser.add_option_function<std::string>(name, set, help);
+        }
     }
 };
 
 void addChecks(OptionSyntax const& option, CLI::Option& parsed) {
-    if (option.least) {
-        parsed.check(
-            CLI::Range(*option.least, std::numeric_limits<std::size_t>::max(), option.word));
-    }
-    if (option.isPositive) {
-        parsed.check(CLI::PositiveNumber);
+    if (takesNumber(option.into)) {
+        parsed.check(CLI::Validator(
+            [&option](std::string const& text) { return complaintAboutNumber(option, text); }, ""));
     }
     if (!option.choices.empty()) {
         parsed.check(CLI::IsMember(option.choices));

@@ -13,7 +13,12 @@ extern "C" void noteInterrupt(int /*signal*/) {
 
 } // namespace
 
+int InterruptScope::s_open = 0;
+
 InterruptScope::InterruptScope() {
+    if (s_open++ != 0) {
+        return;
+    }
     interrupted.store(false, std::memory_order_relaxed);
     struct sigaction action {};
     action.sa_handler = &noteInterrupt;
@@ -24,7 +29,9 @@ InterruptScope::InterruptScope() {
 }
 
 InterruptScope::~InterruptScope() {
-    sigaction(SIGINT, &m_earlier, nullptr);
+    if (--s_open == 0) {
+        sigaction(SIGINT, &m_earlier, nullptr);
+    }
 }
 
 std::atomic<bool> const& InterruptScope::isInterrupted() const {

@@ -8,7 +8,8 @@ namespace vex {
 
 /// While it lives, the first interrupt (SIGINT) asks the running call to end
 /// and a second one ends the program. Outside of calls interrupts end the
-/// program as ever. One at a time.
+/// program as ever. One inside another adds nothing: what was interrupted stays so until
+/// the outer one ends. On one thread.
 class InterruptScope {
 public:
     InterruptScope();
@@ -19,7 +20,9 @@ public:
     std::atomic<bool> const& isInterrupted() const;
 
 private:
-    struct sigaction m_earlier;
+    static int s_open;
+
+    struct sigaction m_earlier {}; // of the outer one
 };
 
 } // namespace vex

@@ -119,7 +119,7 @@ void RequestOptions::check(SourceOptions const& source) const {
 }
 
 std::string RequestOptions::readText() const {
-    return m_file.empty() ? "" : readFileText(m_file, m_size.bytes);
+    return m_file.empty() ? "" : readFileText(m_file, m_size.limit());
 }
 
 KRLIDOM_OwnedDocument RequestOptions::makeRequest(std::string const& text) const {

@@ -55,10 +55,11 @@ void SourceOptions::addTo(CommandSyntax& command) {
                  .showsDefault = true});
     command.add({.name = "--deadline",
                  .into = &deadlineSeconds,
-                 .help = "Seconds that one call may take (default: any)",
+                 .help = "Seconds that one call may take, with what belongs to it (default: any)",
                  .word = "SECONDS",
                  .group = limits,
                  .isPositive = true});
+    sizes.addTo(command);
 }
 
 void SourceOptions::addModelFileTo(CommandSyntax& command) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/vexma/CommandSyntax.h"
+#include "apps/vexma/InputSizes.h"
 #include "host/service/ActionCall.h"
 
 #include <cstddef>
@@ -32,6 +33,7 @@ struct SourceOptions {
     std::string pluginFile;
     bool verbose = false;
     bool trace = false; // the plug-in's trace is shown
+    InputSizes sizes;
     KRLIDOM_Limits response;
     std::optional<double> deadlineSeconds;
 
@@ -48,6 +50,7 @@ struct RequestSize {
     std::size_t bytes = 1U << 20U;
 
     void addTo(CommandSyntax& command);
+    InputLimit limit() const { return {bytes, "--max-request"}; }
 };
 
 } // namespace vex

@@ -1,6 +1,7 @@
 #include "KRLException.h"
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/FindingsReport.h"
+#include "apps/vexma/InputSizes.h"
 #include "apps/vexma/Progress.h"
 #include "apps/vexma/SourceOptions.h"
 #include "host/import/xml/FileText.h"
@@ -70,7 +71,7 @@ private:
     }
 
     static RuleLevels read(std::string const& file) {
-        constexpr std::size_t longest = 65'536;
+        constexpr InputLimit longest{65'536};
         return RuleLevels::read(readFileText(file, longest), nameOf(file));
     }
 
@@ -108,6 +109,7 @@ struct ValidateCommand {
     bool isStrict = false;
     bool all = false;
     bool listsRules = false;
+    InputSizes sizes;
 
     int run(Console& console) const {
         if (listsRules) {
@@ -167,7 +169,7 @@ struct ValidateCommand {
         auto const levels = rules.forFile(file);
         Diagnostics found;
         try {
-            found = findIn(readFileText(file), file, isCatalogue, console);
+            found = findIn(readFileText(file, sizes.model()), file, isCatalogue, console);
         } catch (KRLDocumentException const& problem) {
             if (format == "text") { // said where other files' complaints are not
                 console.complain(problem.what());
@@ -183,17 +185,21 @@ struct ValidateCommand {
         examined.found.insert(examined.found.end(), found.begin(), found.end());
     }
 
-    static Diagnostics findIn(std::string const& text, std::string const& file, bool isCatalogue,
-                              Console const& console) {
+    Diagnostics findIn(std::string const& text, std::string const& file, bool isCatalogue,
+                       Console const& console) const {
         Progress progress(console);
         auto const report = [&](std::size_t done, std::size_t total) {
             progress.report(done, total);
         };
         std::string const name = nameOf(file);
-        return isCatalogue || isCatalogueText(text)
-                   ? findInCatalogue(text, name, std::filesystem::path(file).parent_path().string(),
-                                     report)
-                   : findInModel(text, name, report);
+        if (!isCatalogue && !isCatalogueText(text)) {
+            return findInModel(text, name, report);
+        }
+        if (text.size() > sizes.catalogue().bytes) {
+            throw KRLDocumentException(name, 0, 0, sizes.catalogue().problem());
+        }
+        return findInCatalogue(text, name, std::filesystem::path(file).parent_path().string(),
+                               report, sizes.model());
     }
 };
 
@@ -228,6 +234,7 @@ CommandRun addValidateCommand(CommandSyntax& command) {
     command.add({.name = "--list-rules",
                  .into = &validate->listsRules,
                  .help = "List the rules and read nothing"});
+    validate->sizes.addTo(command);
     command.epilog =
         R"(Writes one line for each finding: file:line:column, severity, text, [rule]. json and
 sarif hold every finding. Exit status: 3 when one of them is an error, with --strict

@@ -82,9 +82,17 @@ UserVerification verify(Workplace& workplace, std::string const& user, Console& 
     return told;
 }
 
+/// The same, what the host makes of the answers too, under one budget.
+UserVerification verifyTogether(Workplace& workplace, std::string const& user, Console& console) {
+    UserVerification told;
+    CallEnd const end = workplace.together([&] { told = verify(workplace, user, console); });
+    return end.isAnswered() ? told : tellUnfinished(user, end.text);
+}
+
 struct VerifyCommand {
     SourceOptions source;
     std::vector<std::string> acceptFiles;
+    std::size_t maxAccepted = std::size_t{16} << 20U;
     std::string baselineFile;
     std::string format = "text";
     bool json = false;
@@ -112,7 +120,8 @@ struct VerifyCommand {
     AcceptedFindings readAcceptFiles() const {
         AcceptedFindings accepted;
         for (std::string const& file : acceptFiles) {
-            AcceptedFindings const read = readAccepted(readFileText(file), file);
+            AcceptedFindings const read =
+                readAccepted(readFileText(file, {maxAccepted, "--max-accepted"}), file);
             accepted.insert(accepted.end(), read.begin(), read.end());
         }
         return accepted;
@@ -126,7 +135,7 @@ struct VerifyCommand {
         addUnrestricted(workplace, verification, console);
         for (Viewer const& viewer : viewers.all()) {
             Workplace further(workplace, viewer.user);
-            verification.users.push_back(verify(further, viewer.name, console));
+            verification.users.push_back(verifyTogether(further, viewer.name, console));
             verification.users.back().alike = viewer.alike;
         }
         verification.addNobodyCompared();
@@ -200,6 +209,13 @@ CommandRun addVerifyCommand(CommandSyntax& command) {
                  .showsDefault = true,
                  .choices = words});
     command.add({.name = "--json", .into = &verifying->json, .help = "The same as --format json"});
+    command.add({.name = "--max-accepted",
+                 .into = &verifying->maxAccepted,
+                 .help = "Bytes that a file of accepted findings may have",
+                 .word = "N",
+                 .group = "Limits",
+                 .showsDefault = true,
+                 .isPositive = true});
     command.add({.name = "--all",
                  .into = &verifying->all,
                  .help = "Every finding, not the first ten of each kind and cause"});

@@ -15,7 +15,8 @@ namespace vex {
 namespace {
 
 std::shared_ptr<Catalogue const> readCatalogueOf(SourceOptions const& options) {
-    std::shared_ptr<Catalogue const> const read = loadCatalogue(options.catalogFile);
+    std::shared_ptr<Catalogue const> const read =
+        loadCatalogue(options.catalogFile, options.sizes.catalogue());
     if (options.replacingFile.empty()) {
         return read;
     }
@@ -39,7 +40,8 @@ I18NString modelPathOf(SourceOptions const& options) {
 
 } // namespace
 
-std::shared_ptr<ContentStore> contentOf(SourceOptions const& options, LoadOptions const& load) {
+std::shared_ptr<ContentStore> contentOf(SourceOptions const& options, LoadOptions load) {
+    load.input = options.sizes.model();
     if (!options.catalogFile.empty()) {
         return std::make_shared<FileContent>(readCatalogueOf(options), load);
     }
@@ -48,7 +50,7 @@ std::shared_ptr<ContentStore> contentOf(SourceOptions const& options, LoadOption
         return std::make_shared<FileContent>(path, options.modelFile, load);
     }
     auto const content = std::make_shared<MemoryContent>();
-    content->setModel(path, loadModelText(readFileText("-"), "standard input", load));
+    content->setModel(path, loadModelText(readFileText("-", load.input), "standard input", load));
     return content;
 }
 
@@ -169,6 +171,18 @@ AccessReasons Workplace::explain(Vex_Handle_Collection const& objects, bool skip
 CallEnd Workplace::explainTree(KRLIDOM_Document const& request, VexTreeObserver& observer) {
     return interruptible(m_limits, [&](ActionLimits const& limits) {
         return m_service->explainTree(m_visit, request, observer, limits);
+    });
+}
+
+CallEnd Workplace::together(std::function<void()> const& work) const {
+    return interruptible(m_limits, [&](ActionLimits const& limits) -> CallEnd {
+        Budget const budget(budgetOf(limits));
+        try {
+            work();
+            return {.kind = CallEnd::Kind::Answered};
+        } catch (KRLLimitException const& stopped) {
+            return {.text = stopped.what()};
+        }
     });
 }
 

@@ -5,6 +5,7 @@
 #include "host/import/xml/ModelLoader.h"
 #include "host/service/Service.h"
 
+#include <functional>
 #include <memory>
 
 namespace vex {
@@ -45,6 +46,11 @@ public:
                           VexTreeObserver& observer);
     /// @}
 
+    /// Does what belongs together, calls and what the host makes of their answers, under
+    /// one budget of the command line's limits; an interrupt ends it. Gives "Answered", or
+    /// what ended it.
+    CallEnd together(std::function<void()> const& work) const;
+
 private:
     ActionLimits m_limits;
     Visit m_visit;
@@ -52,7 +58,7 @@ private:
 };
 
 /// Where the model that the options name comes from. One on standard input is read.
-std::shared_ptr<ContentStore> contentOf(SourceOptions const& options, LoadOptions const& load = {});
+std::shared_ptr<ContentStore> contentOf(SourceOptions const& options, LoadOptions load = {});
 /// Who asks for it, as the options say.
 VisitRequest visitRequestOf(SourceOptions const& options);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "I18NLocale.h"
+#include "host/import/xml/FileText.h"
 #include "host/store/build/Diagnostic.h"
 
 #include <map>
@@ -72,7 +73,8 @@ std::vector<I18NString> availableViews(CatalogueModel const& model, CatalogueUse
 
 /// Reads a catalogue file. Appends every problem to `found`; null when one of
 /// them is an error.
-std::shared_ptr<Catalogue const> readCatalogue(std::string const& file, Diagnostics& found);
+std::shared_ptr<Catalogue const> readCatalogue(std::string const& file, Diagnostics& found,
+                                               InputLimit const& limit = catalogueLimit);
 
 /// The same from text. `name` stands in diagnostics; model files are taken as
 /// relative to `folder`.
@@ -81,7 +83,8 @@ std::shared_ptr<Catalogue const> readCatalogueText(std::string_view text, std::s
 
 /// @{
 /// The same as the two above. Raises `KRLDocumentException` with the first error.
-std::shared_ptr<Catalogue const> loadCatalogue(std::string const& file);
+std::shared_ptr<Catalogue const> loadCatalogue(std::string const& file,
+                                               InputLimit const& limit = catalogueLimit);
 std::shared_ptr<Catalogue const> loadCatalogueText(std::string_view text, std::string const& name,
                                                    std::string const& folder);
 /// @}

@@ -51,10 +51,11 @@ std::shared_ptr<Catalogue const> readCatalogueText(std::string_view text, std::s
     return hasError(problems) ? nullptr : catalogue;
 }
 
-std::shared_ptr<Catalogue const> readCatalogue(std::string const& file, Diagnostics& found) {
+std::shared_ptr<Catalogue const> readCatalogue(std::string const& file, Diagnostics& found,
+                                               InputLimit const& limit) {
     std::string text;
     try {
-        text = readFileText(file);
+        text = readFileText(file, limit);
     } catch (KRLDocumentException const& problem) {
         reportUnreadable(problem, file, found);
         return nullptr;
@@ -62,9 +63,9 @@ std::shared_ptr<Catalogue const> readCatalogue(std::string const& file, Diagnost
     return readCatalogueText(text, file, std::filesystem::path(file).parent_path().string(), found);
 }
 
-std::shared_ptr<Catalogue const> loadCatalogue(std::string const& file) {
+std::shared_ptr<Catalogue const> loadCatalogue(std::string const& file, InputLimit const& limit) {
     Diagnostics found;
-    return orRaise(readCatalogue(file, found), found);
+    return orRaise(readCatalogue(file, found, limit), found);
 }
 
 std::shared_ptr<Catalogue const> loadCatalogueText(std::string_view text, std::string const& name,

@@ -68,10 +68,10 @@ std::shared_ptr<Model const> examineModel(std::string const& text, std::string c
 
 /// The model of a catalogue's entry.
 std::shared_ptr<Model const> examineEntry(CatalogueModel const& entry, std::string const& name,
-                                          ProgressReport const& progress, Diagnostics& found,
-                                          Diagnostics& inModels) {
+                                          ProgressReport const& progress, InputLimit const& limit,
+                                          Diagnostics& found, Diagnostics& inModels) {
     try {
-        return examineModel(readFileText(entry.file), entry.file, progress, inModels);
+        return examineModel(readFileText(entry.file, limit), entry.file, progress, inModels);
     } catch (KRLDocumentException const& problem) {
         found.push_back(
             finding("model-unreadable", name, entry.line, entry.column, problem.what()));
@@ -103,7 +103,8 @@ Diagnostics findInModel(std::string const& text, std::string const& name,
 }
 
 Diagnostics findInCatalogue(std::string const& text, std::string const& name,
-                            std::string const& folder, ProgressReport const& progress) {
+                            std::string const& folder, ProgressReport const& progress,
+                            InputLimit const& ofModels) {
     Diagnostics found;
     Diagnostics inModels;
     auto const catalogue = readCatalogueText(text, name, folder, found);
@@ -114,7 +115,7 @@ Diagnostics findInCatalogue(std::string const& text, std::string const& name,
         for (CatalogueModel const& entry : catalogue->models) {
             auto const [model, isNew] = models.try_emplace(entry.file);
             if (isNew) {
-                model->second = examineEntry(entry, name, progress, found, inModels);
+                model->second = examineEntry(entry, name, progress, ofModels, found, inModels);
             }
             if (model->second != nullptr) {
                 checkGrants(*catalogue, entry, *model->second, name, found);

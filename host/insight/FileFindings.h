@@ -29,6 +29,7 @@ Diagnostics findInModel(std::string const& text, std::string const& name,
 /// cannot be read is a finding of the catalogue.
 Diagnostics findInCatalogue(std::string const& text, std::string const& name,
                             std::string const& folder,
-                            decltype(LoadOptions::progress) const& progress = {});
+                            decltype(LoadOptions::progress) const& progress = {},
+                            InputLimit const& ofModels = modelLimit);
 
 } // namespace vex

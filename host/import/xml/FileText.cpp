@@ -38,7 +38,12 @@ private:
 
 } // namespace
 
-std::string readFileText(std::string const& file, std::size_t limit) {
+std::string InputLimit::problem() const {
+    std::string const raise = *option == '\0' ? "" : std::string("; raise it with ") + option;
+    return "is longer than " + std::to_string(bytes) + " bytes, which is the limit" + raise;
+}
+
+std::string readFileText(std::string const& file, InputLimit const& limit) {
     Descriptor const descriptor(file);
     if (descriptor.number() < 0) {
         refuse(file, std::string("cannot be opened: ") + std::strerror(errno));
@@ -56,8 +61,8 @@ std::string readFileText(std::string const& file, std::size_t limit) {
             }
             refuse(file, std::string("cannot be read: ") + std::strerror(errno));
         }
-        if (static_cast<std::size_t>(count) > limit - text.size()) {
-            refuse(file, "is longer than " + std::to_string(limit) + " bytes");
+        if (static_cast<std::size_t>(count) > limit.bytes - text.size()) {
+            refuse(file, limit.problem());
         }
         text.append(buffer.data(), static_cast<std::size_t>(count));
     }

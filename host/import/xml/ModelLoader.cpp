@@ -40,7 +40,7 @@ std::shared_ptr<Model const> orRaise(std::shared_ptr<Model const> model,
 std::shared_ptr<Model const> loadModel(std::string const& path, LoadOptions const& options,
                                        Diagnostics& found) {
     try {
-        FileSource file(path);
+        FileSource file(path, options.input);
         return readModel(file, file.size(), path, options, found);
     } catch (KRLDocumentException const& problem) {
         found.push_back({Severity::Error, "unreadable", path, problem.GetLine(),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/import/xml/FileText.h"
 #include "host/store/build/ModelWriter.h"
 #include "host/store/image/Model.h"
 
@@ -19,6 +20,8 @@ struct DocumentLimits : ModelLimits {
 
 struct LoadOptions {
     DocumentLimits limits;
+    /// Of a file: what is in memory already is taken whole.
+    InputLimit input = modelLimit;
     /// Called now and then while the document is read.
     std::function<void(std::size_t bytesDone, std::size_t bytesTotal)> progress;
     /// Remembers where each element stands, for messages about the model.

@@ -126,8 +126,8 @@ std::size_t MemorySource::read(unsigned char* target, std::size_t room) {
     return count;
 }
 
-FileSource::FileSource(std::string const& path)
-    : m_path(path), m_descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+FileSource::FileSource(std::string const& path, InputLimit const& limit)
+    : m_path(path), m_limit(limit), m_descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
     if (m_descriptor < 0) {
         throw KRLDocumentException(path, 0, 0,
                                    std::string("cannot be opened: ") + std::strerror(errno));
@@ -146,6 +146,10 @@ std::size_t FileSource::read(unsigned char* target, std::size_t room) {
     for (;;) {
         ssize_t const count = ::read(m_descriptor, target, room);
         if (count >= 0) {
+            if (static_cast<std::size_t>(count) > m_limit.bytes - m_done) {
+                throw KRLDocumentException(m_path, 0, 0, m_limit.problem());
+            }
+            m_done += static_cast<std::size_t>(count);
             return static_cast<std::size_t>(count);
         }
         if (errno != EINTR) {

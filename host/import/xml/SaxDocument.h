@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/import/xml/FileText.h"
 #include "host/store/image/DocumentPosition.h"
 
 #include <cstddef>
@@ -35,11 +36,12 @@ private:
     std::string_view m_text;
 };
 
-/// Reads a file piece by piece.
+/// Reads a file piece by piece, and raises `KRLDocumentException` once it is longer than
+/// the limit.
 class FileSource final : public ByteSource {
 public:
     /// Raises `KRLDocumentException` when the file cannot be opened.
-    explicit FileSource(std::string const& path);
+    FileSource(std::string const& path, InputLimit const& limit);
     ~FileSource() override;
     std::size_t read(unsigned char* target, std::size_t room) override;
 
@@ -48,8 +50,10 @@ public:
 
 private:
     std::string m_path;
+    InputLimit m_limit;
     int m_descriptor;
     std::size_t m_size = 0;
+    std::size_t m_done = 0;
 };
 
 /// Where a locator or a parse error of the XML library points to. The library's

@@ -1,0 +1,22 @@
+#include "apps/vexma/InputSizes.h"
+
+namespace vex {
+
+void InputSizes::addTo(CommandSyntax& command) {
+    command.add({.name = "--max-model",
+                 .into = &m_model,
+                 .help = "Bytes that a model file may have",
+                 .word = "N",
+                 .group = "Limits",
+                 .showsDefault = true,
+                 .isPositive = true});
+    command.add({.name = "--max-catalog",
+                 .into = &m_catalogue,
+                 .help = "Bytes that a catalogue may have",
+                 .word = "N",
+                 .group = "Limits",
+                 .showsDefault = true,
+                 .isPositive = true});
+}
+
+} // namespace vex
