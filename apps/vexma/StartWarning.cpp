@@ -50,7 +50,10 @@ std::string questionAbout(MetadataRequest const& asked, Workplace& workplace) {
 void warnAboutStart(MetadataRequest const& asked, I18NString const& id,
                     KRLIDOM_Node const& response, Workplace& workplace, RequestWarnings& warnings) {
     if (!id.empty()) {
-        if (!asked.startText().empty()) {
+        if (asked.functions) {
+            warnings.add("the request asks for the package, which has no start; --id is not "
+                         "looked at");
+        } else if (!asked.startText().empty()) {
             warnings.add("--id says where to start; the request's own start " +
                          asked.startText().toUtf8() + " is not looked at");
         }

@@ -63,6 +63,14 @@ private:
     std::unordered_set<VEX_HANDLE> m_objects;
 };
 
+/// False for a user who is refused whatever he asks.
+bool maySeeModel(Workplace const& workplace) {
+    Workplace asking(workplace, workplace.visit().user);
+    Vex_Handle_Collection root;
+    root.push_back(workplace.model().GetRootObject());
+    return asking.access(root, 0).end.kind != CallEnd::Kind::Raised;
+}
+
 /// What the plug-in does not tell is not there.
 std::vector<VEX_HANDLE> answeredObjects(WrittenRequest const& request, Workplace& workplace) {
     WrittenObjects objects(workplace.responseLimits().elements);
@@ -90,7 +98,7 @@ void warnAboutWords(WrittenRequest const& request, Workplace& workplace,
 
 void warnAboutLocale(Workplace const& workplace, RequestWarnings& warnings) {
     std::string text = doubtfulLocale(workplace.visit());
-    if (!text.empty()) {
+    if (!text.empty() && maySeeModel(workplace)) { // it names the model's languages
         warnings.add(std::move(text));
     }
 }

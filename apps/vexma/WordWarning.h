@@ -21,7 +21,8 @@ struct WrittenRequest {
 /// document, each with the nearest word.
 void warnAboutWords(WrittenRequest const& request, Workplace& workplace, RequestWarnings& warnings);
 
-/// Warns when the model lacks the language that was asked for.
+/// Warns when the model lacks the language that was asked for, unless the user is refused
+/// whatever he asks.
 void warnAboutLocale(Workplace const& workplace, RequestWarnings& warnings);
 
 /// @{

@@ -3,6 +3,7 @@
 #include "VexObject.h"
 #include "host/insight/AnswerLimit.h"
 #include "host/insight/ObjectText.h"
+#include "host/store/image/Budget.h"
 
 namespace vex {
 
@@ -47,6 +48,7 @@ void TreeRecorder::report(VexTreeReport const& report) {
                                 " objects");
     }
     if (!isContinued(report)) {
+        Budget::chargeBytes(sizeof(AnsweredObject));
         m_tree.push_back(entryOf(report));
         return;
     }

@@ -92,7 +92,12 @@ Service::NamedObject Service::findNamed(Visit const& visit, I18NString const& id
                                         ActionLimits const& limits) {
     Model const& model = visit.model();
     VEX_HANDLE const root = model.GetRootObject();
-    VEX_HANDLE const object = lookUpObject(model, idOrReference);
+    VEX_HANDLE object;
+    try {
+        object = lookUpObject(model, idOrReference);
+    } catch (KRLLimitException const& stopped) {
+        return {{.text = stopped.what()}, {}};
+    }
     bool const isKnown = object.IsNotNull() && object != root; // no tree starts at the root
     // Asked alike for a name that names nothing: a refusal must not tell which it was.
     Vex_Handle_Collection asked;

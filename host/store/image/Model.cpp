@@ -1,6 +1,7 @@
 #include "host/store/image/Model.h"
 
 #include "KRLException.h"
+#include "host/store/image/Budget.h"
 #include "host/store/image/ReferenceText.h"
 #include "host/store/image/SameText.h"
 #include "host/store/image/StoreData.h"
@@ -55,6 +56,7 @@ VEX_HANDLE Model::GetRootObject() const {
 }
 
 VEX_HANDLE Model::GetObjectByReference(I18NString const& reference, long scope) const {
+    Budget::charge();
     std::vector<std::u16string> names;
     if (scope != 0 || !splitReference(reference, names) || names.empty()) {
         return {};

@@ -83,6 +83,14 @@ TEST(StartAtId, GoesWithARequestDocumentWhoseOwnStartIsToldToPlayNoPart) {
     EXPECT_EQ(result.status, 1);
 }
 
+TEST(StartAtId, IsToldToPlayNoPartInARequestForThePackage) {
+    ToolResult const result = runOnSample("metadata", "ann", {"--id", "qs.orders", "--functions"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.out, HasSubstr("<package"));
+    EXPECT_EQ(result.error, "vexma: warning: the request asks for the package, which has no start; "
+                            "--id is not looked at\n");
+}
+
 TEST(StartAtId, GoesWithAnEstimateAndWithReasons) {
     EXPECT_THAT(ToolFolder().Run({"metadata", "small.model.xml", "--id", "q1", "--estimate"}).out,
                 HasSubstr("elements  5\n"));
