@@ -46,7 +46,8 @@ struct AccessCommand {
                   Vex_Handle_Collection const& objects, Console& console) const {
         AccessAnswer const answer = workplace.access(objects, mode);
         for (std::size_t index = 0; index < answer.verdicts.size(); ++index) {
-            write(console, answer.verdicts[index] ? "1" : "0", arguments.texts()[index]);
+            write(console, answer.verdicts[index] ? "1" : "0",
+                  printable(arguments.texts()[index], false));
         }
         return answer.end.isAnswered() ? Done : complainAbout(answer.end, console);
     }

@@ -23,11 +23,12 @@ std::string escaped(std::string const& text) {
         case '"':
             result += "&quot;";
             break;
+        case '\n': // in an attribute it would be read as a blank
+            result += "&#10;";
+            break;
         default: {
             bool const isControl = static_cast<unsigned char>(character) < 0x20;
-            result += isControl && character != '\n' && character != '\t'
-                          ? "\xEF\xBF\xBD"
-                          : std::string(1, character);
+            result += isControl && character != '\t' ? "\xEF\xBF\xBD" : std::string(1, character);
         }
         }
     }
