@@ -66,7 +66,7 @@ int Console::finish(int status) {
     m_out.flush();
     int const failure = m_buffer.getFailure();
     if (failure == 0) {
-        return status;
+        return status == Done && m_hasFailed ? Refused : status;
     }
     m_buffer.takeBack();
     if (failure != EPIPE) {

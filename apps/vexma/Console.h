@@ -50,6 +50,12 @@ public:
     /// Takes no memory.
     void complain(std::string_view text);
 
+    /// Complains, and has the program fail at its end whatever its results are.
+    void fail(std::string_view text) {
+        m_hasFailed = true;
+        complain(text);
+    }
+
     /// Takes back what was written since the results were flushed: they do not come to
     /// their end. Takes no memory.
     void takeBack() { m_buffer.takeBack(); }
@@ -65,6 +71,7 @@ private:
     bool m_outIsTerminal;
     bool m_errorIsTerminal;
     bool m_isVerbose = false;
+    bool m_hasFailed = false;
 };
 
 } // namespace vex

@@ -1,7 +1,9 @@
 #include "KRLException.h"
 #include "apps/vexma/CommandLine.h"
 #include "apps/vexma/Commands.h"
+#include "apps/vexma/OwnStack.h"
 #include "apps/vexma/SourceOptions.h"
+#include "apps/vexma/UntimelyEnd.h"
 #include "host/service/PluginException.h"
 #include "host/store/image/HostException.h"
 
@@ -84,12 +86,16 @@ int runProgram(int argc, char** argv, Console& console) {
     return line.command == nullptr ? line.status : line.command->run(console);
 }
 
+int runWatched(int argc, char** argv) {
+    Console console;
+    UntimelyEnd const untimely(console);
+    return console.finish(runGuarded([&] { return runProgram(argc, argv, console); }, console));
+}
+
 } // namespace
 
 } // namespace vex
 
 int main(int argc, char** argv) {
-    vex::Console console;
-    return console.finish(
-        vex::runGuarded([&] { return vex::runProgram(argc, argv, console); }, console));
+    return vex::OwnStack::run(&vex::runWatched, argc, argv);
 }

@@ -5,6 +5,7 @@
 #include "host/service/Service.h"
 
 #include <cstdio>
+#include <new>
 
 namespace vex {
 
@@ -21,11 +22,20 @@ void showTrace(char const* text) {
 
 } // namespace
 
-std::shared_ptr<PluginProxy> loadPlugin(SourceOptions const& options) {
+std::shared_ptr<PluginProxy> loadPlugin(SourceOptions const& options, Console& console) {
     if (options.trace) {
         VexSetTraceSink(&showTrace);
     }
-    return loadPlugin(options.pluginFile);
+    std::shared_ptr<PluginProxy> const plugin = loadPlugin(options.pluginFile);
+    return {plugin.get(), [plugin, &console](PluginProxy* ended) {
+                try {
+                    ended->Terminate();
+                } catch (KRLException const& problem) {
+                    console.fail(problem.what());
+                } catch (std::bad_alloc const&) {
+                    console.fail("there is no memory to end the plug-in's work in order");
+                }
+            }};
 }
 
 } // namespace vex

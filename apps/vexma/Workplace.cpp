@@ -102,7 +102,7 @@ ActionLimits limitsOf(SourceOptions const& options) {
 
 Workplace::Workplace(SourceOptions const& options, Console& console)
     : m_limits(limitsOf(options)), m_visit(openVisit(options, console)),
-      m_service(std::make_shared<Service>(loadPlugin(options))) {}
+      m_service(std::make_shared<Service>(loadPlugin(options, console))) {}
 
 Workplace::Workplace(Workplace const& other, SourceOptions const& options, Console& console)
     : m_limits(limitsOf(options)), m_visit(openVisit(options, console)),

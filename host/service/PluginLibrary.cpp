@@ -2,7 +2,9 @@
 
 #include "KRLPluginCreator.h"
 #include "VexPlatformVersion.h"
+#include "VexTrace.h"
 #include "host/service/PluginException.h"
+#include "host/service/PluginGuard.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -13,6 +15,7 @@
 #include <vector>
 
 #include <dlfcn.h>
+#include <sys/auxv.h>
 #include <sys/stat.h>
 
 namespace vex {
@@ -21,6 +24,12 @@ namespace {
 
 constexpr char const* pluginFileName = "libVexMAActionPlugin.vpl";
 constexpr char const* pluginName = "VexMAActionPlugin";
+constexpr char const* loading = "the loading";
+
+// Their header says that these raise nothing. What initialisers of a library raise comes
+// out of them all the same, and could not be caught by who believes that.
+void* (*volatile const openLibrary)(char const*, int) = &::dlopen;
+int (*volatile const closeLibrary)(void*) = &::dlclose;
 
 /// Tells static initialisers of a library, while it is loaded, which it is.
 class CurrentLibrary {
@@ -43,11 +52,29 @@ std::string absolutePath(std::string const& file) {
     return path.string();
 }
 
+/// The file of the running program; empty when the system does not tell.
+std::filesystem::path programFile() {
+    std::error_code failed;
+    std::filesystem::path const link = std::filesystem::read_symlink("/proc/self/exe", failed);
+    if (!failed) {
+        return link;
+    }
+    // Where /proc is not mounted: what the program was started as.
+    auto const* const started = reinterpret_cast<char const*>(::getauxval(AT_EXECFN));
+    return started == nullptr ? std::filesystem::path()
+                              : std::filesystem::canonical(started, failed);
+}
+
 } // namespace
 
 std::string findPluginFile() {
-    std::filesystem::path const folder =
-        std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    std::filesystem::path const program = programFile();
+    if (program.empty()) {
+        throw PluginException(PluginFault::NotLoaded, "the system does not tell where the program "
+                                                      "stands, and so where its plug-in is; "
+                                                      "name its file");
+    }
+    std::filesystem::path const folder = program.parent_path();
     std::filesystem::path const places[] = {
         folder / pluginFileName,
         folder.parent_path() / VEX_INSTALL_LIBDIR / "vex" / pluginFileName,
@@ -81,14 +108,17 @@ struct PluginLibrary::Claim {
         if (!loaded().insert(identity).second) {
             throw PluginException(PluginFault::LoadedTwice,
                                   "the plug-in " + file +
-                                      " is loaded already; use the one that is loaded");
+                                      " is loaded already, or failed in it; use the one that is "
+                                      "loaded, or start the program anew");
         }
     }
     Claim(Claim const&) = delete;
     Claim& operator=(Claim const&) = delete;
     ~Claim() {
-        std::lock_guard const lock(mutex());
-        loaded().erase(identity);
+        if (!isForGood) {
+            std::lock_guard const lock(mutex());
+            loaded().erase(identity);
+        }
     }
 
     static std::mutex& mutex() {
@@ -101,32 +131,55 @@ struct PluginLibrary::Claim {
     }
 
     FileIdentity identity;
+    bool isForGood = false;
 };
 
 PluginLibrary::PluginLibrary(std::string const& file)
     : m_file(absolutePath(file)), m_claim(std::make_unique<Claim>(m_file)),
       m_handle(nullptr, &::dlclose) {
-    {
-        // The libraries that the plug-in needs are the ones that this process
-        // has loaded already, so its run path "." is never looked at;
-        // scripts/check-install tries it.
-        CurrentLibrary const current(m_file);
-        m_handle.reset(::dlopen(m_file.c_str(), RTLD_NOW | RTLD_LOCAL));
-    }
-    if (m_handle == nullptr) {
-        throw PluginException(PluginFault::NotLoaded,
-                              std::string("the plug-in cannot be loaded: ") + ::dlerror());
-    }
+    load();
     try {
         checkVersion();
     } catch (PluginException const&) {
-        VexPluginFactory_getInstance()->ForgetLibrary(m_file);
+        unload();
         throw;
     }
 }
 
 PluginLibrary::~PluginLibrary() {
+    try {
+        unload();
+    } catch (PluginException const& problem) {
+        OutputDebugString(problem.what()); // nobody is left to be told
+    }
+}
+
+void PluginLibrary::load() {
+    try {
+        // The libraries that the plug-in needs are the ones that this process
+        // has loaded already, so its run path "." is never looked at;
+        // scripts/check-install tries it.
+        CurrentLibrary const current(m_file);
+        guardedCall(m_file, loading, PluginRaises::Nothing,
+                    [this] { m_handle.reset(openLibrary(m_file.c_str(), RTLD_NOW | RTLD_LOCAL)); });
+    } catch (PluginException const&) {
+        // It stays in the process, half made: a second load would take it for whole.
+        m_claim->isForGood = true;
+        VexPluginFactory_getInstance()->ForgetLibrary(m_file);
+        throw;
+    }
+    if (m_handle == nullptr) {
+        throw PluginException(PluginFault::NotLoaded,
+                              std::string("the plug-in cannot be loaded: ") + ::dlerror());
+    }
+}
+
+void PluginLibrary::unload() {
     VexPluginFactory_getInstance()->ForgetLibrary(m_file);
+    if (void* const handle = m_handle.release()) {
+        guardedCall(m_file, "the unloading", PluginRaises::Nothing,
+                    [handle] { closeLibrary(handle); });
+    }
 }
 
 void* PluginLibrary::findExport(char const* name) const {
@@ -140,7 +193,8 @@ void PluginLibrary::checkVersion() const {
                               m_file + " does not say which version of the platform it was built "
                                        "for; it is no plug-in");
     }
-    int const version = reinterpret_cast<int (*)()>(symbol)();
+    int const version = guardedCall(m_file, "VexPlugin_platformVersion", PluginRaises::Nothing,
+                                    [symbol] { return reinterpret_cast<int (*)()>(symbol)(); });
     if (version != VexPlatform_version()) {
         throw PluginException(PluginFault::WrongVersion,
                               m_file + " was built for version " + std::to_string(version) +

@@ -21,7 +21,9 @@ std::string findPluginFile();
 class PluginLibrary {
 public:
     /// Raises `PluginException` when the file cannot be loaded, was built for
-    /// another version of the platform or is loaded already.
+    /// another version of the platform or is loaded already. What the library raises
+    /// while it is loaded leaves it in the process for good, and the system's loader
+    /// taken for other threads: only this one can load and unload libraries from then on.
     explicit PluginLibrary(std::string const& file);
     ~PluginLibrary();
     PluginLibrary(PluginLibrary const&) = delete;
@@ -43,12 +45,14 @@ private:
     using FileIdentity = std::pair<dev_t, ino_t>;
     struct Claim;
 
+    void load();
+    void unload();
     void checkVersion() const;
     std::string chooseName() const;
 
     std::string m_file;
     std::unique_ptr<Claim> m_claim;
-    std::unique_ptr<void, int (*)(void*)> m_handle;
+    std::unique_ptr<void, int (*)(void*)> m_handle; // null after `unload`
 };
 
 } // namespace vex

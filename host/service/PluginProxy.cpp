@@ -4,10 +4,7 @@
 #include "VexTrace.h"
 #include "host/service/HostNotification.h"
 #include "host/service/PluginException.h"
-
-#include <new>
-
-#include <xercesc/util/OutOfMemoryException.hpp>
+#include "host/service/PluginGuard.h"
 
 namespace vex {
 
@@ -53,35 +50,19 @@ private:
     HostSession::Turn m_turn;
 };
 
-// Every kind of exception is caught here, and only here: what is not the
-// platform's own must not travel on as if the host had raised it.
 template <class Call> auto PluginProxy::guarded(char const* operation, Call const& call) const {
-    try {
-        return call();
-    } catch (KRLException const&) {
-        throw;
-    } catch (std::bad_alloc const&) {
-        throw PluginException(PluginFault::OutOfMemory,
-                              described(operation) + " ran out of memory");
-    } catch (xercesc::OutOfMemoryException const&) { // derives from nothing
-        throw PluginException(PluginFault::OutOfMemory,
-                              described(operation) + " ran out of memory");
-    } catch (std::exception const& problem) {
-        throw PluginException(
-            PluginFault::ForeignException,
-            described(operation) +
-                " raised an exception that plug-ins may not raise: " + problem.what());
-    } catch (...) {
-        throw PluginException(PluginFault::ForeignException,
-                              described(operation) +
-                                  " raised something that is not an exception of the platform");
-    }
+    return guardedCall(getFile(), operation, PluginRaises::Platform, call);
+}
+
+template <class Call>
+auto PluginProxy::guardedSetUp(char const* operation, Call const& call) const {
+    return guardedCall(getFile(), operation, PluginRaises::Nothing, call);
 }
 
 // The table of that id; null when the plug-in has none.
 template <class Extension> Extension const* PluginProxy::findExtension() const {
     auto const entry = reinterpret_cast<VexGetExtension>(m_library.findExport(VexGetExtensionName));
-    return guarded("getExtension", [&] {
+    return guardedSetUp("getExtension", [&] {
         return static_cast<Extension const*>(entry != nullptr ? entry(Extension::Id) : nullptr);
     });
 }
@@ -102,7 +83,7 @@ PluginProxy::PluginProxy(std::string const& file, std::string const& name)
     : m_library(file), m_creator(m_library.findCreator(name)),
       m_explainAccess(findExtension<VexExplainAccess>()),
       m_explainTree(findExtension<VexExplainTree>()), m_answerAt(findExtension<VexAnswerAt>()) {
-    guarded("create", [&] { m_plugin.emplace(m_creator); });
+    guardedSetUp("create", [&] { m_plugin.emplace(m_creator); });
 }
 
 PluginProxy::~PluginProxy() {
@@ -113,6 +94,8 @@ PluginProxy::~PluginProxy() {
             OutputDebugString(problem.what()); // nobody is left to be told
         }
     }
+    PluginCall const underWay(getFile(), "the deletion");
+    m_plugin.reset();
 }
 
 void PluginProxy::Initialize(char const* parameters) {
@@ -120,7 +103,7 @@ void PluginProxy::Initialize(char const* parameters) {
         throw PluginException(PluginFault::NotReady,
                               described("Initialize") + " was called by the host a second time");
     }
-    if (guarded("Initialize", [&] { return (*m_plugin)->Initialize(parameters); }) != 1) {
+    if (guardedSetUp("Initialize", [&] { return (*m_plugin)->Initialize(parameters); }) != 1) {
         throw PluginException(PluginFault::NotReady,
                               described("Initialize") + " says that the plug-in is not ready");
     }
@@ -145,7 +128,14 @@ void PluginProxy::Terminate(char const* parameters) {
 
 void PluginProxy::terminateObject(char const* parameters) {
     m_state.store(State::Terminated);
-    guarded("Terminate", [&] { return (*m_plugin)->Terminate(parameters); });
+    constexpr int isDone = 1;
+    int const result =
+        guardedSetUp("Terminate", [&] { return (*m_plugin)->Terminate(parameters); });
+    if (result != isDone) {
+        throw PluginException(PluginFault::NotReady,
+                              described("Terminate") + " gave " + std::to_string(result) +
+                                  ": the plug-in did not end its work in order");
+    }
 }
 
 VexErrorCode PluginProxy::DoAction(HostSession& session, VexVariant const& action,
@@ -195,7 +185,7 @@ void PluginProxy::answerAt(HostSession& session, I18NString const& modelPath, KR
 }
 
 std::string PluginProxy::described(char const* operation) const {
-    return "the plug-in " + m_library.getFile() + ": " + operation;
+    return describedCall(getFile(), operation);
 }
 
 } // namespace vex

@@ -32,6 +32,7 @@ public:
 
     /// Once, before any other call. `parameters` is handed to the plug-in.
     void Initialize(char const* parameters = "");
+    /// Raises when the plug-in says, or shows, that it could not end its work.
     void Terminate(char const* parameters = "");
 
     VexErrorCode DoAction(HostSession& session, VexVariant const& action, VexParams const& in,
@@ -62,6 +63,7 @@ private:
     class Running;
 
     template <class Call> auto guarded(char const* operation, Call const& call) const;
+    template <class Call> auto guardedSetUp(char const* operation, Call const& call) const;
     template <class Extension> Extension const* findExtension() const;
     template <class Extension>
     Extension const& offered(Extension const* extension, char const* operation) const;

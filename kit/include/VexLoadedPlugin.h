@@ -19,8 +19,10 @@ public:
     /// metadata access plug-in, else the only one in the library. `parameters` is handed
     /// to `Initialize`. Raises `KRLException`, whose text says what to do, when the file
     /// cannot be loaded, is loaded already, was built for another platform, registers no
-    /// such plug-in, or when the plug-in says that it is not ready; and what its hooks
-    /// and `Initialize` raise.
+    /// such plug-in, raises anything while it is loaded, or when the plug-in says that it
+    /// is not ready; and what its hooks and `Initialize` raise. A library that raised
+    /// something while it was loaded stays in the process, and the system's loader is
+    /// taken for other threads from then on: a host that has some had better end.
     explicit VexLoadedPlugin(std::string const& file, std::string const& name = "",
                              char const* parameters = "");
     VexLoadedPlugin(VexLoadedPlugin const&) = delete;
