@@ -4,33 +4,8 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
 
 namespace {
-
-// Four code units at a step; the multiplication mixes upwards and the fold
-// brings it down again.
-std::uint32_t hashOf(std::u16string_view text) {
-    constexpr std::uint64_t factor = 0x9E3779B97F4A7C15ULL;
-    constexpr std::size_t stride = sizeof(std::uint64_t) / sizeof(char16_t);
-    std::uint64_t hash = text.size() * factor;
-    auto const mix = [&hash](std::uint64_t block) {
-        hash = (hash ^ block) * factor;
-        hash ^= hash >> 32U;
-    };
-    std::size_t at = 0;
-    for (; at + stride <= text.size(); at += stride) {
-        std::uint64_t block = 0;
-        std::memcpy(&block, text.data() + at, sizeof block);
-        mix(block);
-    }
-    std::uint64_t rest = 0;
-    for (; at < text.size(); ++at) {
-        rest = rest << 16U | text[at];
-    }
-    mix(rest);
-    return static_cast<std::uint32_t>(hash);
-}
 
 constexpr std::size_t smallestTable = 16;
 constexpr std::size_t wordBits = 64;
@@ -57,6 +32,10 @@ void VexIdSet::insert(std::u16string_view id) {
     m_hashes.push_back(hashOf(id));
     m_texts.append(id);
     m_table.clear();
+}
+
+std::uint32_t VexIdSet::hashOf(std::u16string_view id) const {
+    return static_cast<std::uint32_t>(I18NHashText(id, m_seed));
 }
 
 bool VexIdSet::contains(I18NString const& id) const {
@@ -121,6 +100,17 @@ bool VexIdSet::searchTable(std::uint32_t hash, std::u16string_view id) const {
         }
     }
     return false;
+}
+
+std::size_t VexIdSet::longestSearch() const {
+    std::size_t longest = 0;
+    std::size_t taken = 0; // slots without a free one between them
+    for (std::size_t slot = 0; slot < 2 * m_table.size();
+         ++slot) { // the last ones go on at the first
+        taken = m_table[slot & (m_table.size() - 1)] == 0 ? 0 : taken + 1;
+        longest = std::max(longest, taken);
+    }
+    return longest;
 }
 
 void VexIdSet::makeTable() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "I18NHash.h"
 #include "I18NString.h"
 
 #include <cstddef>
@@ -13,7 +14,8 @@
 /// hashes. Sets of a hundred thousand ids are read for one request and often
 /// asked about a single object, so filling costs little: the first questions go
 /// through the hashes, and the table that finds them faster is made when more
-/// are asked.
+/// are asked. The hashes are those of this process alone: no ids can be chosen to
+/// stand in each other's way.
 ///
 /// Threads: one at a time, questions too.
 class VexIdSet {
@@ -28,6 +30,9 @@ public:
     /// for all of them.
     void reserveMore(std::size_t count);
 
+    /// How many entries the slowest question looks at, once the table was made; 0 before.
+    std::size_t longestSearch() const;
+
 private:
     struct Entry {
         std::uint32_t start;
@@ -36,6 +41,7 @@ private:
     /// How many questions may be answered without the table.
     static constexpr unsigned FewQuestions = 32;
 
+    std::uint32_t hashOf(std::u16string_view id) const;
     bool isAt(std::size_t entry, std::u16string_view id) const {
         Entry const& at = m_entries[entry];
         return at.length == id.size() &&
@@ -50,6 +56,7 @@ private:
     bool searchTable(std::uint32_t hash, std::u16string_view id) const;
     void makeTable() const;
 
+    std::uint64_t m_seed = I18NHashSeed();
     std::u16string m_texts;
     std::vector<Entry> m_entries;
     std::vector<std::uint32_t> m_hashes; // of each entry

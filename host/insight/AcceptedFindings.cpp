@@ -1,6 +1,9 @@
 #include "host/insight/AcceptedFindings.h"
 
+#include "I18NHash.h"
+
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <unordered_map>
 
@@ -66,7 +69,7 @@ private:
         return found;
     }
 
-    std::unordered_map<std::string, Entries> m_byObject;
+    std::unordered_map<std::string, Entries, I18NTextHasher, std::equal_to<>> m_byObject;
     Entries m_others;
 };
 

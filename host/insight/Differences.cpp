@@ -1,5 +1,8 @@
 #include "host/insight/Differences.h"
 
+#include "I18NHash.h"
+
+#include <functional>
 #include <unordered_set>
 
 namespace vex {
@@ -23,7 +26,7 @@ ObjectLabel labelIn(ComparedSide const& side, VEX_HANDLE object) {
 
 Differences tellDifferences(ComparedSide const& before, ComparedSide const& after) {
     Differences told;
-    std::unordered_set<std::string> known;
+    std::unordered_set<std::string, I18NTextHasher, std::equal_to<>> known;
     for (ComparedObject const& object : compareTrees(before, after)) {
         bool const byFirst = object.change == Change::Disappears || !object.after.IsNotNull();
         ToldChange& entry = told.objects.emplace_back();

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "I18NHash.h"
 #include "host/store/image/Model.h"
 
+#include <functional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -44,9 +46,10 @@ private:
 
     Model const& m_model;
     bool m_isIndexed = false;
-    using Named = std::unordered_map<std::u16string, std::vector<VEX_HANDLE>>;
+    using Named = std::unordered_map<std::u16string, std::vector<VEX_HANDLE>, I18NTextHasher,
+                                     std::equal_to<>>;
     std::unordered_map<VEX_HANDLE, Named> m_inNamespaces; // by the nearest one
-    std::unordered_set<std::u16string> m_outside;
+    std::unordered_set<std::u16string, I18NTextHasher, std::equal_to<>> m_outside;
 };
 
 } // namespace vex

@@ -1,9 +1,9 @@
 #include "VexReferenceIndex.h"
 
+#include "I18NHash.h"
 #include "VexObject.h"
 #include "VexReferenceNames.h"
 #include "host/store/image/StoreData.h"
-#include "host/store/image/TextHash.h"
 #include "resources.h"
 
 #include <algorithm>
@@ -56,9 +56,9 @@ using PrefixHash = std::optional<std::uint64_t>;
 
 PrefixHash hashBelow(PrefixHash prefix, Part part, I18NString const& name) {
     if (part == Part::Namespace) {
-        return vex::firstReferenceHash(name.view(), vex::hashSeed());
+        return vex::firstReferenceHash(name.view(), I18NHashSeed());
     }
-    return prefix ? PrefixHash(vex::nextReferenceHash(*prefix, name.view(), vex::hashSeed()))
+    return prefix ? PrefixHash(vex::nextReferenceHash(*prefix, name.view(), I18NHashSeed()))
                   : std::nullopt;
 }
 
@@ -116,7 +116,7 @@ VEX_HANDLE VexReferenceIndex::find(I18NString const& reference) const {
     if (!VexSplitReference(reference, names) || names.empty()) {
         return VEX_HANDLE();
     }
-    std::uint64_t const seed = vex::hashSeed();
+    std::uint64_t const seed = I18NHashSeed();
     std::uint64_t hash = vex::firstReferenceHash(names.front().view(), seed);
     for (auto name = names.begin() + 1; name != names.end(); ++name) {
         hash = vex::nextReferenceHash(hash, name->view(), seed);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "I18NHash.h"
 #include "VexExport.h"
 
 #include <atomic>
@@ -181,8 +182,9 @@ private:
 /// The text of `a`, then that of `b`.
 VEX_PLATFORM_API I18NString operator+(I18NString const& a, I18NString const& b);
 
+// With the seed of the process: the texts of a model cannot be chosen to hash alike.
 template <> struct std::hash<I18NString> {
     std::size_t operator()(I18NString const& text) const noexcept {
-        return std::hash<std::u16string_view>{}(text.view());
+        return I18NTextHasher{}(text.view());
     }
 };

@@ -49,7 +49,7 @@ private:
     }
 
     Atom addHashed(std::u16string_view name, TextTableBuilder& texts) {
-        std::uint32_t const hash = static_cast<std::uint32_t>(hashText(name, m_table.m_seed));
+        std::uint32_t const hash = static_cast<std::uint32_t>(I18NHashText(name, m_table.m_seed));
         Atom const known =
             m_found.find(hash, [&](Atom atom) { return isSameText(view(atom, texts), name); });
         if (known != NoAtom) {

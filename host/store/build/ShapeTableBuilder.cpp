@@ -1,6 +1,6 @@
 #include "host/store/build/ShapeTableBuilder.h"
 
-#include "host/store/image/TextHash.h"
+#include "I18NHash.h"
 
 #include <algorithm>
 #include <bit>
@@ -14,12 +14,12 @@ constexpr unsigned halfBits = 32;
 
 std::uint32_t hashOf(Atom cls, std::uint8_t own, std::span<ShapeEntry const> simple,
                      std::uint64_t seed) {
-    std::uint64_t hash = mixHash(seed, (std::uint64_t{cls} << halfBits) | own);
+    std::uint64_t hash = I18NMixHash(0, (std::uint64_t{cls} << halfBits) | own, seed);
     for (ShapeEntry const& entry : simple) {
-        hash = mixHash(hash, (std::uint64_t{entry.name} << halfBits) | entry.locale);
+        hash = I18NMixHash(hash, (std::uint64_t{entry.name} << halfBits) | entry.locale, seed);
         hash += entry.role;
     }
-    return static_cast<std::uint32_t>(mixHash(hash, simple.size()));
+    return static_cast<std::uint32_t>(I18NMixHash(hash, simple.size(), seed));
 }
 
 bool same(ShapeEntry const& a, ShapeEntry const& b) {

@@ -20,9 +20,9 @@ std::uint64_t valueKey(Atom name, std::uint32_t locale) {
 } // namespace
 
 StoreBuilder::StoreBuilder(bool keepPositions, std::size_t sourceSize)
-    : m_data(std::make_unique<StoreData>()), m_texts(hashSeed()), m_queue(m_texts),
-      m_names(hashSeed()), m_shapes(hashSeed()), m_keepPositions(keepPositions) {
-    m_data->hashSeed = hashSeed();
+    : m_data(std::make_unique<StoreData>()), m_texts(I18NHashSeed()), m_queue(m_texts),
+      m_names(I18NHashSeed()), m_shapes(I18NHashSeed()), m_keepPositions(keepPositions) {
+    m_data->hashSeed = I18NHashSeed();
     m_texts.reserve(sourceSize / bytesPerText, sourceSize / bytesPerUnit);
     m_data->idName = addName(u"ID");
     m_data->nameName = addName(u"name");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "I18NHash.h"
 #include "host/store/build/NameTableBuilder.h"
 #include "host/store/build/ShapeTableBuilder.h"
 #include "host/store/build/TextTableBuilder.h"
@@ -73,6 +74,13 @@ private:
         std::uint32_t firstFlushed = 0;
     };
     static constexpr std::size_t ManyValues = 32;
+    // A source chooses which name and locale stand together.
+    struct ValueKeyHash {
+        std::size_t operator()(std::uint64_t key) const noexcept {
+            return static_cast<std::size_t>(I18NMixHash(key, 0, I18NHashSeed()));
+        }
+    };
+    using ValueKeys = std::unordered_set<std::uint64_t, ValueKeyHash>;
 
     std::span<ShapeEntry const> entriesOf(Frame const& frame) const {
         return {m_entries.data() + frame.firstEntry, m_entries.size() - frame.firstEntry};
@@ -99,7 +107,7 @@ private:
     // The values of elements in the order in which these end.
     CompactArray<TextQueue::Ticket> m_flushed;
     std::vector<PendingOwner> m_owners;
-    std::map<std::size_t, std::unordered_set<std::uint64_t>> m_manyValues; // by frame
+    std::map<std::size_t, ValueKeys> m_manyValues; // by frame
 
     BitArray m_idTexts; // by `TextRef`
     std::size_t m_idCount = 0;

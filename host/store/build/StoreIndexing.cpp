@@ -1,6 +1,6 @@
+#include "I18NHash.h"
 #include "host/store/build/FixedHashBuilder.h"
 #include "host/store/build/StoreBuilder.h"
-#include "host/store/image/TextHash.h"
 
 #include <algorithm>
 #include <vector>
@@ -66,7 +66,7 @@ void indexIds(StoreData& store, std::size_t count) {
     for (ElementNumber element = 0; element < store.elementCount(); ++element) {
         TextRef const id = store.ownText(element, Own::Id);
         if (id != 0) {
-            ids.add(hashText(store.texts.view(id), store.hashSeed), element);
+            ids.add(I18NHashText(store.texts.view(id), store.hashSeed), element);
         }
     }
     store.ids = std::move(ids).finish();

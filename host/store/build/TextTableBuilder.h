@@ -1,7 +1,7 @@
 #pragma once
 
+#include "I18NHash.h"
 #include "host/store/build/GrowingHash.h"
-#include "host/store/image/TextHash.h"
 #include "host/store/image/TextTable.h"
 
 #include <cstdint>
@@ -17,7 +17,7 @@ public:
     /// The hash that `add` takes. Fetches what `add` will look at, so that it
     /// need not wait if something else is done in between.
     std::uint32_t prepare(std::u16string_view text) const {
-        std::uint32_t const hash = static_cast<std::uint32_t>(hashText(text, m_seed));
+        std::uint32_t const hash = static_cast<std::uint32_t>(I18NHashText(text, m_seed));
         m_found.prefetch(hash);
         return hash;
     }
@@ -34,7 +34,7 @@ public:
     /// be numbered.
     TextRef add(std::u16string_view text, std::uint32_t hash);
     TextRef add(std::u16string_view text) {
-        return add(text, static_cast<std::uint32_t>(hashText(text, m_seed)));
+        return add(text, static_cast<std::uint32_t>(I18NHashText(text, m_seed)));
     }
 
     /// Valid until a text is added.

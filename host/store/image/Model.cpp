@@ -1,11 +1,11 @@
 #include "host/store/image/Model.h"
 
+#include "I18NHash.h"
 #include "KRLException.h"
 #include "host/store/image/Budget.h"
 #include "host/store/image/ReferenceText.h"
 #include "host/store/image/SameText.h"
 #include "host/store/image/StoreData.h"
-#include "host/store/image/TextHash.h"
 
 #include <algorithm>
 #include <limits>
@@ -72,7 +72,7 @@ VEX_HANDLE Model::GetObjectByReference(I18NString const& reference, long scope) 
 
 VEX_HANDLE Model::findById(I18NString const& id) const {
     ElementNumber const found =
-        m_data->ids.find(hashText(id.view(), m_data->hashSeed), [&](ElementNumber element) {
+        m_data->ids.find(I18NHashText(id.view(), m_data->hashSeed), [&](ElementNumber element) {
             return isSameText(m_data->texts.view(m_data->ownText(element, Own::Id)), id.view());
         });
     return found == NotFound ? VEX_HANDLE() : elementHandle(found);

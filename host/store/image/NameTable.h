@@ -1,8 +1,8 @@
 #pragma once
 
+#include "I18NHash.h"
 #include "host/store/image/HashSlots.h"
 #include "host/store/image/SameText.h"
-#include "host/store/image/TextHash.h"
 #include "host/store/image/TextTable.h"
 
 namespace vex {
@@ -16,7 +16,7 @@ class NameTable {
 public:
     /// The name's atom, or `NoAtom`. The names' texts lie in `texts`.
     Atom find(std::u16string_view name, TextTable const& texts) const {
-        std::uint32_t const hash = static_cast<std::uint32_t>(hashText(name, m_seed));
+        std::uint32_t const hash = static_cast<std::uint32_t>(I18NHashText(name, m_seed));
         return m_found.find(hash, [&](Atom atom) {
             return isSameText({texts.begin(text(atom)), m_names[atom].length}, name);
         });

@@ -1,6 +1,6 @@
 #include "host/store/image/StoreData.h"
 
-#include "host/store/image/TextHash.h"
+#include "I18NHash.h"
 
 #include <algorithm>
 
@@ -103,12 +103,12 @@ std::size_t StoreData::byteCount() const {
 
 // Never 0, which stands for an element without a reference.
 std::uint64_t firstReferenceHash(std::u16string_view name, std::uint64_t seed) {
-    return hashText(name, seed) | 1U;
+    return I18NHashText(name, seed) | 1U;
 }
 
 std::uint64_t nextReferenceHash(std::uint64_t before, std::u16string_view name,
                                 std::uint64_t seed) {
-    return mixHash(before, hashText(name, seed)) | 1U;
+    return I18NMixHash(before, I18NHashText(name, seed), seed) | 1U;
 }
 
 } // namespace vex

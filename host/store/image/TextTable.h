@@ -1,9 +1,9 @@
 #pragma once
 
+#include "I18NHash.h"
 #include "I18NString.h"
 #include "host/store/image/CompactArray.h"
 #include "host/store/image/SameText.h"
-#include "host/store/image/TextHash.h"
 
 #include <bit>
 #include <cstdint>
