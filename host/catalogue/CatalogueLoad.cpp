@@ -1,7 +1,7 @@
 #include "KRLException.h"
 #include "host/catalogue/CatalogueReader.h"
 #include "host/import/xml/FileText.h"
-#include "host/import/xml/SaxDocument.h"
+#include "host/import/xml/ModelLoader.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -43,7 +43,7 @@ std::shared_ptr<Catalogue const> readCatalogueText(std::string_view text, std::s
 
     MemorySource source(text);
     try {
-        readSax(source, handler);
+        readSax(source, handler, DocumentLimits().attributesPerElement);
     } catch (KRLDocumentException const& problem) {
         reportUnreadable(problem, name, problems);
     }

@@ -2,7 +2,6 @@
 
 #include "I18NStringIterator.h"
 #include "KRLException.h"
-#include "host/import/xml/SaxDocument.h"
 #include "host/store/build/WritableText.h"
 
 #include <algorithm>
@@ -75,9 +74,7 @@ CatalogueReader::CatalogueReader(Catalogue& catalogue, std::string name, std::st
 
 void CatalogueReader::startDTD(XMLCh const* /*name*/, XMLCh const* /*publicId*/,
                                XMLCh const* /*systemId*/) {
-    DocumentPosition const at = positionOf(*m_locator);
-    throw KRLDocumentException(m_name, at.line, at.column,
-                               "a document type is not allowed; remove the DOCTYPE");
+    refuse("document-type", "a document type is not allowed; remove the DOCTYPE");
 }
 
 void CatalogueReader::startElement(XMLCh const* /*uri*/, XMLCh const* /*localName*/,
@@ -260,6 +257,11 @@ void CatalogueReader::fatalError(xercesc::SAXParseException const& problem) {
     DocumentPosition const at = positionOf(problem);
     throw KRLDocumentException(m_name, at.line, at.column,
                                I18NString(std::u16string_view(problem.getMessage())).toUtf8());
+}
+
+void CatalogueReader::refuse(char const* /*rule*/, std::string text) {
+    DocumentPosition const at = positionOf(*m_locator);
+    throw KRLDocumentException(m_name, at.line, at.column, text);
 }
 
 void CatalogueReader::report(char const* rule, std::string text) {

@@ -1,20 +1,20 @@
 #pragma once
 
 #include "host/catalogue/Catalogue.h"
+#include "host/import/xml/SaxDocument.h"
 
 #include <set>
-
-#include <xercesc/sax2/DefaultHandler.hpp>
 
 namespace vex {
 
 /// Builds a catalogue from parser events and reports every breach of its
 /// grammar where it stands. Reading goes on past an error; only text that is
-/// not well-formed, or a document type, ends it.
-class CatalogueReader final : public xercesc::DefaultHandler {
+/// not well-formed, a document type or a limit of the XML library ends it.
+class CatalogueReader final : public SaxHandler {
 public:
     CatalogueReader(Catalogue& catalogue, std::string name, std::string folder, Diagnostics& found);
 
+    [[noreturn]] void refuse(char const* rule, std::string text) override;
     void setDocumentLocator(xercesc::Locator const* locator) override { m_locator = locator; }
     void startDTD(XMLCh const* name, XMLCh const* publicId, XMLCh const* systemId) override;
     void startElement(XMLCh const* uri, XMLCh const* localName, XMLCh const* tag,

@@ -24,6 +24,8 @@ inline constexpr DiagnosticRule diagnosticRules[] = {
     {"too-many-attributes", Severity::Error, "An element has more attributes than the limit."},
     {"name-too-long", Severity::Error, "A name is longer than the limit."},
     {"too-many-names", Severity::Error, "The model has more different names than the limit."},
+    {"too-many-like-names", Severity::Error,
+     "Too many element names are so much alike that finding them is slow."},
     {"property-without-name", Severity::Error, "A `property` has no name."},
     {"element-in-property", Severity::Error,
      "An element other than `property` stands in a property."},

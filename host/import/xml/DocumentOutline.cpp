@@ -2,6 +2,7 @@
 
 #include "I18NStringIterator.h"
 #include "KRLException.h"
+#include "host/import/xml/ModelLoader.h"
 #include "host/import/xml/SaxDocument.h"
 
 #include <xercesc/sax/Locator.hpp>
@@ -12,10 +13,11 @@ namespace vex {
 
 namespace {
 
-class OutlineReader final : public xercesc::DefaultHandler {
+class OutlineReader final : public SaxHandler {
 public:
     std::vector<OutlinedElement> take() { return std::move(m_elements); }
 
+    [[noreturn]] void refuse(char const* /*rule*/, std::string /*text*/) override { stop(); }
     void setDocumentLocator(xercesc::Locator const* locator) override { m_locator = locator; }
 
     void startElement(XMLCh const* /*uri*/, XMLCh const* /*localName*/, XMLCh const* name,
@@ -77,7 +79,7 @@ std::vector<OutlinedElement> outlineOf(std::string_view xml) {
     OutlineReader reader;
     MemorySource source(xml);
     try {
-        readSax(source, reader);
+        readSax(source, reader, DocumentLimits().attributesPerElement);
     } catch (KRLDocumentException const& /*problem*/) { // told by who read it before
     }
     return reader.take();

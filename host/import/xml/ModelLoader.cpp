@@ -18,7 +18,7 @@ std::shared_ptr<Model const> readModel(ByteSource& source, std::size_t size,
         bytesRead = [&options, size](std::size_t done) { options.progress(done, size); };
     }
     try {
-        readSax(source, reader, bytesRead);
+        readSax(source, reader, options.limits.attributesPerElement, bytesRead);
     } catch (SourceReport::Stop const&) {
         // What ended the reading stands among the errors.
     }

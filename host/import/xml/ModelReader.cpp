@@ -1,7 +1,6 @@
 #include "host/import/xml/ModelReader.h"
 
 #include "I18NStringIterator.h"
-#include "host/import/xml/SaxDocument.h"
 #include "host/store/image/SameText.h"
 
 #include <xercesc/sax/Locator.hpp>
@@ -44,11 +43,10 @@ bool belongsToXml(std::u16string_view attribute) {
 
 ModelReader::ModelReader(std::string const& file, std::size_t size, LoadOptions const& options,
                          Diagnostics& found)
-    : m_limits(options.limits), m_report(file, *this, found),
-      m_writer(m_report, {.limits = options.limits,
-                          .keepPositions = options.keepPositions,
-                          .sourceSize = size,
-                          .isDocument = true}),
+    : m_report(file, *this, found), m_writer(m_report, {.limits = options.limits,
+                                                        .keepPositions = options.keepPositions,
+                                                        .sourceSize = size,
+                                                        .isDocument = true}),
       m_reserved{m_writer.name(u"model"),   m_writer.name(u"property"),
                  m_writer.name(u"locales"), m_writer.name(u"locale"),
                  m_writer.name(u"id"),      m_writer.name(u"role"),
@@ -79,13 +77,6 @@ void ModelReader::fatalError(xercesc::SAXParseException const& problem) {
 void ModelReader::startElement(XMLCh const*, XMLCh const*, XMLCh const* name,
                                xercesc::Attributes const& attributes) {
     m_writer.admitDepth(m_open.size() + 1);
-    if (attributes.getLength() > m_limits.attributesPerElement) {
-        m_report.stop("too-many-attributes", "the element has " +
-                                                 std::to_string(attributes.getLength()) +
-                                                 " attributes, more than the " +
-                                                 std::to_string(m_limits.attributesPerElement) +
-                                                 " allowed; write some as property elements");
-    }
     // Half of a document's elements are properties, most of them names: neither
     // needs the table of names.
     std::u16string_view const tag(name);

@@ -1,19 +1,18 @@
 #pragma once
 
 #include "host/import/xml/ModelLoader.h"
+#include "host/import/xml/SaxDocument.h"
 #include "host/store/build/ModelWriter.h"
 
 #include <string>
 #include <vector>
-
-#include <xercesc/sax2/DefaultHandler.hpp>
 
 namespace vex {
 
 /// Writes a model from the events of a parser, and reports what a model document
 /// may not hold. Reading goes on past an error in the content; where it cannot,
 /// `SourceReport::Stop` is raised.
-class ModelReader final : public xercesc::DefaultHandler, private ModelSource {
+class ModelReader final : public SaxHandler, private ModelSource {
 public:
     ModelReader(std::string const& file, std::size_t size, LoadOptions const& options,
                 Diagnostics& found);
@@ -22,6 +21,10 @@ public:
     /// reported.
     std::shared_ptr<Model const> finish() && { return std::move(m_writer).finish(); }
 
+    [[noreturn]] void refuse(char const* rule, std::string text) override {
+        m_report.stop(rule, std::move(text));
+    }
+    std::string adviceOnAttributes() const override { return "write some as property elements"; }
     void setDocumentLocator(xercesc::Locator const* locator) override { m_locator = locator; }
     void startDTD(XMLCh const* name, XMLCh const* publicId, XMLCh const* systemId) override;
     void startElement(XMLCh const* uri, XMLCh const* localName, XMLCh const* name,
@@ -50,7 +53,6 @@ private:
     void openProperty(xercesc::Attributes const& attributes);
     std::u16string_view takeText(Open const& element);
 
-    DocumentLimits const m_limits;
     xercesc::Locator const* m_locator = nullptr;
 
     SourceReport m_report;

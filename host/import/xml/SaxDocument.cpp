@@ -1,6 +1,7 @@
 #include "host/import/xml/SaxDocument.h"
 
 #include "KRLException.h"
+#include "KRLIDOM_ParserLimits.h"
 #include "KRLIDOM_Platform.h"
 #include "host/store/image/Budget.h"
 
@@ -13,7 +14,10 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
+#include <xercesc/framework/XMLElementDecl.hpp>
+#include <xercesc/internal/VecAttributesImpl.hpp>
+#include <xercesc/parsers/SAXParser.hpp>
+#include <xercesc/sax/HandlerBase.hpp>
 #include <xercesc/sax/InputSource.hpp>
 #include <xercesc/util/BinInputStream.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
@@ -24,7 +28,7 @@ namespace vex {
 
 namespace {
 
-using BytesRead = std::function<void(std::size_t)>;
+using BytesRead = std::function<void(std::size_t)>; // called before each piece
 
 class Stream final : public xercesc::BinInputStream {
 public:
@@ -39,10 +43,8 @@ public:
         XMLSize_t count = m_start.copy(reinterpret_cast<char*>(target), room);
         m_start.remove_prefix(count);
         if (count == 0) {
-            if (m_bytesRead != nullptr) {
-                m_bytesRead(m_done);
-            }
-            count = m_source.read(target, room);
+            m_bytesRead(m_done);
+            count = m_source.read(target, std::min<std::size_t>(room, KRLIDOM_BytesAtATime));
         }
         m_done += count;
         return count;
@@ -85,19 +87,55 @@ private:
     std::size_t m_filled = 0;
 };
 
-// The library tells a handler only of document types that declare something.
-class Reader final : public xercesc::SAX2XMLReaderImpl {
+// Hands on what the library's scanner finds, and keeps the scanner's work in proportion.
+class Reader final : public xercesc::SAXParser {
 public:
-    explicit Reader(xercesc::DefaultHandler& handler) : m_handler(handler) {
-        setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, false);
-        setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
-        setFeature(xercesc::XMLUni::fgXercesSchema, false);
-        setFeature(xercesc::XMLUni::fgXercesLoadExternalDTD, false);
-        setFeature(xercesc::XMLUni::fgXercesDisableDefaultEntityResolution, true);
-        setContentHandler(&handler);
+    Reader(SaxHandler& handler, std::size_t attributesPerElement)
+        : m_handler(handler), m_attributesPerElement(attributesPerElement) {
+        setDoNamespaces(false);
+        setDoSchema(false);
+        setValidationScheme(Val_Never);
+        setLoadExternalDTD(false);
+        setDisableDefaultEntityResolution(true);
+        setDocumentHandler(&m_nobody); // without one nothing is told of content
+        setDTDHandler(&m_nobody);      // nor of document types
         setErrorHandler(&handler);
-        setLexicalHandler(&handler); // without one nothing is told of document types
+        handler.setDocumentLocator(getScanner().getLocator());
     }
+
+    void checkTag() const { checkAttributes(KRLIDOM_AttributesSoFar(getScanner()), " or more"); }
+
+    void startElement(xercesc::XMLElementDecl const& declaration, unsigned int, XMLCh const*,
+                      xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes,
+                      XMLSize_t attributeCount, bool isEmpty, bool) override {
+        checkAttributes(attributeCount, "");
+        XMLCh const* const name = declaration.getFullName();
+        if (declaration.getId() > m_names) { // numbered from 1 as they are met
+            m_names = declaration.getId();
+            checkName(name);
+        }
+        m_attributes.setVector(&attributes, attributeCount, &getScanner());
+        m_handler.startElement(u"", u"", name, m_attributes);
+        if (isEmpty) {
+            m_handler.endElement(u"", u"", name);
+        } else {
+            ++m_depth;
+        }
+    }
+
+    void endElement(xercesc::XMLElementDecl const& declaration, unsigned int, bool,
+                    XMLCh const*) override {
+        m_handler.endElement(u"", u"", declaration.getFullName());
+        --m_depth;
+    }
+
+    void docCharacters(XMLCh const* text, XMLSize_t length, bool) override {
+        if (m_depth != 0) {
+            m_handler.characters(text, length);
+        }
+    }
+
+    void ignorableWhitespace(XMLCh const*, XMLSize_t, bool) override {}
 
     void doctypeDecl(xercesc::DTDElementDecl const& root, XMLCh const* publicId,
                      XMLCh const* systemId, bool, bool) override {
@@ -106,15 +144,40 @@ public:
 
     // The library has no place for what goes wrong before the first line is
     // decoded.
-    void error(unsigned int code, XMLCh const* domain, ErrTypes type, XMLCh const* text,
-               XMLCh const* systemId, XMLCh const* publicId, XMLFileLoc line,
+    void error(unsigned int code, XMLCh const* domain, xercesc::XMLErrorReporter::ErrTypes type,
+               XMLCh const* text, XMLCh const* systemId, XMLCh const* publicId, XMLFileLoc line,
                XMLFileLoc column) override {
-        SAX2XMLReaderImpl::error(code, domain, type, text, systemId, publicId, line == 0 ? 1 : line,
-                                 column == 0 ? 1 : column);
+        SAXParser::error(code, domain, type, text, systemId, publicId, line == 0 ? 1 : line,
+                         column == 0 ? 1 : column);
     }
 
 private:
-    xercesc::DefaultHandler& m_handler;
+    void checkAttributes(std::size_t count, char const* perhaps) const {
+        if (count > m_attributesPerElement) {
+            m_handler.refuse("too-many-attributes",
+                             "the element has " + std::to_string(count) + " attributes" + perhaps +
+                                 ", more than the " + std::to_string(m_attributesPerElement) +
+                                 " allowed; " + m_handler.adviceOnAttributes());
+        }
+    }
+
+    void checkName(XMLCh const* name) {
+        if (!m_spread.add(name)) {
+            m_handler.refuse("too-many-like-names",
+                             "the names of more than " +
+                                 std::to_string(KRLIDOM_NameSpread::MostInOnePlace) +
+                                 " elements are so much alike that the XML library finds them "
+                                 "slowly; name the elements otherwise");
+        }
+    }
+
+    SaxHandler& m_handler;
+    std::size_t m_attributesPerElement;
+    xercesc::HandlerBase m_nobody;
+    xercesc::VecAttributesImpl m_attributes;
+    KRLIDOM_NameSpread m_spread;
+    XMLSize_t m_names = 0; // that were met
+    std::size_t m_depth = 0;
 };
 
 } // namespace
@@ -159,11 +222,18 @@ std::size_t FileSource::read(unsigned char* target, std::size_t room) {
     }
 }
 
-void readSax(ByteSource& source, xercesc::DefaultHandler& handler, BytesRead bytesRead) {
+void readSax(ByteSource& source, SaxHandler& handler, std::size_t attributesPerElement,
+             BytesRead bytesRead) {
     KRLIDOM_Initialize();
     try {
-        Reader reader(handler);
-        reader.parse(Input(source, bytesRead));
+        Reader reader(handler, attributesPerElement);
+        BytesRead const beforePiece = [&](std::size_t done) {
+            reader.checkTag();
+            if (bytesRead != nullptr) {
+                bytesRead(done);
+            }
+        };
+        reader.parse(Input(source, beforePiece));
     } catch (xercesc::OutOfMemoryException const&) {
         throw std::bad_alloc();
     }

@@ -63,11 +63,24 @@ template <typename Located> DocumentPosition positionOf(Located const& at) {
             static_cast<unsigned long>(at.getColumnNumber())};
 }
 
-/// Reads XML with a handler for content, errors and document types (`startDTD`,
-/// for every kind of them). Nothing that the document names is opened. `bytesRead` is called with
-/// the number of bytes read so far, before each piece but the first. Raises what the handler and
-/// the source raise, and `std::bad_alloc`.
-void readSax(ByteSource& source, xercesc::DefaultHandler& handler,
+/// Takes what a document holds, its errors and document types (`startDTD`, for every kind of
+/// them).
+class SaxHandler : public xercesc::DefaultHandler {
+public:
+    /// Ends the reading, by an exception: the document has too much of something for the XML
+    /// library, where the locator stands. `rule` is a stable name, the text says what to do.
+    [[noreturn]] virtual void refuse(char const* rule, std::string text) = 0;
+    /// What to do about too many attributes.
+    virtual std::string adviceOnAttributes() const { return "use fewer"; }
+};
+
+/// Reads XML. Nothing that the document names is opened. A tag with more attributes than
+/// allowed is refused before many more were read ("too-many-attributes"), and so are element
+/// names that were chosen to be slow to find ("too-many-like-names"): the work is in
+/// proportion to the document. `bytesRead` is called with the number of bytes read so far,
+/// before each piece but the first. Raises what the handler and the source raise, and
+/// `std::bad_alloc`.
+void readSax(ByteSource& source, SaxHandler& handler, std::size_t attributesPerElement,
              std::function<void(std::size_t bytesDone)> bytesRead = nullptr);
 
 } // namespace vex

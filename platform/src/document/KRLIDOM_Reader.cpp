@@ -1,20 +1,24 @@
 #include "KRLIDOM_Reader.h"
 
+#include "I18NHash.h"
 #include "KRLException.h"
+#include "KRLIDOM_ParserLimits.h"
 #include "KRLIDOM_Platform.h"
 #include "platform/src/document/KRLIDOM_Guard.h"
 #include "platform/src/document/KRLIDOM_State.h"
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <unordered_set>
 #include <utility>
 
-#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/sax/InputSource.hpp>
+#include <xercesc/util/BinInputStream.hpp>
 
 namespace {
 
@@ -24,11 +28,42 @@ std::string tooMuch(std::string const& what, std::size_t found, std::size_t limi
            " allowed). " + advice;
 }
 
-struct NameHash {
-    using is_transparent = void;
-    std::size_t operator()(std::u16string_view name) const {
-        return std::hash<std::u16string_view>{}(name);
+using BeforePiece = std::function<void()>;
+
+// A text in memory, handed over piece by piece.
+class Pieces final : public xercesc::BinInputStream {
+public:
+    Pieces(std::string_view text, BeforePiece const& beforePiece)
+        : m_text(text), m_beforePiece(beforePiece) {}
+
+    XMLFilePos curPos() const override { return m_done; }
+    XMLCh const* getContentType() const override { return nullptr; }
+
+    XMLSize_t readBytes(XMLByte* const target, XMLSize_t const room) override {
+        m_beforePiece();
+        std::size_t const count = m_text.substr(m_done).copy(
+            reinterpret_cast<char*>(target), std::min<std::size_t>(room, KRLIDOM_BytesAtATime));
+        m_done += count;
+        return count;
     }
+
+private:
+    std::string_view m_text;
+    BeforePiece const& m_beforePiece;
+    std::size_t m_done = 0;
+};
+
+class PiecesSource final : public xercesc::InputSource {
+public:
+    PiecesSource(std::string_view text, BeforePiece beforePiece)
+        : InputSource(u"document"), m_text(text), m_beforePiece(std::move(beforePiece)) {}
+    xercesc::BinInputStream* makeStream() const override {
+        return new Pieces(m_text, m_beforePiece);
+    }
+
+private:
+    std::string_view m_text;
+    BeforePiece m_beforePiece;
 };
 
 // One document being read.
@@ -38,7 +73,8 @@ struct Reading {
     xercesc::MemoryManager* memory; // of the document
     std::size_t& elements;
     std::size_t depth = 0;
-    std::unordered_set<std::u16string, NameHash, std::equal_to<>> names = {};
+    std::unordered_set<std::u16string, I18NTextHasher, std::equal_to<>> names = {};
+    KRLIDOM_NameSpread spread = {};
 };
 
 // Builds one document after the other, and stops at the first fault or broken limit.
@@ -53,9 +89,17 @@ public:
         getScanner()->setErrorReporter(this);
     }
 
-    xercesc::DOMDocument* read(xercesc::InputSource const& source, Reading& reading) {
+    xercesc::DOMDocument* read(std::string_view text, Reading& reading) {
         m_reading = &reading;
-        parse(source);
+        // A document before may have been allowed more.
+        std::size_t const most =
+            std::max(KRLIDOM_AttributesSoFar(*getScanner()), reading.limits.attributesPerElement);
+        parse(PiecesSource(text, [this, most] {
+            std::size_t const attributes = KRLIDOM_AttributesSoFar(*getScanner());
+            if (attributes > most) {
+                failAttributes(attributes);
+            }
+        }));
         m_reading = nullptr;
         return adoptDocument();
     }
@@ -92,8 +136,7 @@ public:
                          "Nest less."));
         }
         if (attributeCount > m_reading->limits.attributesPerElement) {
-            fail(tooMuch("An element has too many attributes", attributeCount,
-                         m_reading->limits.attributesPerElement, "Use fewer."));
+            failAttributes(attributeCount);
         }
         checkName(declaration.getFullName());
         for (XMLSize_t i = 0; i < attributeCount; ++i) {
@@ -123,11 +166,17 @@ private:
         raise(at->getLineNumber(), at->getColumnNumber(), problem);
     }
 
+    [[noreturn]] void failAttributes(std::size_t count) const {
+        fail(tooMuch("An element has too many attributes", count,
+                     m_reading->limits.attributesPerElement, "Use fewer."));
+    }
+
     [[noreturn]] void raise(XMLFileLoc line, XMLFileLoc column, std::string const& problem) const {
         throw KRLDocumentException(m_reading->name, static_cast<unsigned long>(line),
                                    static_cast<unsigned long>(column), problem);
     }
 
+    // The name ends with a zero.
     void checkName(std::u16string_view name) {
         if (name.size() > m_reading->limits.nameLength) {
             fail(tooMuch("A name is too long", name.size(), m_reading->limits.nameLength,
@@ -142,6 +191,11 @@ private:
                          "Use fewer element and attribute names."));
         }
         m_reading->names.emplace(name);
+        if (!m_reading->spread.add(name.data())) {
+            fail(tooMuch("Too many names are so much alike that the XML library finds them slowly",
+                         KRLIDOM_NameSpread::MostInOnePlace + 1, KRLIDOM_NameSpread::MostInOnePlace,
+                         "Use other names."));
+        }
     }
 
     Reading* m_reading = nullptr;
@@ -159,14 +213,14 @@ thread_local std::unique_ptr<KeptParser> keptParser;
 // More than that stays in no thread: it comes from a document of unusual size.
 constexpr std::size_t mostKept = 1U << 20U;
 
-xercesc::DOMDocument* readDocument(xercesc::InputSource const& source, Reading& reading) {
+xercesc::DOMDocument* readDocument(std::string_view text, Reading& reading) {
     // It is kept again only after a success: the XML library drops blocks and leaves
     // its state as it is when it is left by an exception.
     std::unique_ptr<KeptParser> kept = std::move(keptParser);
     if (kept == nullptr) {
         kept = std::make_unique<KeptParser>();
     }
-    xercesc::DOMDocument* const document = kept->parser.read(source, reading);
+    xercesc::DOMDocument* const document = kept->parser.read(text, reading);
     if (kept->memory.used() <= mostKept) {
         keptParser = std::move(kept);
     }
@@ -194,10 +248,8 @@ KRLIDOM_OwnedDocument KRLIDOM_Reader::parse(std::string_view text, std::string c
     KRLIDOM_Initialize();
     auto state = std::make_unique<KRLIDOM_OwnedDocument::State>(KRLIDOM_Limits{});
     KRLIDOM::guarded([&] {
-        xercesc::MemBufInputSource const source(reinterpret_cast<XMLByte const*>(text.data()),
-                                                text.size(), u"document");
         Reading reading{name, limits, &state->memory, state->budget.elements};
-        state->own(readDocument(source, reading));
+        state->own(readDocument(text, reading));
     });
     return KRLIDOM_OwnedDocument(std::move(state));
 }

@@ -1,7 +1,9 @@
 #include "KRLIDOM_Reader.h"
 
 #include "KRLException.h"
+#include "KRLIDOM_ParserLimits.h"
 #include "KRLIDOM_Writer.h"
+#include "tests/support/AlikeNames.h"
 
 #include <ctime>
 #include <fstream>
@@ -177,6 +179,41 @@ TEST(KRLIDOMReader, EndsAtItsLimitOfAttributes) {
     EXPECT_EQ(refusal(element(200)).problem, "");
     EXPECT_EQ(refusal(element(201)).problem,
               "An element has too many attributes (201; at most 200 allowed). Use fewer.");
+}
+
+TEST(KRLIDOMReader, EndsInATagOfEndlessAttributes) {
+    std::string text = "<a";
+    for (unsigned number = 0; number < 4'000; ++number) {
+        text += ' ' + alikeName(number) + "='x'";
+    }
+    Refusal const refused = refusal(text + "/>");
+    EXPECT_EQ(refused.problem.rfind("An element has too many attributes (", 0), 0U);
+    EXPECT_EQ(refused.line, 1U);
+    EXPECT_LE(refused.column, KRLIDOM_BytesAtATime + 1) << "of " << text.size();
+}
+
+TEST(KRLIDOMReader, AllowsEachDocumentItsOwnNumberOfAttributes) {
+    KRLIDOM_ReadLimits many;
+    many.attributesPerElement = 1'000;
+    std::string text = "<a";
+    for (unsigned number = 0; number < 1'000; ++number) {
+        text += " n" + std::to_string(number) + "='x'";
+    }
+    text += "/>";
+    std::string const longComment = "<!--" + std::string(100'000, 'x') + "-->";
+    EXPECT_EQ(refusal(text, many).problem, "");
+    EXPECT_EQ(refusal("<a x='1'>" + longComment + "</a>").problem, "");
+    EXPECT_NE(refusal(text).problem, "");
+}
+
+TEST(KRLIDOMReader, RefusesNamesThatWereChosenToBeSlowToFind) {
+    std::string text = "<a>";
+    for (unsigned number = 0; number < 257; ++number) {
+        text += '<' + alikeName(number) + "/>";
+    }
+    EXPECT_EQ(refusal(text + "</a>").problem,
+              "Too many names are so much alike that the XML library finds them slowly (257; at "
+              "most 256 allowed). Use other names.");
 }
 
 TEST(KRLIDOMReader, EndsAtItsLimitOfNameLength) {
