@@ -2,7 +2,6 @@
 
 #include "host/catalogue/Catalogue.h"
 
-#include <deque>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,30 +13,29 @@ namespace vex {
 struct Viewer {
     std::string name; // "" for everybody, where nobody is restricted
     std::vector<std::string> alike;
-    CatalogueUser const* user = nullptr; // null: everybody
+    std::shared_ptr<CatalogueUser const> user; // null: everybody
 
     /// The name and the others, in order.
     std::vector<std::string> names() const;
 };
 
-/// Those who may look at a model. Keeps what the viewers point to.
+/// Those who may look at a model.
 class Viewers {
 public:
     /// The users of the catalogue, or only the one of that name; everybody without a catalogue.
-    static Viewers usersOf(std::shared_ptr<Catalogue const> catalogue, I18NString const& modelPath,
-                           std::string const& only);
+    static Viewers usersOf(std::shared_ptr<Catalogue const> const& catalogue,
+                           I18NString const& modelPath, std::string const& only);
     /// The roles that the catalogue names, as users who have that one role; none without.
-    static Viewers rolesOf(std::shared_ptr<Catalogue const> catalogue, I18NString const& modelPath);
+    static Viewers rolesOf(std::shared_ptr<Catalogue const> const& catalogue,
+                           I18NString const& modelPath);
 
     std::vector<Viewer> const& all() const { return m_viewers; }
 
 private:
     Viewers() = default;
 
-    void add(CatalogueModel const* model, CatalogueUser const& user);
+    void add(CatalogueModel const* model, std::shared_ptr<CatalogueUser const> const& user);
 
-    std::shared_ptr<Catalogue const> m_catalogue;
-    std::shared_ptr<std::deque<CatalogueUser>> m_roles; // users made for roles
     std::vector<Viewer> m_viewers;
     std::vector<std::vector<I18NString>> m_rights; // of the viewers
 };

@@ -114,9 +114,9 @@ Workplace::Workplace(Workplace const& other, I18NLocale const& locale)
     m_visit.locale = negotiateLocale(m_visit.model(), locale);
 }
 
-Workplace::Workplace(Workplace const& other, CatalogueUser const* user)
+Workplace::Workplace(Workplace const& other, std::shared_ptr<CatalogueUser const> user)
     : m_limits(other.m_limits), m_visit(other.m_visit), m_service(other.m_service) {
-    m_visit.user = user;
+    m_visit.user = std::move(user);
 }
 
 MetadataAnswer Workplace::metadata(MetadataRequest const& request) {

@@ -21,7 +21,7 @@ public:
     Workplace(Workplace const& other, I18NLocale const& locale);
     /// The visit of another user of the same catalogue, who stays where he is; null stands for
     /// everybody, where nobody is restricted.
-    Workplace(Workplace const& other, CatalogueUser const* user);
+    Workplace(Workplace const& other, std::shared_ptr<CatalogueUser const> user);
 
     Visit const& visit() const { return m_visit; }
     Model const& model() const { return m_visit.model(); }

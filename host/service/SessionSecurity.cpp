@@ -28,10 +28,11 @@ I18NString SessionSecuritySource::GetPackagePropertyValue(I18NString const& mode
 
 SessionSecurity::SessionSecurity(std::shared_ptr<Catalogue const> catalogue,
                                  CatalogueUser const* user)
-    : m_catalogue(std::move(catalogue)), m_user(user) {}
+    : m_catalogue(std::move(catalogue)),
+      m_user(user == nullptr ? std::nullopt : std::optional(*user)) {}
 
 VexSecurityInfoSource* SessionSecurity::GetSecurityInfoSource(I18NString const& modelPath) {
-    if (m_catalogue == nullptr || m_user == nullptr ||
+    if (m_catalogue == nullptr || !m_user ||
         (m_confinement && !m_confinement->isMeantBy(modelPath))) {
         return nullptr;
     }

@@ -13,7 +13,7 @@ namespace vex {
 /// What the catalogue grants one user on one model.
 class SessionSecuritySource final : public VexSecurityInfoSource {
 public:
-    /// All three belong to the catalogue that the service keeps alive.
+    /// All three belong to the service, or to the catalogue that it keeps alive.
     SessionSecuritySource(Catalogue const& catalogue, CatalogueModel const& model,
                           CatalogueUser const& user)
         : m_catalogue(catalogue), m_model(model), m_user(user) {}
@@ -35,7 +35,8 @@ private:
 /// first asked for. Used by one thread at a time, as its session.
 class SessionSecurity final : public VexModelService {
 public:
-    /// Both may be null: then no path has security information.
+    /// Both may be null: then no path has security information. The user is copied: a
+    /// plug-in may ask about him until the session is closed, whoever made him.
     SessionSecurity(std::shared_ptr<Catalogue const> catalogue, CatalogueUser const* user);
 
     VexSecurityInfoSource* GetSecurityInfoSource(I18NString const& modelPath) override;
@@ -46,7 +47,7 @@ public:
 
 private:
     std::shared_ptr<Catalogue const> m_catalogue;
-    CatalogueUser const* m_user;
+    std::optional<CatalogueUser> m_user;
     std::optional<PathConfinement> m_confinement;
     std::map<I18NString, SessionSecuritySource> m_sources;
 };

@@ -23,7 +23,7 @@ Visit openVisit(ContentStore& content, VisitRequest const& request) {
     Visit visit;
     visit.catalogue = content.getCatalogue();
     if (visit.catalogue != nullptr) {
-        visit.user = &findUser(*visit.catalogue, request.user);
+        visit.user = {visit.catalogue, &findUser(*visit.catalogue, request.user)};
     }
     visit.version = content.getModel(request.modelPath);
     visit.asked = request.locale;
@@ -33,7 +33,7 @@ Visit openVisit(ContentStore& content, VisitRequest const& request) {
 
 std::unique_ptr<HostSession> openSession(Visit const& visit, SessionPaths paths) {
     auto session = std::make_unique<HostSession>(visit.version->model(), visit.asked,
-                                                 visit.catalogue, visit.user);
+                                                 visit.catalogue, visit.user.get());
     if (visit.catalogue != nullptr && paths == SessionPaths::Own) {
         session->confineTo(visit.version->path());
     }

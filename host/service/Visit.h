@@ -19,7 +19,7 @@ struct VisitRequest {
 struct Visit {
     std::shared_ptr<ModelVersion const> version;
     std::shared_ptr<Catalogue const> catalogue; // null: nobody is restricted
-    CatalogueUser const* user = nullptr;        // in the catalogue
+    std::shared_ptr<CatalogueUser const> user;  // null where nobody is restricted
     I18NLocale asked;
     I18NLocale locale; // that is answered in
 

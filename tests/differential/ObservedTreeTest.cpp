@@ -152,7 +152,7 @@ TEST(ObservedTree, IsTheAnswerOfTheActionOnTheSampleModel) {
             EXPECT_TRUE(compare(
                 [&] {
                     return vex::HostSession(visit.version->model(), visit.asked, visit.catalogue,
-                                            visit.user);
+                                            visit.user.get());
                 },
                 "/content/retail", request));
         }

@@ -76,7 +76,7 @@ vex::Visit visitOf(std::shared_ptr<vex::Model const> const& model) {
     own->models[0].grants = {{"clerk", "v", 0, 0}};
     vex::Visit visit;
     visit.version = std::make_shared<vex::ModelVersion>(servedPath, "1", model);
-    visit.user = &own->users[0];
+    visit.user = {own, &own->users[0]};
     visit.catalogue = own;
     visit.locale = I18NLocale("en");
     return visit;

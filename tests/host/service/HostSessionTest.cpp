@@ -105,6 +105,16 @@ TEST_F(CatalogueSession, SuggestsNoObjectsWhereUsersAreRestricted) {
     }
 }
 
+TEST_F(CatalogueSession, KnowsItsUserWhateverBecomesOfWhoeverMadeHim) {
+    auto role = std::make_unique<vex::CatalogueUser>(vex::CatalogueUser{"boss", {"boss"}});
+    HostSession session(smallModel(), I18NLocale(), m_catalogue, role.get());
+    role->roles = {"clerk"};
+    role.reset();
+    std::vector<I18NString> roles;
+    session.GetModelService()->GetSecurityInfoSource("/content/a")->GetRoles(roles);
+    EXPECT_EQ(roles, std::vector<I18NString>{"boss"});
+}
+
 TEST_F(CatalogueSession, HasNoSecurityInformationForAPathThatTheCatalogueLacks) {
     EXPECT_EQ(Source("/content/c"), nullptr);
 }

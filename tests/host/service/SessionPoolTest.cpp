@@ -56,6 +56,17 @@ protected:
     vex::MemoryContent m_content{catalogue()};
 };
 
+// Another one at the same address would be given his session.
+TEST_F(SessionPoolTest, KeepsTheUserOfAnIdleSession) {
+    SessionPool pool(m_plugin, 8);
+    vex::Visit asked = visit();
+    asked.user = std::make_shared<vex::CatalogueUser>(vex::CatalogueUser{"boss", {"boss"}});
+    std::weak_ptr<vex::CatalogueUser const> const made = asked.user;
+    call(pool, asked);
+    asked.user.reset();
+    EXPECT_FALSE(made.expired());
+}
+
 TEST_F(SessionPoolTest, UsesAnIdleSessionAgain) {
     SessionPool pool(m_plugin, 8);
     vex::HostSession* const first = call(pool, visit());
