@@ -64,19 +64,22 @@ struct AccessCommand {
             for (std::string const& name : viewer.names()) {
                 answers.emplace(name, answer);
                 if (!answer.end.isAnswered()) {
-                    console.complain(name + ": every request is refused: " + answer.end.text);
+                    console.complain(name +
+                                     (answer.end.isDecided() ? ": every request is refused: "
+                                                             : ": not finished: ") +
+                                     answer.end.text);
                 }
             }
-            if (answer.end.kind == CallEnd::Kind::Stopped) {
-                status = Refused; // a limit says nothing about the user
+            if (!answer.end.isDecided()) {
+                status = Unfinished; // nothing is known of the user
             }
         }
         for (std::size_t index = 0; index < objects.size(); ++index) {
             for (std::string const& name : namesIn(workplace)) {
                 AccessAnswer const& answer = answers.at(name);
-                bool const isRefused = index >= answer.verdicts.size();
+                bool const isAnswered = index < answer.verdicts.size();
                 write(console,
-                      isRefused                ? "-"
+                      !isAnswered              ? answer.end.isDecided() ? "-" : "?"
                       : answer.verdicts[index] ? "1"
                                                : "0",
                       (name.empty() ? "" : printable(name, false) + '\t') +
@@ -126,7 +129,8 @@ CommandRun addAccessCommand(CommandSyntax& command) {
         R"(The arguments are ids, or references such as [Sales].[Orders]; without --catalog the
 first one is the MODEL.xml. Prints one line for each object: 1 or 0, a tab, the object. With
 --all-users, one for each object and user, with the user and a tab before the object; - stands
-for a user whose requests are refused.
+for a user whose requests are refused, ? for one whose check did not finish, because of a
+limit, an interrupt or an odd answer of the plug-in; the exit status is 5 then.
 
 Examples:
   vexma access --catalog retail.catalog.xml --model /content/retail --user ann \

@@ -132,8 +132,7 @@ struct DiffCommand {
                 UserDifferences& told = users.emplace_back();
                 told.user = names.front();
                 told.alike.assign(names.begin() + 1, names.end());
-                if (CallEnd const end = compare(sidesOf(one, two), told);
-                    end.kind == CallEnd::Kind::Stopped) {
+                if (CallEnd const end = compare(sidesOf(one, two), told); !end.isDecided()) {
                     status = complainAbout(end, console);
                 }
                 areNone = areNone && told.areNone();
@@ -167,12 +166,8 @@ struct DiffCommand {
     /// ended that was not answered, and who was refused.
     CallEnd compare(BothSides const& sides, UserDifferences& told) const {
         BothTrees const main = askForBoth(sides);
-        told.refusedBefore = main.before.refusal ? main.before.refusal->text : "";
-        told.refusedAfter = main.after.refusal ? main.after.refusal->text : "";
-        for (ModelTrees const* const trees : {&main.before, &main.after}) {
-            if (trees->refusal) {
-                return *trees->refusal;
-            }
+        if (std::optional<CallEnd> const end = endOf(main, told)) {
+            return *end;
         }
         ComparedSide before{sides.before.model(), sides.before.locale(), main.before.objects, {}};
         ComparedSide after{sides.after.model(), sides.after.locale(), main.after.objects, {}};
@@ -180,16 +175,32 @@ struct DiffCommand {
             Workplace one(sides.before, locale);
             Workplace two(sides.after, locale);
             BothTrees trees = askForBoth({one, two, sides.viewBefore, sides.viewAfter});
-            for (ModelTrees const* const each : {&trees.before, &trees.after}) {
-                if (each->refusal) {
-                    return *each->refusal;
-                }
+            if (std::optional<CallEnd> const end = endOf(trees, told)) {
+                return *end;
             }
             before.others.push_back({locale, std::move(trees.before.objects)});
             after.others.push_back({locale, std::move(trees.after.objects)});
         }
         told.differences = tellDifferences(before, after);
         return {.kind = CallEnd::Kind::Answered};
+    }
+
+    /// How the first call ended that was not answered; what there is to say of it is noted.
+    static std::optional<CallEnd> endOf(BothTrees const& trees, UserDifferences& told) {
+        std::optional<CallEnd> first;
+        for (ModelTrees const* const side : {&trees.before, &trees.after}) {
+            if (!side->refusal) {
+                continue;
+            }
+            std::string& said = !side->refusal->isDecided() ? told.unfinished
+                                : side == &trees.before     ? told.refusedBefore
+                                                            : told.refusedAfter;
+            said = side->refusal->text;
+            if (!first || (first->isDecided() && !side->refusal->isDecided())) {
+                first = side->refusal;
+            }
+        }
+        return first;
     }
 
     std::vector<I18NLocale> furtherLanguages(BothSides const& sides) const {

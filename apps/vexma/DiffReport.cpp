@@ -96,7 +96,9 @@ void drawDifferences(std::ostream& out, UserDifferences const& user, bool colour
         names += ", " + other;
     }
     std::string said;
-    if (!user.refusedBefore.empty() && !user.refusedAfter.empty()) {
+    if (!user.unfinished.empty()) {
+        said = "not finished, so nothing is known: " + user.unfinished;
+    } else if (!user.refusedBefore.empty() && !user.refusedAfter.empty()) {
         said = "every request is refused on both sides: " + user.refusedAfter;
     } else if (!user.refusedBefore.empty()) {
         said = "every request is refused on the first side only: " + user.refusedBefore;

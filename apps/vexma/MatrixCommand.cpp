@@ -5,6 +5,8 @@
 #include "apps/vexma/TreeAnswer.h"
 #include "apps/vexma/Viewers.h"
 #include "apps/vexma/WordWarning.h"
+#include "host/insight/KnownWords.h"
+#include "host/insight/NearestWord.h"
 #include "host/protocol/JsonSight.h"
 #include "host/service/ObjectByName.h"
 
@@ -40,8 +42,13 @@ struct MatrixCommand {
     int run(Console& console) {
         source.forAllUsers = true;
         source.check();
+        if (by == "roles" && !source.user.empty()) {
+            throw UsageException("--by roles asks for every role, not for a user's; leave --user "
+                                 "out, or --by roles to ask for the user");
+        }
         Workplace const workplace(source, console);
         complainAboutLocale(workplace, console);
+        checkClasses(workplace.model());
         std::vector<std::size_t> const rows = rowsOf(workplace.model());
         Viewers const viewers =
             by == "roles"
@@ -63,6 +70,20 @@ struct MatrixCommand {
         }
         formats.at(format)(console, matrix);
         return isFinished ? Done : Unfinished;
+    }
+
+    /// A class that neither the model nor the system knows is a slip: nothing would be drawn.
+    void checkClasses(Model const& model) const {
+        std::vector<I18NString> known = collectionsOf(model);
+        known.insert(known.end(), KnownWords::classes().begin(), KnownWords::classes().end());
+        for (std::string const& name : classes) {
+            I18NString const asked = I18NString::fromUtf8(name);
+            if (std::find(known.begin(), known.end(), asked) == known.end()) {
+                I18NString const* const nearest = nearestWord(asked, known);
+                throw UsageException("the model has no object of the class \"" + name + '"' +
+                                     didYouMean(nearest == nullptr ? "" : nearest->toUtf8()));
+            }
+        }
     }
 
     /// The elements that are asked for: of namespaces and what is in them, unless classes
@@ -104,17 +125,17 @@ struct MatrixCommand {
         CallEnd const* const refusal = !access.end.isAnswered() ? &access.end
                                        : trees.refusal          ? &*trees.refusal
                                                                 : nullptr;
-        bool const isStopped = refusal != nullptr && refusal->kind == CallEnd::Kind::Stopped;
+        bool const isDecided = refusal == nullptr || refusal->isDecided();
         matrix.columns.push_back(
             {viewer.name, viewer.alike, refusal == nullptr ? "" : refusal->text});
         std::vector<Sight> const sights =
             refusal != nullptr ? std::vector<Sight>(further.model().elementCount(),
-                                                    isStopped ? Sight::Unknown : Sight::Refused)
+                                                    isDecided ? Sight::Refused : Sight::Unknown)
                                : sightOfAll(further.model(), trees.objects, access.verdicts);
         for (std::size_t number = 0; number < rows.size(); ++number) {
             matrix.rows[number].cells.push_back(sights[rows[number]]);
         }
-        return !isStopped;
+        return isDecided;
     }
 };
 
@@ -150,9 +171,12 @@ CommandRun addMatrixCommand(CommandSyntax& command) {
                  .choices = words});
     command.epilog =
         R"(Draws which objects each user of the catalogue sees, or each role alone would see:
-yes, no, past (in a tree although the views leave it out), - (every request is refused).
+yes, no, past (in a tree although the views leave it out), - (every request is refused),
+? (the check did not finish: a limit, an interrupt or an odd answer of the plug-in ended it).
 Without --class and --below: namespaces and all that is in them. Users with the same roles
 share a column in text.
+
+Exit status: 5 when the check did not finish for somebody; else as for every command.
 
 Examples:
   vexma matrix --catalog retail.catalog.xml --model /content/retail --class querySubject

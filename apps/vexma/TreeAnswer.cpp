@@ -3,6 +3,7 @@
 #include "VexMessageTexts.h"
 #include "host/insight/ObjectText.h"
 #include "host/insight/TreeRecorder.h"
+#include "host/store/image/HostException.h"
 
 namespace vex {
 
@@ -111,6 +112,29 @@ ModelTrees recordOnce(Workplace& workplace, I18NString const& view) {
     return {recorder.take(), std::move(refusal)};
 }
 
+/// Matches an answer with the model and hands it over. One that the model does not explain is
+/// no answer, nor is an empty one: where a tree starts, an object that is asked for its path is
+/// always shown.
+template <class Take>
+CallEnd matchWith(Workplace const& workplace, TreeQuestion const& question, MetadataAnswer answer,
+                  ExpansionMemory* memory, Take const& take) {
+    if (!answer.end.isAnswered()) {
+        return std::move(answer.end);
+    }
+    try {
+        AnsweredTree const tree =
+            matchAnswer(workplace.model(), workplace.locale(), question,
+                        answer.response.document().getDocumentElement(), memory);
+        if (tree.empty()) {
+            return {.text = "the tree that starts at " + question.start.toUtf8() + " is empty"};
+        }
+        take(tree);
+    } catch (HostException const& strange) {
+        return {.text = strange.what()};
+    }
+    return std::move(answer.end);
+}
+
 /// The trees of `matchTrees`, each object gone into once behind shortcuts.
 ModelTrees matchOnce(Workplace& workplace) {
     TreeRecorder recorder(workplace.locale(), {workplace.responseLimits().elements},
@@ -119,12 +143,8 @@ ModelTrees matchOnce(Workplace& workplace) {
     ModelTrees trees;
     auto const ask = [&](TreeQuestion const& question, auto const& take) {
         KRLIDOM_OwnedDocument const request = question.makeRequest().toDocument();
-        MetadataAnswer const answer = workplace.observedMetadata(request.document(), recorder);
-        if (answer.end.isAnswered()) {
-            take(matchAnswer(workplace.model(), workplace.locale(), question,
-                             answer.response.document().getDocumentElement(), &memory));
-        }
-        return answer.end;
+        return matchWith(workplace, question,
+                         workplace.observedMetadata(request.document(), recorder), &memory, take);
     };
     trees.refusal = askFromEachStart(workplace, {}, [&](TreeQuestion const& question) {
         recorder.beginTree();
@@ -156,19 +176,22 @@ ModelTrees askForTrees(Workplace& workplace, I18NString const& view) {
 }
 
 ModelTrees matchTrees(Workplace& workplace) {
-    ModelTrees trees;
-    if (!recordEveryWay(workplace, {}, trees)) {
+    ModelTrees told; // asked for the number of ways alone
+    if (!recordEveryWay(workplace, {}, told)) {
         return matchOnce(workplace);
     }
-    trees = {}; // the plug-in's word was asked for the number of ways alone
+    bool const isTold = told.refusal && !told.refusal->lacksExtension;
+    if (isTold && told.refusal->kind == CallEnd::Kind::Stopped) {
+        return {{}, std::move(told.refusal)}; // a limit or an interrupt is meant for all of it
+    }
+    ModelTrees trees;
     trees.refusal = askFromEachStart(workplace, {}, [&](TreeQuestion const& question) {
-        MetadataAnswer const answer = workplace.metadata(question.makeRequest());
-        if (answer.end.isAnswered()) {
-            append(trees.objects, matchAnswer(workplace.model(), workplace.locale(), question,
-                                              answer.response.document().getDocumentElement()));
-        }
-        return answer.end;
+        return matchWith(workplace, question, workplace.metadata(question.makeRequest()), nullptr,
+                         [&](AnsweredTree const& tree) { append(trees.objects, tree); });
     });
+    if (isTold && !trees.refusal) {
+        trees.refusal = std::move(told.refusal); // the answers say one thing, the plug-in another
+    }
     return trees;
 }
 

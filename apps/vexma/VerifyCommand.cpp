@@ -49,6 +49,7 @@ int statusOf(VerifyOutcome outcome) {
         return ShownPast;
     case VerifyOutcome::Unfinished:
         return Unfinished;
+    case VerifyOutcome::NotVerified:
     case VerifyOutcome::Leaking:
         break;
     }
@@ -59,20 +60,9 @@ UserVerification verify(Workplace& workplace, std::string const& user, Console& 
     Progress progress(console, "verifying" + (user.empty() ? "" : " for " + user));
     ModelTrees const trees = matchTrees(workplace);
     AccessOfAll const access = askForAccessOfAll(workplace, progress);
-    CallEnd const* const refused[] = {trees.refusal ? &*trees.refusal : nullptr,
-                                      access.end.isAnswered() ? nullptr : &access.end};
-    for (CallEnd const* const end : refused) {
-        if (end != nullptr && end->kind == CallEnd::Kind::Stopped) {
-            return tellUnfinished(user, end->text);
-        }
-    }
-    if (refused[0] != nullptr && refused[1] != nullptr) {
-        return tellRefusal(user, refused[1]->text);
-    }
-    for (CallEnd const* const end : refused) {
-        if (end != nullptr) {
-            return tellRefusalByOne(user, end->text);
-        }
+    CallEnd const answered{.kind = CallEnd::Kind::Answered};
+    if (auto told = tellEnds(user, trees.refusal.value_or(answered), access.end)) {
+        return *std::move(told);
     }
     UserVerification told =
         tellCheck(user, checkTrees(workplace.model(), trees.objects, access.verdicts),
@@ -110,7 +100,7 @@ struct VerifyCommand {
         complainAboutLocale(workplace, console);
         Verification verification = verifyAll(workplace, console);
         accept(verification, accepted);
-        complainAboutUnused(accepted, console);
+        complainAboutUnused(accepted, verification, console);
         bool const isWritten =
             baselineFile.empty() || writeBaseline(verification, accepted, console);
         formats.at(format)(console, verification, all);
@@ -132,6 +122,7 @@ struct VerifyCommand {
             Viewers::usersOf(workplace.catalogue(), workplace.modelPath(), source.user);
         Verification verification;
         verification.file = fileOf(workplace);
+        verification.isOfAllUsers = source.user.empty();
         addUnrestricted(workplace, verification, console);
         for (Viewer const& viewer : viewers.all()) {
             Workplace further(workplace, viewer.user);
@@ -165,9 +156,10 @@ struct VerifyCommand {
         verification.addUnrestricted(text);
     }
 
-    static void complainAboutUnused(AcceptedFindings const& accepted, Console& console) {
+    static void complainAboutUnused(AcceptedFindings const& accepted,
+                                    Verification const& verification, Console& console) {
         for (AcceptedFinding const& entry : accepted) {
-            if (!entry.isUsed) {
+            if (isNoLongerFound(entry, verification)) {
                 console.complain("accepted, but no longer found: " + toJson(entry));
             }
         }
@@ -233,8 +225,8 @@ catalogue or as --user, and tells where the two differ. A leak is a text of a vi
 (an expression, an end of a relationship, the target of a shortcut, ...) that names an object
 that the user cannot see; hidden keys that relationships join by are counted apart.
 
-Exit status: 0 nothing is found, or all is accepted; 1 something leaks, or a difference has
-no reason; 4 nothing leaks, but trees show what the views leave out, behind shortcuts or
+Exit status: 0 nothing is found, or all is accepted; 1 something leaks, a difference has no
+reason, or the plug-in refused or answered oddly for somebody who has a view; 4 nothing leaks, but trees show what the views leave out, behind shortcuts or
 where they start; 5 a limit or an interrupt ended the check; 6 nothing was verified, because
 nobody is restricted or everybody is refused; 2 and 3 as for every command.
 

@@ -46,8 +46,11 @@ public:
         std::size_t const compared = verification.comparedUsers();
         std::string const users =
             std::to_string(compared) + " of " + counted(verification.userCount(), "user");
-        if (!verification.isFinished()) {
+        if (verification.count(VerifyKind::Unfinished) != 0) {
             line(m_colours.bad, "not finished: compared for " + users);
+        }
+        if (verification.count(VerifyKind::NotVerified) != 0) {
+            line(m_colours.bad, "not verified: compared for " + users);
         }
         if (compared == 0 || verification.isUnrestricted()) {
             return; // nothing that could leak was looked at
@@ -81,7 +84,10 @@ private:
     static std::string counts(Count const& count, std::size_t accepted, bool isUnrestricted) {
         auto const told = [&](VerifyKind kind) { return counted(count(kind), rowOf(kind).noun); };
         std::string const harmless =
-            (isUnrestricted ? "" : told(VerifyKind::JoinKey) + ", ") + told(VerifyKind::Required);
+            (isUnrestricted
+                 ? ""
+                 : told(VerifyKind::JoinKey) + ", " + told(VerifyKind::HiddenContainer) + ", ") +
+            told(VerifyKind::Required);
         return (isUnrestricted
                     ? ""
                     : told(VerifyKind::Leak) + ", " + told(VerifyKind::ShownPastViews) + ", ") +
@@ -131,6 +137,7 @@ private:
         case VerifyOutcome::NothingVerified:
             return m_colours.doubtful;
         case VerifyOutcome::Unfinished:
+        case VerifyOutcome::NotVerified:
         case VerifyOutcome::Leaking:
             break;
         }

@@ -65,13 +65,12 @@ struct WhoCommand {
                                                                  : nullptr;
         ToldViewers about{viewer.names(), areRoles, Sight::Refused, "", {}};
         if (refusal != nullptr) {
-            bool const isStopped = refusal->kind == CallEnd::Kind::Stopped;
-            about.sight = isStopped ? Sight::Unknown : Sight::Refused;
+            about.sight = refusal->isDecided() ? Sight::Refused : Sight::Unknown;
             about.why = refusal->text;
             for (ObjectSight& object : told) {
                 object.add(about);
             }
-            return !isStopped;
+            return refusal->isDecided();
         }
         Explanation const explanation =
             tellAccess(further.model(), further.locale(), objects, reasons.explanation,
@@ -102,6 +101,10 @@ CommandRun addWhoCommand(CommandSyntax& command) {
 which users of the catalogue see it, which roles alone would see it, and why; those of whom
 the same is said stand together. What a tree shows although the views leave it out is told
 apart.
+
+Exit status: 5 when the check did not finish for somebody, because of a limit, an interrupt or
+an odd answer of the plug-in; of him it is told so, and the others all the same; else as for
+every command.
 
 Examples:
   vexma who --catalog retail.catalog.xml --model /content/retail '[Sales].[Margin]'

@@ -79,9 +79,15 @@ std::vector<std::string> usersOf(UserVerification const& verified) {
     return users;
 }
 
+/// Nothing that was found out can be accepted where nothing was.
+bool isAcceptable(VerifyKind kind) {
+    return kind != VerifyKind::Unfinished && kind != VerifyKind::NotVerified &&
+           kind != VerifyKind::NobodyCompared;
+}
+
 void acceptFor(VerifyFinding& finding, std::vector<std::string> const& users,
                AcceptedIndex& accepted) {
-    if (finding.kind == VerifyKind::Unfinished) {
+    if (!isAcceptable(finding.kind)) {
         return;
     }
     std::size_t covered = 0;
@@ -92,7 +98,7 @@ void acceptFor(VerifyFinding& finding, std::vector<std::string> const& users,
 }
 
 bool counts(VerifyFinding const& finding) {
-    return !finding.isAccepted && finding.kind != VerifyKind::Unfinished &&
+    return !finding.isAccepted && isAcceptable(finding.kind) &&
            rowOf(finding.kind).outcome != VerifyOutcome::Clean;
 }
 
@@ -111,10 +117,27 @@ void accept(Verification& verification, AcceptedFindings& accepted) {
     }
 }
 
+bool isNoLongerFound(AcceptedFinding const& entry, Verification const& verification) {
+    if (entry.isUsed) {
+        return false;
+    }
+    bool areAllCompared = verification.isOfAllUsers;
+    for (UserVerification const& user : verification.users) {
+        std::vector<std::string> const users = usersOf(user);
+        if (entry.user && std::find(users.begin(), users.end(), *entry.user) != users.end()) {
+            return user.isCompared();
+        }
+        areAllCompared = areAllCompared && (user.isCompared() || !user.refusal.empty());
+    }
+    // A user whom the catalogue lacks is compared no more.
+    return entry.user ? verification.isOfAllUsers : areAllCompared;
+}
+
 AcceptedFindings acceptAll(Verification const& verification, AcceptedFindings const& accepted) {
     AcceptedFindings all;
-    std::copy_if(accepted.begin(), accepted.end(), std::back_inserter(all),
-                 [](AcceptedFinding const& entry) { return entry.isUsed; });
+    std::copy_if(
+        accepted.begin(), accepted.end(), std::back_inserter(all),
+        [&](AcceptedFinding const& entry) { return !isNoLongerFound(entry, verification); });
     for (VerifyFinding const& finding : verification.findings) {
         if (counts(finding)) {
             all.push_back(exactly(finding, ""));

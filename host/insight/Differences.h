@@ -49,9 +49,12 @@ struct UserDifferences {
     /// Why requests are refused on a side; "" where they are answered.
     std::string refusedBefore;
     std::string refusedAfter;
+    std::string unfinished{}; // what ended the comparison before anything is known of it
     Differences differences;
 
-    bool areNone() const { return refusedBefore == refusedAfter && differences.areNone(); }
+    bool areNone() const {
+        return unfinished.empty() && refusedBefore == refusedAfter && differences.areNone();
+    }
 };
 
 Differences tellDifferences(ComparedSide const& before, ComparedSide const& after);

@@ -108,6 +108,36 @@ DifferenceCause causeOfAbsence(VEX_HANDLE object, TreeIndex const& index) {
     return index.has(space) ? DifferenceCause::NotGoneInto : DifferenceCause::NoTreeStarts;
 }
 
+/// Of what trees leave out, that in which they show something; each object once, in the
+/// order of the model.
+std::vector<HiddenContainer> containersNamed(Model const& model, AnsweredTree const& trees) {
+    std::vector<HiddenContainer> below(trees.size()); // what is shown there
+    std::unordered_map<VEX_HANDLE, HiddenContainer> named;
+    for (std::size_t number = trees.size(); number-- > 0;) { // members stand behind containers
+        AnsweredObject const& entry = trees[number];
+        HiddenContainer shown = below[number];
+        if (entry.fate == ObjectFate::LeftOut && shown.objects != 0) {
+            HiddenContainer& container = named[entry.object];
+            container = {entry.object, container.objects + shown.objects, shown.example};
+        }
+        if (entry.fate == ObjectFate::Written) {
+            shown = {{}, shown.objects + 1, entry.object};
+        }
+        if (entry.container != AnsweredObject::None && shown.objects != 0) {
+            HiddenContainer& around = below[entry.container];
+            around = {{}, around.objects + shown.objects, shown.example};
+        }
+    }
+    std::vector<HiddenContainer> ordered;
+    for (std::size_t number = 0; number < model.elementCount() && !named.empty(); ++number) {
+        auto const found = named.find(model.getElement(number));
+        if (found != named.end()) {
+            ordered.push_back(found->second);
+        }
+    }
+    return ordered;
+}
+
 bool isByShortcut(DifferenceCause cause) {
     return cause == DifferenceCause::ShortcutUntested || cause == DifferenceCause::BehindShortcut;
 }
@@ -152,6 +182,11 @@ TreeCheck checkTrees(Model const& model, AnsweredTree const& trees,
             isSeen = isSeen || !isByShortcut(cause);
         }
         canSee.emplace(object, isSeen);
+    }
+    for (HiddenContainer const& container : containersNamed(model, trees)) {
+        if (!canSee.at(container.container)) {
+            check.hiddenContainers.push_back(container);
+        }
     }
     check.leaks = findLeaks(model, visible, [&](VEX_HANDLE object) { return canSee.at(object); });
     return check;

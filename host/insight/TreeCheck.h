@@ -37,11 +37,20 @@ bool isRequired(DifferenceCause cause);
 /// True for what trees show although the views leave it out.
 bool isShownPastViews(DifferenceCause cause);
 
+/// Something that is neither shown nor accessible, and that the `_path` of shown objects names
+/// all the same: they stand in it. Paths are required to name all of the way.
+struct HiddenContainer {
+    VEX_HANDLE container;
+    std::size_t objects; // that are shown in it, by every way
+    VEX_HANDLE example;  // the first of them
+};
+
 /// What trees and accessibility checks say about one user.
 struct TreeCheck {
     std::size_t objects = 0; // that were compared
     std::vector<TreeDifference> differences;
     std::vector<Leak> leaks;
+    std::vector<HiddenContainer> hiddenContainers;
 };
 
 /// Compares the trees with the check's verdicts, one for each element of the

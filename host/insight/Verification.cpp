@@ -1,5 +1,7 @@
 #include "host/insight/Verification.h"
 
+#include "VexMessageTexts.h"
+
 #include <algorithm>
 
 namespace vex {
@@ -46,6 +48,18 @@ VerifyFinding tellDifference(TreeDifference const& difference, Model const& mode
     return told;
 }
 
+VerifyFinding tellContainer(HiddenContainer const& hidden, Model const& model,
+                            I18NLocale const& locale) {
+    VerifyFinding told;
+    told.kind = VerifyKind::HiddenContainer;
+    told.object = labelOf(model, hidden.container, locale);
+    told.objects = hidden.objects;
+    told.text = "the " + describeObject(told.object) + " is hidden, and the _path of " +
+                counted(hidden.objects, "object") + " shown in it names it, such as the " +
+                describeObject(labelOf(model, hidden.example, locale));
+    return told;
+}
+
 UserVerification tellOne(std::string user, VerifyKind kind, std::string text) {
     UserVerification told;
     told.user = std::move(user);
@@ -65,6 +79,9 @@ std::vector<VerifyKindRow> const& verifyKinds() {
          "Trees and accessibility differ without a reason that is known."},
         {VerifyKind::RefusedByOne, "refused-by-one", "refusal by one of tree and check",
          VerifyOutcome::Leaking, "One of trees and accessibility is refused, the other is not."},
+        {VerifyKind::NotVerified, "not-verified", "check without an answer",
+         VerifyOutcome::NotVerified,
+         "Requests are refused for no reason of rights, or the plug-in answered oddly."},
         {VerifyKind::Unfinished, "unfinished", "check that did not finish",
          VerifyOutcome::Unfinished, "A limit or an interrupt ended the check."},
         {VerifyKind::ShownPastViews, "shown-past-views", "shown past the views",
@@ -77,6 +94,8 @@ std::vector<VerifyKindRow> const& verifyKinds() {
          VerifyOutcome::NothingVerified, "Every user is refused, so nothing was verified."},
         {VerifyKind::JoinKey, "join-key", "join key", VerifyOutcome::Clean,
          "A visible relationship names a hidden key of something visible."},
+        {VerifyKind::HiddenContainer, "hidden-container", "hidden container", VerifyOutcome::Clean,
+         "The path of a shown object names a hidden container, as the required behaviour has it."},
         {VerifyKind::Required, "required", "required", VerifyOutcome::Clean,
          "An accessible object is in no tree, as the required behaviour has it."},
     };
@@ -142,12 +161,19 @@ bool Verification::isUnrestricted() const {
     });
 }
 
+bool Verification::isClean() const {
+    return outcome() == VerifyOutcome::Clean && comparedUsers() != 0 && !isUnrestricted();
+}
+
 void Verification::addUnrestricted(std::string text) {
     findings.push_back({.kind = VerifyKind::Unrestricted, .text = std::move(text)});
 }
 
 void Verification::addNobodyCompared() {
-    if (comparedUsers() == 0 && isFinished()) {
+    bool const areAllRefused =
+        std::all_of(users.begin(), users.end(),
+                    [](UserVerification const& user) { return !user.refusal.empty(); });
+    if (areAllRefused) {
         findings.push_back({.kind = VerifyKind::NobodyCompared,
                             .text = "every request is refused, so there was nothing to verify"});
     }
@@ -164,6 +190,9 @@ UserVerification tellCheck(std::string user, TreeCheck const& check, Model const
     for (TreeDifference const& difference : check.differences) {
         told.findings.push_back(tellDifference(difference, model, locale));
     }
+    for (HiddenContainer const& container : check.hiddenContainers) {
+        told.findings.push_back(tellContainer(container, model, locale));
+    }
     return told;
 }
 
@@ -179,9 +208,43 @@ UserVerification tellRefusalByOne(std::string user, std::string text) {
                    "tree and check differ, one is refused: " + text);
 }
 
+UserVerification tellNotVerified(std::string user, std::string text) {
+    return tellOne(std::move(user), VerifyKind::NotVerified,
+                   "not verified, so nothing is known: " + text);
+}
+
 UserVerification tellUnfinished(std::string user, std::string text) {
     return tellOne(std::move(user), VerifyKind::Unfinished,
                    "not finished, so nothing is known: " + text);
+}
+
+std::optional<UserVerification> tellEnds(std::string user, CallEnd const& trees,
+                                         CallEnd const& checks) {
+    using Kind = CallEnd::Kind;
+    auto const isForWantOfRights = [](CallEnd const& end) {
+        return end.kind == Kind::Raised && end.failure &&
+               end.failure->id == VexFailureId::NoViewOrRole;
+    };
+    for (CallEnd const* const end : {&trees, &checks}) {
+        if (end->kind == Kind::Stopped) {
+            return tellUnfinished(std::move(user), end->text);
+        }
+    }
+    if (isForWantOfRights(trees) && isForWantOfRights(checks)) {
+        return tellRefusal(std::move(user), checks.text);
+    }
+    for (CallEnd const* const end : {&trees, &checks}) {
+        CallEnd const& other = end == &trees ? checks : trees;
+        if (end->kind == Kind::Raised && other.isAnswered()) {
+            return tellRefusalByOne(std::move(user), end->text);
+        }
+    }
+    for (CallEnd const* const end : {&trees, &checks}) {
+        if (!end->isAnswered() && !isForWantOfRights(*end)) {
+            return tellNotVerified(std::move(user), end->text);
+        }
+    }
+    return std::nullopt;
 }
 
 std::string counted(std::size_t count, std::string_view noun) {

@@ -2,7 +2,9 @@
 
 #include "host/insight/ObjectText.h"
 #include "host/insight/TreeCheck.h"
+#include "host/service/CallEnd.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +17,7 @@ enum class VerifyOutcome {
     NothingVerified, // nobody is restricted, or everybody is refused: nothing could leak
     ShownPastViews,  // trees show what the views leave out
     Unfinished,      // a limit or an interrupt ended the check
+    NotVerified,     // a request was refused, or answered oddly, for no reason of rights
     Leaking,         // a text leaks, or trees and check differ without reason
 };
 
@@ -22,12 +25,14 @@ enum class VerifyKind {
     Leak,
     Unexplained,  // a difference of trees and check without reason
     RefusedByOne, // of trees and check
+    NotVerified,
     Unfinished,
     ShownPastViews, // in a tree although the views leave it out
     Unrestricted,
     NobodyCompared,
-    JoinKey,  // a relationship names a hidden key of what is seen
-    Required, // a difference that the required behaviour brings, and that shows nothing
+    JoinKey,         // a relationship names a hidden key of what is seen
+    HiddenContainer, // that the paths of shown objects name, as they are required to
+    Required,        // a difference that the required behaviour brings, and that shows nothing
 };
 
 /// What there is to know about a kind. Codes are stable: people accept findings by them.
@@ -49,7 +54,8 @@ struct VerifyFinding {
     std::string property = {}; // of a leak or join key: what holds the text
     std::string reference = {};
     ObjectLabel named = {};
-    std::string text = {}; // for people
+    std::size_t objects = 0; // of a hidden container: those that are shown in it
+    std::string text = {};   // for people
     bool isAccepted = false;
 };
 
@@ -57,7 +63,7 @@ struct VerifyFinding {
 struct UserVerification {
     std::string user;               // "" where nobody is restricted
     std::vector<std::string> alike; // the other users that this holds for
-    std::string refusal;            // why requests are refused, by both of trees and check
+    std::string refusal;            // of both trees and check: no view or role
     std::size_t objects = 0;        // that were compared
     std::vector<VerifyFinding> findings;
     std::vector<ObjectLabel> notGoneIntoAgain = {}; // behind shortcuts, by the trees
@@ -77,6 +83,7 @@ struct Verification {
     std::string file; // of the model
     std::vector<UserVerification> users;
     std::vector<VerifyFinding> findings; // about all of it
+    bool isOfAllUsers = true;            // of the catalogue, not of one that was named
 
     std::size_t count(VerifyKind kind) const;
     std::size_t accepted() const;
@@ -84,7 +91,12 @@ struct Verification {
     std::size_t comparedUsers() const;
     /// The worst of what is not accepted.
     VerifyOutcome outcome() const;
-    bool isFinished() const { return count(VerifyKind::Unfinished) == 0; }
+    bool isFinished() const {
+        return count(VerifyKind::Unfinished) == 0 && count(VerifyKind::NotVerified) == 0;
+    }
+    /// True when somebody who is restricted was compared, nobody's check ended early, and
+    /// nothing that counts was found beside what is accepted.
+    bool isClean() const;
     /// True when findings stand for that nobody is restricted, accepted or not.
     bool isUnrestricted() const;
 
@@ -98,12 +110,20 @@ struct Verification {
 UserVerification tellCheck(std::string user, TreeCheck const& check, Model const& model,
                            I18NLocale const& locale);
 
-/// A user whose requests are all refused.
+/// A user whose requests are all refused, for want of a view or role.
 UserVerification tellRefusal(std::string user, std::string text);
 /// A user for whom one of trees and check is refused.
 UserVerification tellRefusalByOne(std::string user, std::string text);
+/// A user whose requests were refused for any other reason, or answered oddly.
+UserVerification tellNotVerified(std::string user, std::string text);
 /// A user whose check a limit ended, or an interrupt.
 UserVerification tellUnfinished(std::string user, std::string text);
+
+/// What is to be said about a user before anything can be compared, by how the requests
+/// for trees and the checks ended: nothing when both are answered. Only the refusal of
+/// both for want of a view or role means that there is nothing to compare.
+std::optional<UserVerification> tellEnds(std::string user, CallEnd const& trees,
+                                         CallEnd const& checks);
 
 /// "1 leak", "2 leaks", "0 objects shown past the views".
 std::string counted(std::size_t count, std::string_view noun);

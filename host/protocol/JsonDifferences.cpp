@@ -77,6 +77,9 @@ std::string toJson(std::vector<UserDifferences> const& users,
         for (std::string const& other : user.alike) {
             told["alsoFor"].push_back(other);
         }
+        if (!user.unfinished.empty()) {
+            told["unfinished"] = user.unfinished;
+        }
         if (!user.refusedBefore.empty()) {
             told["refusedBefore"] = user.refusedBefore;
         }

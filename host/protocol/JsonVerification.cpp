@@ -23,6 +23,10 @@ Json describeLeak(VerifyFinding const& leak) {
             {"named", describe(leak.named)}};
 }
 
+Json describeContainer(VerifyFinding const& hidden) {
+    return {{"object", describe(hidden.object)}, {"objects", hidden.objects}};
+}
+
 Json describeDifference(VerifyFinding const& difference) {
     return {{"object", describe(difference.object)},
             {"inTree", difference.isInTree},
@@ -66,6 +70,10 @@ Json describe(UserVerification const& user) {
         told["unfinished"] = *text;
         return told;
     }
+    if (auto const* const text = textOf(user, VerifyKind::NotVerified)) {
+        told["notVerified"] = *text;
+        return told;
+    }
     auto const* const byOne = textOf(user, VerifyKind::RefusedByOne);
     if (byOne != nullptr || !user.isCompared()) {
         told["refused"] = byOne != nullptr ? "one" : "both";
@@ -75,6 +83,8 @@ Json describe(UserVerification const& user) {
     told["objects"] = user.objects;
     told["leaks"] = listOf(user.findings, {VerifyKind::Leak}, &describeLeak);
     told["joinKeys"] = listOf(user.findings, {VerifyKind::JoinKey}, &describeLeak);
+    told["hiddenContainers"] =
+        listOf(user.findings, {VerifyKind::HiddenContainer}, &describeContainer);
     told["differences"] = listOf(
         user.findings, {VerifyKind::Unexplained, VerifyKind::ShownPastViews, VerifyKind::Required},
         &describeDifference);
@@ -85,7 +95,7 @@ Json describe(UserVerification const& user) {
 } // namespace
 
 std::string toJson(Verification const& verification) {
-    Json whole{{"clean", verification.outcome() == VerifyOutcome::Clean},
+    Json whole{{"clean", verification.isClean()},
                {"finished", verification.isFinished()},
                {"restricted", !verification.isUnrestricted()},
                {"comparedUsers", verification.comparedUsers()}};

@@ -38,6 +38,7 @@ std::string escaped(std::string const& text) {
 struct Suite {
     std::string name;
     std::string tests;
+    std::string properties;
     std::size_t count = 0;
     std::size_t failures = 0;
     std::size_t skipped = 0;
@@ -69,10 +70,18 @@ struct Suite {
         begin(test);
         tests += ">\n      <skipped message=\"" + escaped(why) + "\"/>\n    </testcase>\n";
     }
+    /// Counts what fails no test.
+    void addCount(VerifyKindRow const& row, std::size_t found) {
+        properties += std::string("      <property name=\"") + row.code + "\" value=\"" +
+                      std::to_string(found) + "\"/>\n";
+    }
     std::string text() const {
         return "  <testsuite name=\"" + escaped(name) + "\" tests=\"" + std::to_string(count) +
                "\" failures=\"" + std::to_string(failures) + "\" skipped=\"" +
-               std::to_string(skipped) + "\">\n" + tests + "  </testsuite>\n";
+               std::to_string(skipped) + "\">\n" +
+               (properties.empty() ? ""
+                                   : "    <properties>\n" + properties + "    </properties>\n") +
+               tests + "  </testsuite>\n";
     }
 
 private:
@@ -98,6 +107,9 @@ Suite suiteOf(UserVerification const& user, std::string const& name, std::size_t
         bool const isKnown = user.isCompared() || user.count(row.kind) != 0;
         if (row.outcome != VerifyOutcome::Clean && !concernsAll(row.kind) && isKnown) {
             suite.add(row, user.findings, mostLines);
+        }
+        if (row.outcome == VerifyOutcome::Clean && user.isCompared()) {
+            suite.addCount(row, user.count(row.kind));
         }
     }
     return suite;

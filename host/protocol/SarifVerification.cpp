@@ -15,6 +15,7 @@ char const* levelOf(VerifyKindRow const& row) {
     case VerifyOutcome::NothingVerified:
         return "warning";
     case VerifyOutcome::Unfinished:
+    case VerifyOutcome::NotVerified:
     case VerifyOutcome::Leaking:
         break;
     }

@@ -24,7 +24,7 @@ CallFailure describeFailure(VexException const& raised);
 struct CallEnd {
     enum class Kind {
         Answered,
-        NotHandled, // the plug-in does not know the action: it gave `code`
+        NotHandled, // the plug-in gave `code`, as for an action that it does not know
         Raised,     // the plug-in raised `failure`
         Stopped,    // a limit of the host, or a broken rule
         Unknown,    // an object that is asked for does not exist, or the user may not see it
@@ -34,8 +34,12 @@ struct CallEnd {
     long code = 0;
     std::optional<CallFailure> failure{};
     std::string text{}; // for people, unless answered
+    /// Stopped before the plug-in was called, which lacks the extension that it takes.
+    bool lacksExtension = false;
 
     bool isAnswered() const { return kind == Kind::Answered; }
+    /// True when the plug-in answered or refused. Else nothing is known of who asked.
+    bool isDecided() const { return isAnswered() || kind == Kind::Raised; }
 };
 
 } // namespace vex

@@ -29,12 +29,32 @@ CallEnd endOf(SessionPool::Loan& loan, ActionLimits const& limits, Call const& c
         end.failure = describeFailure(raised);
         end.text = raised.what();
     } catch (PluginException const& broken) {
-        loan.spoil();
+        end.lacksExtension = broken.getFault() == PluginFault::NotOffered;
+        if (!end.lacksExtension) {
+            loan.spoil();
+        }
         end.text = broken.what();
     } catch (KRLException const& stopped) {
         end.text = stopped.what();
     }
     return end;
+}
+
+/// What an action that was done appends: a long 1, and what it was asked for. Raises
+/// `HostException` for less: an answer that nobody gave must not pass for an empty one.
+void requireDone(VexParams const& out, std::size_t before, char const* wanted) {
+    if (out.size() < before + 2 || out[before].GetType() != VexVariant::Long) {
+        throw HostException(std::string("the plug-in gave no ") + wanted);
+    }
+}
+
+bool verdictIn(VexParams const& out) {
+    requireDone(out, 0, "verdict");
+    auto const verdict = static_cast<long>(out[1]);
+    if (out[1].GetType() != VexVariant::Long || (verdict != 0 && verdict != 1)) {
+        throw HostException("the plug-in gave a verdict that is neither yes nor no");
+    }
+    return verdict == 1;
 }
 
 } // namespace
@@ -66,9 +86,14 @@ MetadataAnswer Service::metadata(Visit const& visit, KRLIDOM_Document const& req
     ActionResponse response(limits.response);
     MetadataAnswer answer;
     answer.end = endOf(loan, limits, [&](HostSession& session) {
-        return m_plugin
-            ->DoAction(session, VexVariant(VexAction::MetadataRequest), in, response.out())
-            .GetCode();
+        std::size_t const before = response.out().size();
+        long const code =
+            m_plugin->DoAction(session, VexVariant(VexAction::MetadataRequest), in, response.out())
+                .GetCode();
+        if (code == VexErrorCode::Handled) {
+            requireDone(response.out(), before, "answer");
+        }
+        return code;
     });
     answer.response = response.takeDocument();
     return answer;
@@ -149,7 +174,6 @@ CallEnd Service::explainTreeAt(Visit const& visit, I18NString const& idOrReferen
 
 AccessAnswer Service::access(Visit const& visit, Vex_Handle_Collection const& objects, long mode,
                              ActionLimits const& limits) {
-    constexpr std::size_t verdictPlace = 1; // among what the action appends
     SessionPool::Loan loan = m_sessions.take(visit, SessionKind::Access);
     I18NString path = visit.version->path();
     VexParams in;
@@ -159,6 +183,7 @@ AccessAnswer Service::access(Visit const& visit, Vex_Handle_Collection const& ob
     answer.end = endOf(loan, limits, [&](HostSession& session) {
         VexVariant const action(VexAction::AccessibilityRequest);
         for (VEX_HANDLE const object : objects) {
+            Budget::charge(); // a plug-in that has worked it out already asks nothing
             in.clear();
             in.AddParam(VexVariant(0L));
             in.AddParam(VexVariant(&path));
@@ -169,10 +194,7 @@ AccessAnswer Service::access(Visit const& visit, Vex_Handle_Collection const& ob
             if (code != VexErrorCode::Handled) {
                 return code;
             }
-            if (out.size() <= verdictPlace) {
-                throw HostException("the plug-in gave no verdict");
-            }
-            answer.verdicts.push_back(static_cast<long>(out[verdictPlace]) == 1);
+            answer.verdicts.push_back(verdictIn(out));
         }
         return long{VexErrorCode::Handled};
     });
@@ -186,6 +208,9 @@ AccessReasons Service::explainAccess(Visit const& visit, Vex_Handle_Collection c
     reasons.end = endOf(loan, limits, [&](HostSession& session) {
         m_plugin->explainAccess(session, visit.version->path(), objects, skipViewLists,
                                 reasons.explanation);
+        if (reasons.explanation.objects.size() != objects.size()) {
+            throw HostException("the plug-in explained other objects than it was asked about");
+        }
         return long{VexErrorCode::Handled};
     });
     return reasons;

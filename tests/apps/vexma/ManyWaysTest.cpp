@@ -131,8 +131,9 @@ TEST_F(ManyWays, ThatALimitCutsShortAreNeverCalledFreeOfLeaks) {
     writeModel(manyTypes, 2, 19, &everywhere);
     ToolResult const result = run("verify", {}, 3'000);
     EXPECT_EQ(result.status, 5);
-    EXPECT_THAT(result.out, HasSubstr("carl: not finished, so nothing is known: The document holds "
-                                      "3000 elements, which is the limit."));
+    EXPECT_THAT(result.out,
+                HasSubstr("carl: not finished, so nothing is known: The answer holds more "
+                          "than 3000 elements, which is the limit."));
     EXPECT_THAT(result.out, HasSubstr("not finished: compared for 0 of 1 user\n"));
     EXPECT_THAT(result.out, Not(HasSubstr("0 leaks")));
     json const report = json::parse(run("verify", {"--json"}, 3'000).out);

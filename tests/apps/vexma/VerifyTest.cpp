@@ -16,18 +16,19 @@ TEST(Verify, FindsTheOneLeakThatAnnSees) {
     EXPECT_THAT(result.error, IsEmpty());
     EXPECT_EQ(
         result.out,
-        R"(ann: 628 objects compared: 1 leak, 0 shown past the views, 0 unexplained differences; 0 join keys, 0 required
+        R"(ann: 628 objects compared: 1 leak, 0 shown past the views, 0 unexplained differences; 0 join keys, 0 hidden containers, 0 required
   leak: the filter "Profitable Lines" (fl.profitable) names [Sales].[Order Lines].[Unit Cost] in its expression, and the queryItem "Unit Cost" (qi.orderLines.unitCost) is hidden
-compared for 1 of 1 user: 1 leak, 0 shown past the views, 0 unexplained differences; 0 join keys, 0 required
+compared for 1 of 1 user: 1 leak, 0 shown past the views, 0 unexplained differences; 0 join keys, 0 hidden containers, 0 required
 )");
 }
 
 TEST(Verify, FindsNothingThatLeaksToCarl) {
     ToolResult const result = runOnSample("verify", "carl");
     EXPECT_EQ(result.status, 0);
-    EXPECT_THAT(result.out,
-                HasSubstr("compared for 1 of 1 user: 0 leaks, 0 shown past the views, 0 "
-                          "unexplained differences; 0 join keys, 0 required\n"));
+    EXPECT_THAT(
+        result.out,
+        HasSubstr("compared for 1 of 1 user: 0 leaks, 0 shown past the views, 0 "
+                  "unexplained differences; 0 join keys, 7 hidden containers, 0 required\n"));
 }
 
 TEST(Verify, VerifiesForEveryUserOfTheCatalogue) {
@@ -109,19 +110,21 @@ TEST_F(RequiredDifferences, DoNotHideThatTheTargetOfAShortcutLeaks) {
 }
 
 TEST_F(RequiredDifferences, ThatShowMoreThanTheViewsAreCountedApart) {
-    EXPECT_THAT(verify().out,
-                HasSubstr("carl: 20 objects compared: 1 leak, 3 shown past the views, 0 "
-                          "unexplained differences; 0 join keys, 5 required\n"));
+    EXPECT_THAT(
+        verify().out,
+        HasSubstr("carl: 20 objects compared: 1 leak, 3 shown past the views, 0 "
+                  "unexplained differences; 0 join keys, 0 hidden containers, 5 required\n"));
 }
 
 TEST_F(RequiredDifferences, ThatShowMoreThanTheViewsHaveAStatusOfTheirOwn) {
     m_folder.Write("known.jsonl", R"({"kind": "leak", "object": "short"})");
     ToolResult const result = verify({"--accept", "known.jsonl"});
     EXPECT_EQ(result.status, 4);
-    EXPECT_THAT(result.out,
-                HasSubstr("carl: 20 objects compared: 0 leaks, 3 shown past the views, 0 "
-                          "unexplained differences; 0 join keys, 5 required; 1 "
-                          "accepted\n"));
+    EXPECT_THAT(
+        result.out,
+        HasSubstr("carl: 20 objects compared: 0 leaks, 3 shown past the views, 0 "
+                  "unexplained differences; 0 join keys, 0 hidden containers, 5 required; 1 "
+                  "accepted\n"));
 }
 
 TEST_F(RequiredDifferences, AreAcceptedByABaselineThatVerifyWrites) {
@@ -158,8 +161,56 @@ TEST_F(RequiredDifferences, AreWrittenForOtherProgramsToo) {
     EXPECT_EQ(first.at("locations")[0].at("physicalLocation").at("region").at("startLine"), 6);
     ToolResult const junit = verify({"--format", "junit"});
     EXPECT_EQ(junit.status, 1);
-    EXPECT_THAT(junit.out, HasSubstr("<testsuite name=\"carl\" tests=\"5\" failures=\"2\""));
+    EXPECT_THAT(junit.out, HasSubstr("<testsuite name=\"carl\" tests=\"6\" failures=\"2\""));
     EXPECT_EQ(verify({"--format", "yaml"}).status, 2);
+}
+
+/// Ann may see an item, and nothing of what it stands in but the namespace.
+class HiddenContainers : public testing::Test {
+protected:
+    HiddenContainers() {
+        m_folder.Write("m.model.xml", R"(<model defaultLocale="en">
+          <namespace id="n" name="N"><folder id="f" name="Secret Plans">
+            <querySubject id="q" name="Takeover"><queryItem id="i" name="Amount"/>
+              <queryItem id="j" name="Date"/></querySubject></folder></namespace>
+          <securityViews><securityView id="v"><set kind="included"><item>n</item><item>i</item>
+          <item>j</item></set></securityView></securityViews></model>)");
+        m_folder.Write("m.catalog.xml", casts::catalogue({"v"}));
+    }
+
+    ToolResult run(std::string const& command, std::vector<std::string> const& more = {}) const {
+        std::vector<std::string> arguments{command, "--catalog", "m.catalog.xml", "--model",
+                                           "/content/m"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return m_folder.Run(arguments);
+    }
+
+    ToolFolder m_folder;
+};
+
+TEST_F(HiddenContainers, AreNamedByThePathsOfWhatIsShown) {
+    EXPECT_THAT(
+        run("metadata", {"--user", "carl", "--property", "name", "--property", "_path"}).out,
+        HasSubstr("_path=\"[N].[Secret Plans].[Takeover].[Amount]\""));
+}
+
+TEST_F(HiddenContainers, AreCountedApartAndAreNoLeak) {
+    ToolResult const text = run("verify");
+    EXPECT_EQ(text.status, 0);
+    EXPECT_THAT(text.out, HasSubstr("0 leaks, 0 shown past the views, 0 unexplained differences; "
+                                    "0 join keys, 2 hidden containers, 0 required\n"));
+    EXPECT_THAT(text.out,
+                HasSubstr("  hidden container: the folder \"Secret Plans\" (f) is hidden, and the "
+                          "_path of 2 objects shown in it names it, such as the queryItem "
+                          "\"Amount\" (i)\n"));
+    json const report = json::parse(run("verify", {"--json"}).out);
+    EXPECT_EQ(report.at("clean"), true);
+    EXPECT_EQ(report.at("counts").at("hidden-container"), 2);
+    EXPECT_EQ(report.at("users")[0].at("hiddenContainers")[1].at("object").at("id"), "q");
+    json const log = json::parse(run("verify", {"--format", "sarif"}).out);
+    EXPECT_EQ(log.at("runs")[0].at("results").size(), 2U);
+    EXPECT_THAT(run("verify", {"--format", "junit"}).out,
+                HasSubstr("<property name=\"hidden-container\" value=\"2\"/>"));
 }
 
 TEST(VerifiedUsers, WithTheSameRolesAreVerifiedOnceAndFindingsAreCapped) {
@@ -188,6 +239,35 @@ TEST(VerifiedUsers, WithTheSameRolesAreVerifiedOnceAndFindingsAreCapped) {
     EXPECT_THAT(out, HasSubstr("compared for 2 of 2 users: 0 leaks, 30 shown past the views"));
     command.emplace_back("--all");
     EXPECT_THAT(folder.Run(command).out, testing::Not(HasSubstr("more")));
+}
+
+TEST(VerifiedUsers, OfWhomOneIsNamedLeaveTheBaselineOfTheOthers) {
+    ToolFolder const folder;
+    folder.Write("m.model.xml", R"(<model defaultLocale="en"><namespace id="n" name="N">
+        <querySubject id="q" name="Q"/><shortcut id="s" name="S" refobj="[N].[Q]"/></namespace>
+        <securityViews><securityView id="v"><set kind="included"><item>n</item></set>
+        </securityView><securityView id="w"><set kind="included"><item>n</item><item>n</item></set>
+        </securityView></securityViews></model>)");
+    folder.Write("m.catalog.xml", R"(<catalog>
+        <model path="/content/m" file="m.model.xml"><grant role="r" view="v"/>
+        <grant role="s" view="w"/></model>
+        <user name="ann"><role>r</role></user><user name="ben"><role>s</role></user></catalog>)");
+    std::vector<std::string> const verify{"verify", "--catalog", "m.catalog.xml", "--model",
+                                          "/content/m"};
+    auto const run = [&](std::vector<std::string> const& more) {
+        std::vector<std::string> arguments = verify;
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return folder.Run(arguments);
+    };
+    EXPECT_EQ(run({"--write-baseline", "known.jsonl"}).status, 0);
+    EXPECT_EQ(run({"--accept", "known.jsonl"}).status, 0);
+    ToolResult const one =
+        run({"--user", "ann", "--accept", "known.jsonl", "--write-baseline", "known.jsonl"});
+    EXPECT_EQ(one.status, 0);
+    EXPECT_THAT(one.error, testing::Not(HasSubstr("no longer found")));
+    ToolResult const all = run({"--accept", "known.jsonl"});
+    EXPECT_EQ(all.status, 0) << all.out;
+    EXPECT_THAT(all.error, IsEmpty());
 }
 
 TEST(VerifiedPaths, UnderWhichNobodyIsRestrictedAreSaidAloud) {
@@ -221,6 +301,9 @@ TEST(Verify, OfAModelFileAloneSaysThatNobodyIsRestricted) {
     EXPECT_THAT(result.out, testing::Not(HasSubstr("0 leaks")));
     folder.Write("known.jsonl", R"({"kind": "unrestricted"})");
     EXPECT_EQ(folder.Run({"verify", "small.model.xml", "--accept", "known.jsonl"}).status, 0);
+    json const told = json::parse(
+        folder.Run({"verify", "small.model.xml", "--accept", "known.jsonl", "--json"}).out);
+    EXPECT_EQ(told.at("clean"), false); // accepted, and still nothing that was verified
 }
 
 TEST(Verify, NeedsAKnownUserAndAModel) {

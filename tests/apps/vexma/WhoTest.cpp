@@ -112,6 +112,26 @@ TEST(Matrix, IsWrittenAsJson) {
     EXPECT_TRUE(told.at("refused").contains("nora"));
 }
 
+TEST(Matrix, TellsAClassThatTheModelLacksWithTheOneThatMayBeMeant) {
+    ToolResult const slip = runOnSample("matrix", "", {"--class", "querysubjct"});
+    EXPECT_EQ(slip.status, 2);
+    EXPECT_EQ(slip.out, "");
+    EXPECT_EQ(slip.error, "vexma: the model has no object of the class \"querysubjct\"; did you "
+                          "mean querySubject?\n");
+    ToolResult const odd =
+        runOnSample("matrix", "", {"--class", "calculation", "--class", "zebra"});
+    EXPECT_EQ(odd.status, 2);
+    EXPECT_EQ(odd.error, "vexma: the model has no object of the class \"zebra\"\n");
+    EXPECT_EQ(runOnSample("matrix", "", {"--class", "namespace"}).status, 0);
+}
+
+TEST(Matrix, OfRolesGoesWithoutAUser) {
+    ToolResult const result = runOnSample("matrix", "ann", {"--by", "roles"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.out, "");
+    EXPECT_THAT(result.error, HasSubstr("leave --user out"));
+}
+
 TEST(Matrix, NeedsKnownObjectsAndRoles) {
     EXPECT_EQ(runOnSample("matrix", "", {"--below", "no.such"}).status, 3);
     EXPECT_EQ(runOnSample("matrix", "", {"--format", "xml"}).status, 2);

@@ -67,6 +67,59 @@ TEST(AcceptedFindings, NeverHoldACheckThatDidNotFinish) {
     EXPECT_TRUE(acceptAll(found, {}).empty());
 }
 
+TEST(AcceptedFindings, NeverHoldWhatNobodyVerified) {
+    vex::Verification odd{"m.xml", {vex::tellNotVerified("ann", "code 77")}, {}};
+    vex::Verification nobody{"m.xml", {vex::tellRefusal("nora", "No view.")}, {}};
+    nobody.addNobodyCompared();
+    for (vex::Verification* const found : {&odd, &nobody}) {
+        vex::VerifyOutcome const outcome = found->outcome();
+        AcceptedFindings accepted{AcceptedFinding()}; // whatever it is
+        accept(*found, accepted);
+        EXPECT_EQ(found->outcome(), outcome);
+        EXPECT_TRUE(acceptAll(*found, {}).empty());
+    }
+}
+
+/// Ann has leaks, ben's check came to no end, nora may see nothing.
+vex::Verification ofThree() {
+    vex::Verification found = twoLeaks();
+    found.users.push_back(vex::tellUnfinished("ben", "too large"));
+    found.users.push_back(vex::tellRefusal("nora", "No view."));
+    return found;
+}
+
+TEST(AcceptedFindings, AreNoLongerFoundOnlyWhereSomebodyWasCompared) {
+    vex::Verification found = ofThree();
+    auto const isGone = [&](std::optional<std::string> user) {
+        return isNoLongerFound(entryFor(std::move(user), "gone"), found);
+    };
+    EXPECT_TRUE(isGone("ann"));
+    EXPECT_FALSE(isGone("ben"));
+    EXPECT_FALSE(isGone("nora"));
+    EXPECT_TRUE(isGone("left")); // the catalogue has no such user any more
+    EXPECT_FALSE(isGone(std::nullopt));
+    found.users.erase(found.users.begin() + 1);
+    EXPECT_TRUE(isGone(std::nullopt));
+    found.isOfAllUsers = false;
+    EXPECT_TRUE(isGone("ann"));
+    EXPECT_FALSE(isGone("left"));
+    EXPECT_FALSE(isGone(std::nullopt));
+}
+
+TEST(AcceptedFindings, OfThoseWhoWereNotComparedStayInABaseline) {
+    vex::Verification found = ofThree();
+    found.isOfAllUsers = false;
+    AcceptedFindings accepted{entryFor("ben", "b"), entryFor("cid", "c"), entryFor("ann", "gone"),
+                              entryFor("ann", "a"), entryFor(std::nullopt, "x")};
+    accept(found, accepted);
+    std::vector<std::pair<std::string, std::string>> kept;
+    for (AcceptedFinding const& entry : acceptAll(found, accepted)) {
+        kept.emplace_back(entry.user.value_or(""), *entry.object);
+    }
+    EXPECT_EQ(kept, (std::vector<std::pair<std::string, std::string>>{
+                        {"ben", "b"}, {"cid", "c"}, {"ann", "a"}, {"", "x"}, {"ann", "b"}}));
+}
+
 TEST(AcceptedFindings, OfAllThatIsFoundAcceptAllOfIt) {
     vex::Verification found = twoLeaks();
     found.users[0].alike = {"bea"};

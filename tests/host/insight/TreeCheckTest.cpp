@@ -59,6 +59,54 @@ TEST(TreeCheck, FindsNothingWhereTreesAndVerdictsAgree) {
     EXPECT_TRUE(found.leaks.empty());
 }
 
+/// "id objects example" of each hidden container that paths name.
+std::vector<std::string> hiddenContainers(std::vector<MetObject> const& met,
+                                          std::vector<std::string> const& accessible) {
+    std::vector<std::string> found;
+    for (vex::HiddenContainer const& each : check(met, accessible).hiddenContainers) {
+        found.push_back(vex::idOf(each.container).toUtf8() + ' ' + std::to_string(each.objects) +
+                        ' ' + vex::idOf(each.example).toUtf8());
+    }
+    return found;
+}
+
+TEST(TreeCheck, CountsTheHiddenContainersThatPathsOfShownObjectsName) {
+    std::vector<MetObject> const met{
+        {"n"}, {"q", ObjectFate::LeftOut, 0}, {"i", ObjectFate::Written, 1}};
+    EXPECT_EQ(hiddenContainers(met, {"n", "i"}), (Lines{"q 1 i"}));
+    EXPECT_EQ(check(met, {"n", "i"}).differences.size(), 0U);
+    EXPECT_EQ(check(met, {"n", "i"}).leaks.size(), 0U);
+}
+
+TEST(TreeCheck, CountsWhatStandsDeeperInAHiddenContainerToo) {
+    EXPECT_EQ(hiddenContainers({{"n", ObjectFate::LeftOut},
+                                {"q", ObjectFate::Written, 0},
+                                {"i", ObjectFate::Written, 1},
+                                {"inside", ObjectFate::LeftOut, 0},
+                                {"s", ObjectFate::LeftOut, 3},
+                                {"n2", ObjectFate::Written, 4}},
+                               {"q", "i", "n2"}),
+              (Lines{"n 3 q", "inside 1 n2", "s 1 n2"}));
+}
+
+TEST(TreeCheck, CountsNoContainerInWhichNothingIsShownOrThatCanBeSeen) {
+    EXPECT_EQ(hiddenContainers({{"n"},
+                                {"q", ObjectFate::LeftOut, 0},
+                                {"i", ObjectFate::LeftOut, 1},
+                                {"inside", ObjectFate::WithoutName, 0}},
+                               {"n"}),
+              Lines());
+    // Left out behind a shortcut, and accessible in its own place.
+    EXPECT_EQ(hiddenContainers({{"n"},
+                                {"s", ObjectFate::Written, 0, false, "n2"},
+                                {"q", ObjectFate::LeftOut, 1, true},
+                                {"i", ObjectFate::Written, 2, true},
+                                {"q", ObjectFate::Written, 0},
+                                {"i", ObjectFate::Written, 4}},
+                               {"n", "s", "q", "i"}),
+              Lines());
+}
+
 TEST(TreeCheck, KnowsWhyTreesShowMore) {
     EXPECT_EQ(differences({{"n"},
                            {"inside", ObjectFate::Written, 0},

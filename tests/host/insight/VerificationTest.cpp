@@ -1,5 +1,6 @@
 #include "host/insight/Verification.h"
 
+#include "VexMessageTexts.h"
 #include "host/import/xml/ModelLoader.h"
 
 #include <gtest/gtest.h>
@@ -58,6 +59,65 @@ TEST(Verification, IsNotCleanWhenThereWasNothingToVerify) {
     EXPECT_EQ(unrestricted.outcome(), VerifyOutcome::NothingVerified);
 }
 
+TEST(Verification, IsNotCleanWhereNobodyWhoIsRestrictedWasCompared) {
+    EXPECT_TRUE((vex::Verification{"m.xml", {found({})}, {}}.isClean()));
+    EXPECT_FALSE((vex::Verification{"m.xml", {}, {}}.isClean()));
+    EXPECT_FALSE(
+        (vex::Verification{"m.xml", {vex::tellRefusal("nora", "No view.")}, {}}.isClean()));
+    vex::Verification unrestricted{"m.xml", {found({})}, {}};
+    unrestricted.addUnrestricted("nobody is restricted");
+    unrestricted.findings[0].isAccepted = true;
+    EXPECT_EQ(unrestricted.outcome(), VerifyOutcome::Clean);
+    EXPECT_FALSE(unrestricted.isClean());
+}
+
+/// How a call ended: refused with that failure, or without a failure by that kind.
+vex::CallEnd endBy(vex::CallEnd::Kind kind, unsigned failure = 0) {
+    vex::CallEnd end{.kind = kind, .text = "so it is"};
+    if (kind == vex::CallEnd::Kind::Raised) {
+        end.failure.emplace().id = failure;
+    }
+    return end;
+}
+
+TEST(Verification, TakesOnlyTheRefusalOfBothForWantOfAViewForNothingToCompare) {
+    using Kind = vex::CallEnd::Kind;
+    vex::CallEnd const answered = endBy(Kind::Answered);
+    vex::CallEnd const noView = endBy(Kind::Raised, VexFailureId::NoViewOrRole);
+    vex::CallEnd const other = endBy(Kind::Raised, VexFailureId::NameNotFound);
+    vex::CallEnd const odd = endBy(Kind::NotHandled);
+    vex::CallEnd const stopped = endBy(Kind::Stopped);
+    EXPECT_FALSE(vex::tellEnds("ann", answered, answered).has_value());
+    auto const outcome = [](vex::CallEnd const& trees, vex::CallEnd const& checks) {
+        auto told = vex::tellEnds("ann", trees, checks);
+        return told ? outcomeOf({found({}), *std::move(told)}) : VerifyOutcome::Clean;
+    };
+    EXPECT_EQ(outcome(noView, noView), VerifyOutcome::Clean);
+    for (vex::CallEnd const& each : {noView, other}) {
+        EXPECT_EQ(outcome(each, answered), VerifyOutcome::Leaking); // one says yes, one says no
+        EXPECT_EQ(outcome(answered, each), VerifyOutcome::Leaking);
+    }
+    EXPECT_EQ(outcome(other, other), VerifyOutcome::NotVerified);
+    EXPECT_EQ(outcome(other, noView), VerifyOutcome::NotVerified);
+    EXPECT_EQ(outcome(noView, other), VerifyOutcome::NotVerified);
+    for (vex::CallEnd const& each : {answered, noView, other, odd}) {
+        EXPECT_EQ(outcome(odd, each), VerifyOutcome::NotVerified);
+        EXPECT_EQ(outcome(each, odd), VerifyOutcome::NotVerified);
+        EXPECT_EQ(outcome(stopped, each), VerifyOutcome::Unfinished);
+        EXPECT_EQ(outcome(each, stopped), VerifyOutcome::Unfinished);
+    }
+}
+
+TEST(Verification, IsNotFinishedWhereAnAnswerIsMissing) {
+    vex::Verification verification{
+        "m.xml", {found({}), vex::tellNotVerified("ben", "code 77")}, {}};
+    verification.addNobodyCompared();
+    EXPECT_FALSE(verification.isFinished());
+    EXPECT_EQ(verification.outcome(), VerifyOutcome::NotVerified);
+    EXPECT_EQ(verification.comparedUsers(), 1U);
+    EXPECT_EQ(verification.count(VerifyKind::NobodyCompared), 0U);
+}
+
 TEST(Verification, CountsWhatIsAcceptedApart) {
     vex::UserVerification user = found({VerifyKind::Leak, VerifyKind::Leak});
     user.findings[0].isAccepted = true;
@@ -97,10 +157,11 @@ TEST(Verification, TellsWhatACheckFoundByWhatObjectsAreKnownBy) {
     check.differences = {{filter, true, DifferenceCause::Start},
                          {folder, false, DifferenceCause::NotGoneInto},
                          {folder, true, DifferenceCause::Unexplained}};
+    check.hiddenContainers = {{folder, 3, filter}};
     auto const told = vex::tellCheck("ann", check, *model, I18NLocale("de"));
     EXPECT_EQ(told.user, "ann");
     EXPECT_TRUE(told.isCompared());
-    ASSERT_EQ(told.findings.size(), 5U);
+    ASSERT_EQ(told.findings.size(), 6U);
     vex::VerifyFinding const& leak = told.findings[0];
     EXPECT_EQ(leak.kind, VerifyKind::Leak);
     EXPECT_EQ(leak.property, "note");
@@ -113,6 +174,11 @@ TEST(Verification, TellsWhatACheckFoundByWhatObjectsAreKnownBy) {
     EXPECT_TRUE(told.findings[2].isInTree);
     EXPECT_EQ(told.findings[3].kind, VerifyKind::Required);
     EXPECT_EQ(told.findings[4].kind, VerifyKind::Unexplained);
+    EXPECT_EQ(told.findings[5].kind, VerifyKind::HiddenContainer);
+    EXPECT_EQ(told.findings[5].objects, 3U);
+    EXPECT_EQ(told.findings[5].text,
+              "the folder \"Fakten\" (f) is hidden, and the _path of 3 objects shown in it names "
+              "it, such as the filter \"Open\"");
 }
 
 } // namespace

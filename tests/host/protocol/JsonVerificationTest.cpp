@@ -37,10 +37,11 @@ VerifyFinding leakOf(VerifyKind kind) {
 TEST(JsonVerification, IsCleanWhenNothingWasFound) {
     EXPECT_EQ(toldOf(of({annWith({})})), json::parse(R"({
   "clean": true, "finished": true, "restricted": true, "comparedUsers": 1,
-  "counts": {"leak": 0, "unexplained": 0, "refused-by-one": 0, "unfinished": 0,
+  "counts": {"leak": 0, "unexplained": 0, "refused-by-one": 0, "not-verified": 0, "unfinished": 0,
              "shown-past-views": 0, "unrestricted": 0, "nobody-compared": 0, "join-key": 0,
-             "required": 0, "accepted": 0},
-  "users": [{"user": "ann", "objects": 628, "leaks": [], "joinKeys": [], "differences": []}]
+             "hidden-container": 0, "required": 0, "accepted": 0},
+  "users": [{"user": "ann", "objects": 628, "leaks": [], "joinKeys": [],
+             "hiddenContainers": [], "differences": []}]
 })"));
 }
 
@@ -76,14 +77,32 @@ TEST(JsonVerification, TellsWhichDifferencesAreRequiredAndWhichShowMore) {
          "shownPastViews": false}])"));
 }
 
+TEST(JsonVerification, IsNotCleanWhenNobodyWasCompared) {
+    EXPECT_EQ(toldOf(of({vex::tellRefusal("nora", "No view.")})).at("clean"), false);
+    EXPECT_EQ(toldOf(of({annWith({}), vex::tellNotVerified("dan", "code 77")})).at("clean"), false);
+    EXPECT_EQ(toldOf(of({annWith({}), vex::tellRefusal("nora", "No view.")})).at("clean"), true);
+}
+
+TEST(JsonVerification, TellsTheHiddenContainersThatPathsName) {
+    json const told = toldOf(of({annWith({{.kind = VerifyKind::HiddenContainer,
+                                           .object = {"f", "[S].[F]", "folder", "Facts"},
+                                           .objects = 3}})}));
+    EXPECT_EQ(told.at("clean"), true);
+    EXPECT_EQ(told.at("counts").at("hidden-container"), 1);
+    EXPECT_EQ(told.at("users")[0].at("hiddenContainers"), json::parse(R"([
+        {"object": {"id": "f", "class": "folder", "name": "Facts"}, "objects": 3}])"));
+}
+
 TEST(JsonVerification, TellsWhetherBothOrOneOfTreesAndCheckAreRefused) {
     json const users =
-        toldOf(of({vex::tellRefusal("nora", "No view."), vex::tellRefusalByOne("ben", "No role."),
-                   vex::tellUnfinished("cid", "too large")}))
+        toldOf(
+            of({vex::tellRefusal("nora", "No view."), vex::tellRefusalByOne("ben", "No role."),
+                vex::tellUnfinished("cid", "too large"), vex::tellNotVerified("dan", "code 77")}))
             .at("users");
     EXPECT_EQ(users[0], json::parse(R"({"user": "nora", "refused": "both", "text": "No view."})"));
     EXPECT_EQ(users[1].at("refused"), "one");
     EXPECT_EQ(users[2].at("unfinished"), "not finished, so nothing is known: too large");
+    EXPECT_EQ(users[3].at("notVerified"), "not verified, so nothing is known: code 77");
 }
 
 TEST(JsonVerification, TellsWhatIsAcceptedAndForWhomElseItHolds) {
@@ -96,6 +115,17 @@ TEST(JsonVerification, TellsWhatIsAcceptedAndForWhomElseItHolds) {
     EXPECT_EQ(told.at("comparedUsers"), 2);
     EXPECT_EQ(told.at("users")[0].at("alsoFor"), json::parse(R"(["bea"])"));
     EXPECT_EQ(told.at("users")[0].at("leaks")[0].at("accepted"), true);
+}
+
+TEST(SarifVerification, WeighsEachKindByWhatItComesTo) {
+    json const run = json::parse(vex::toSarif(of({annWith({{.kind = VerifyKind::HiddenContainer}}),
+                                                  vex::tellNotVerified("dan", "code 77")}),
+                                              "1.2.3"))
+                         .at("runs")[0];
+    EXPECT_EQ(run.at("results")[0].at("ruleId"), "hidden-container");
+    EXPECT_EQ(run.at("results")[0].at("level"), "note");
+    EXPECT_EQ(run.at("results")[1].at("ruleId"), "not-verified");
+    EXPECT_EQ(run.at("results")[1].at("level"), "error");
 }
 
 TEST(SarifVerification, HasAResultForEachFindingWhereItsObjectStands) {

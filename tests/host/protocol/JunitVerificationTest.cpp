@@ -21,8 +21,8 @@ vex::Verification withLeaks(std::size_t count) {
 
 TEST(JunitVerification, HasATestForEachKindOfEachUser) {
     std::string const text = vex::toJunit(withLeaks(0), 10);
-    EXPECT_THAT(text, HasSubstr("<testsuites name=\"vexma verify\" tests=\"8\" failures=\"0\">"));
-    EXPECT_THAT(text, HasSubstr("<testsuite name=\"a&lt;n&gt;n\" tests=\"5\" failures=\"0\" "
+    EXPECT_THAT(text, HasSubstr("<testsuites name=\"vexma verify\" tests=\"9\" failures=\"0\">"));
+    EXPECT_THAT(text, HasSubstr("<testsuite name=\"a&lt;n&gt;n\" tests=\"6\" failures=\"0\" "
                                 "skipped=\"0\">"));
     EXPECT_THAT(text, HasSubstr("<skipped message=\"every request is refused: No "
                                 "&quot;view&quot;.\"/>"));
@@ -35,6 +35,24 @@ TEST(JunitVerification, FailsTheTestOfWhatWasFoundAndCapsIt) {
     EXPECT_THAT(text, Not(HasSubstr("leak &amp; 2")));
 }
 
+TEST(JunitVerification, CountsWhatFailsNoTest) {
+    vex::Verification found = withLeaks(0);
+    found.users[0].findings.push_back({.kind = VerifyKind::HiddenContainer});
+    EXPECT_THAT(vex::toJunit(found, 10),
+                HasSubstr("    <properties>\n      <property name=\"join-key\" value=\"0\"/>\n"
+                          "      <property name=\"hidden-container\" value=\"1\"/>\n"
+                          "      <property name=\"required\" value=\"0\"/>\n"
+                          "    </properties>\n    <testcase"));
+}
+
+TEST(JunitVerification, FailsForWhoeverWasNotVerified) {
+    vex::Verification found = withLeaks(0);
+    found.users.push_back(vex::tellNotVerified("dan", "code 77"));
+    std::string const text = vex::toJunit(found, 10);
+    EXPECT_THAT(text, HasSubstr("<testsuite name=\"dan\" tests=\"1\" failures=\"1\""));
+    EXPECT_THAT(text, HasSubstr("<failure type=\"not-verified\""));
+}
+
 TEST(JunitVerification, FailsWhenNobodyIsRestricted) {
     vex::Verification found = withLeaks(0);
     found.addUnrestricted("nobody is restricted");
@@ -44,7 +62,7 @@ TEST(JunitVerification, FailsWhenNobodyIsRestricted) {
 TEST(JunitVerification, LetsOneOfUsersAlikeFailForEach) {
     vex::Verification found = withLeaks(1);
     found.users[0].alike = {"bea"};
-    EXPECT_THAT(vex::toJunit(found, 10), HasSubstr("<testsuite name=\"bea\" tests=\"5\" "
+    EXPECT_THAT(vex::toJunit(found, 10), HasSubstr("<testsuite name=\"bea\" tests=\"6\" "
                                                    "failures=\"1\""));
 }
 

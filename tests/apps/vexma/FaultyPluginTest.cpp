@@ -1,0 +1,184 @@
+// What the checks of everybody say when the plug-in, a limit or an interrupt fails them: never
+// that all is well.
+
+#include "tests/apps/vexma/ToolRun.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+namespace {
+
+using nlohmann::json;
+using testing::AnyOf;
+using testing::HasSubstr;
+using testing::Not;
+
+/// Nothing leaks to ann and ben, who have views of their own. 12 objects; a tree is asked for
+/// once for each of them, and accessibility once for each object and user.
+class CleanModel : public testing::Test {
+protected:
+    CleanModel() {
+        m_folder.Write("m.model.xml", R"(<model defaultLocale="en">
+            <namespace id="n" name="N"><querySubject id="q" name="Q"><queryItem id="i" name="I"/>
+            </querySubject></namespace><securityViews><securityView id="v"><set kind="included">
+            <item>n</item><item>q</item></set></securityView><securityView id="w">
+            <set kind="included"><item>n</item><item>q</item><item>i</item></set></securityView>
+            </securityViews></model>)");
+        m_folder.Write("m.catalog.xml", R"(<catalog><model path="/content/m" file="m.model.xml">
+            <grant role="r" view="v"/><grant role="s" view="w"/></model>
+            <user name="ann"><role>r</role></user><user name="ben"><role>s</role></user>
+            </catalog>)");
+    }
+
+    /// A command for all users, with that fault.
+    ToolResult run(std::string const& fault, std::string const& command,
+                   std::string const& more = "") const {
+        return m_folder.RunShell("VEX_REAL_PLUGIN='" VEX_PLUGIN_FILE "' VEX_FAULT='" + fault +
+                                 "' \"$VEXMA\" " + command +
+                                 " --catalog m.catalog.xml --model /content/m --plugin '" +
+                                 VEX_BAD_PLUGIN_DIR "/FaultyPlugin.vpl' " + more);
+    }
+
+    ToolFolder m_folder;
+};
+
+struct Fault {
+    char const* text;
+    int status; // of verify
+};
+
+void PrintTo(Fault const& fault, std::ostream* out) {
+    *out << fault.text;
+}
+
+class VerifyWithFault : public CleanModel, public testing::WithParamInterface<Fault> {};
+
+TEST_P(VerifyWithFault, IsNeverClean) {
+    auto const [fault, status] = GetParam();
+    ToolResult const text = run(fault, "verify");
+    EXPECT_EQ(text.status, status);
+    EXPECT_THAT(text.out, Not(HasSubstr("compared for 2 of 2 users")));
+    EXPECT_THAT(text.out, AnyOf(HasSubstr("so nothing is known: "), HasSubstr("one is refused: ")));
+    ToolResult const told = run(fault, "verify", "--json");
+    EXPECT_EQ(told.status, status);
+    EXPECT_EQ(json::parse(told.out).at("clean"), false);
+    EXPECT_LT(json::parse(told.out).at("comparedUsers"), 2);
+    ToolResult const sarif = run(fault, "verify", "--format sarif");
+    EXPECT_EQ(sarif.status, status);
+    EXPECT_EQ(json::parse(sarif.out).at("runs")[0].at("results")[0].at("level"), "error");
+    ToolResult const junit = run(fault, "verify", "--format junit");
+    EXPECT_EQ(junit.status, status);
+    EXPECT_THAT(junit.out, HasSubstr("<failure type="));
+}
+
+TEST_P(VerifyWithFault, CannotBeAcceptedWhereNothingIsKnown) {
+    auto const [fault, status] = GetParam();
+    ToolResult const written = run(fault, "verify", "--write-baseline known.jsonl");
+    ToolResult const accepted = run(fault, "verify", "--accept known.jsonl --json");
+    bool const isKnown = accepted.out.find("\"refused\": \"one\"") != std::string::npos;
+    EXPECT_EQ(accepted.status, isKnown ? 0 : status) << written.error;
+}
+
+INSTANTIATE_TEST_SUITE_P(InTheFirstPhase, VerifyWithFault,
+                         testing::Values(Fault{"tree 1 1 foreign", 5},
+                                         Fault{"tree 1 1 platform", 5}, Fault{"tree 1 1 late", 5},
+                                         Fault{"tree 1 1 interrupt", 5}, Fault{"tree 1 1 raise", 1},
+                                         Fault{"tree 1 1 refuse", 1}, Fault{"tree 2 2 foreign", 5},
+                                         Fault{"tree 2 2 interrupt", 5},
+                                         Fault{"tree 2 2 raise", 1}));
+INSTANTIATE_TEST_SUITE_P(
+    InTheSecondPhase, VerifyWithFault,
+    testing::Values(Fault{"metadata 1 1 code", 1}, Fault{"metadata 1 1 nothing", 5},
+                    Fault{"metadata 1 1 odd", 5}, Fault{"metadata 2 2 strange", 5},
+                    Fault{"metadata 1 1 foreign", 5}, Fault{"metadata 1 1 platform", 5},
+                    Fault{"metadata 1 1 late", 5}, Fault{"metadata 1 1 raise", 1},
+                    Fault{"metadata 1 1 refuse", 1}, Fault{"metadata 1 1 interrupt", 5},
+                    Fault{"metadata 2 2 code", 1}, Fault{"metadata 2 2 nothing", 5},
+                    Fault{"metadata 2 9 late", 5}));
+INSTANTIATE_TEST_SUITE_P(
+    InTheMiddleOfTheChecks, VerifyWithFault,
+    testing::Values(Fault{"access 1 1 code", 1}, Fault{"access 1 1 nothing", 5},
+                    Fault{"access 1 1 odd", 5}, Fault{"access 1 1 foreign", 5},
+                    Fault{"access 1 1 raise", 1}, Fault{"access 1 1 refuse", 1},
+                    Fault{"access 1 1 interrupt", 5}, Fault{"access 3 3 code", 1},
+                    Fault{"access 3 3 nothing", 5}, Fault{"access 3 3 odd", 5},
+                    Fault{"access 3 3 platform", 5}, Fault{"access 3 3 late", 5},
+                    Fault{"access 3 3 raise", 1}, Fault{"access 3 3 interrupt", 5},
+                    Fault{"access 16 16 code", 1}, Fault{"access 16 99 nothing", 5}));
+INSTANTIATE_TEST_SUITE_P(OfBothSides, VerifyWithFault,
+                         testing::Values(Fault{"any 1 999 code", 1}, Fault{"any 1 999 raise", 1},
+                                         Fault{"any 1 999 nothing", 5}, Fault{"any 1 999 odd", 5},
+                                         Fault{"any 1 999 foreign", 5},
+                                         Fault{"any 1 999 platform", 5}, Fault{"any 1 999 late", 5},
+                                         Fault{"any 1 999 interrupt", 5}));
+
+TEST_F(CleanModel, IsCleanWithoutAFault) {
+    ToolResult const result = run("", "verify", "--json");
+    EXPECT_EQ(result.status, 0) << result.out;
+    EXPECT_EQ(json::parse(result.out).at("clean"), true);
+    EXPECT_EQ(json::parse(result.out).at("comparedUsers"), 2);
+}
+
+// What the answers hold was verified without the extension's word.
+TEST_F(CleanModel, IsVerifiedByItsAnswersWhenThePluginExplainsNothing) {
+    EXPECT_EQ(run("tree 1 9 nothing", "verify").status, 0);
+}
+
+TEST_F(CleanModel, IsUnverifiedWhenBothSidesRefuseEverybodyForWantOfAView) {
+    ToolResult const result = run("any 1 999 refuse", "verify", "--json");
+    EXPECT_EQ(result.status, 6);
+    EXPECT_EQ(json::parse(result.out).at("clean"), false);
+}
+
+TEST_F(CleanModel, IsNotFinishedWhenNoTimeIsLeft) {
+    for (char const* const user : {"", "--user ann", "--user ben"}) {
+        std::string const more = std::string("--deadline 1e-9 ") + user;
+        ToolResult const text = run("", "verify", more);
+        EXPECT_EQ(text.status, 5);
+        EXPECT_THAT(text.out, Not(HasSubstr("0 leaks")));
+        ToolResult const told = run("", "verify", more + " --json");
+        EXPECT_EQ(json::parse(told.out).at("clean"), false);
+        EXPECT_EQ(json::parse(told.out).at("finished"), false);
+    }
+}
+
+TEST_F(CleanModel, IsDecidedForNobodyWhosePluginAnswersOddly) {
+    for (char const* const fault : {"access 1 1 code", "access 1 1 nothing", "access 1 1 foreign",
+                                    "access 1 1 interrupt", "tree 1 1 late"}) {
+        ToolResult const matrix = run(fault, "matrix", "--class queryItem");
+        EXPECT_EQ(matrix.status, 5) << fault;
+        EXPECT_THAT(matrix.out, HasSubstr("?     yes   queryItem \"I\" (i)\n")) << fault;
+    }
+    ToolResult const refused = run("access 1 1 refuse", "matrix", "--class queryItem");
+    EXPECT_EQ(refused.status, 0);
+    EXPECT_THAT(refused.out, HasSubstr("-     yes   queryItem \"I\" (i)\n"));
+    ToolResult const who = run("tree 1 1 late", "who", "i");
+    EXPECT_EQ(who.status, 5);
+    EXPECT_THAT(who.out, HasSubstr("the check did not finish for user ann"));
+}
+
+TEST_F(CleanModel, IsSaidToBeOpenWhereAccessIsNotFinished) {
+    for (char const* const fault :
+         {"access 1 1 code", "access 1 1 nothing", "access 1 1 foreign", "access 1 1 interrupt"}) {
+        ToolResult const result = run(fault, "access", "--all-users i");
+        EXPECT_EQ(result.status, 5) << fault;
+        EXPECT_EQ(result.out, "?\tann\ti\n1\tben\ti\n") << fault;
+        EXPECT_THAT(result.error, HasSubstr("vexma: ann: not finished: ")) << fault;
+    }
+    ToolResult const refused = run("access 1 1 refuse", "access", "--all-users i");
+    EXPECT_EQ(refused.status, 0);
+    EXPECT_EQ(refused.out, "-\tann\ti\n1\tben\ti\n");
+    EXPECT_THAT(run("", "access", "--all-users i --deadline 1e-9").out, HasSubstr("?\tben\ti\n"));
+}
+
+TEST_F(CleanModel, DiffersUnknowinglyWhereAComparisonIsNotFinished) {
+    for (char const* const fault : {"tree 1 1 foreign", "tree 2 2 platform"}) {
+        ToolResult const result = run(fault, "diff", "--all-users");
+        EXPECT_EQ(result.status, 1) << fault;
+        EXPECT_THAT(result.out, HasSubstr("ann: not finished, so nothing is known: ")) << fault;
+        EXPECT_THAT(result.out, Not(HasSubstr("ann: no difference"))) << fault;
+        EXPECT_THAT(run(fault, "diff", "--all-users --json").out, HasSubstr("\"unfinished\": "));
+    }
+}
+
+} // namespace
