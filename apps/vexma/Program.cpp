@@ -76,8 +76,10 @@ int runProgram(int argc, char** argv, Console& console) {
     CommandSyntax program("vexma", "Says what a user may see of a semantic model.");
     program.addVersion("vexma " VEX_VERSION);
     program.epilog =
-        "\"vexma COMMAND --help\" tells more. Exit status: 0 done, 1 the plug-in refused, 2 "
-        "wrong\nusage, 3 a model, catalogue or request could not be read.";
+        R"("vexma COMMAND --help" tells more. Exit status: 0 done; 1 the plug-in refused or a limit
+ended the call, with --strict after a warning, with --exit-code when something differs; 2 wrong
+usage; 3 a model, catalogue or request could not be read. Checks of what users see have more:
+4 more is shown than the views say, 5 the check did not finish, 6 nothing was verified.)";
     for (CommandRow const& row : commands) {
         CommandSyntax& command = program.addCommand(row.name, row.help);
         command.run = row.add(command);
