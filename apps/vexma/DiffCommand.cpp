@@ -181,8 +181,7 @@ struct DiffCommand {
             before.others.push_back({locale, std::move(trees.before.objects)});
             after.others.push_back({locale, std::move(trees.after.objects)});
         }
-        told.differences = tellDifferences(before, after);
-        return {.kind = CallEnd::Kind::Answered};
+        return sides.before.together([&] { told.differences = tellDifferences(before, after); });
     }
 
     /// How the first call ended that was not answered; what there is to say of it is noted.

@@ -11,13 +11,18 @@ namespace vex {
 
 namespace {
 
-// Called on whatever thread traces: one write for a line keeps lines apart.
-void showTrace(char const* text) {
-    std::string line = printable(text, true);
-    if (line.empty() || line.back() != '\n') {
-        line += '\n';
+// Called on whatever thread traces: one write for a line keeps lines apart. Also called by
+// destructors that no memory is left for: what cannot be shown then is dropped.
+void showTrace(char const* text) noexcept {
+    try {
+        std::string line = printable(text, true);
+        if (line.empty() || line.back() != '\n') {
+            line += '\n';
+        }
+        std::fputs(line.c_str(), stderr);
+    } catch (std::bad_alloc const&) {
+        std::fputs("(no memory for a line of trace)\n", stderr);
     }
-    std::fputs(line.c_str(), stderr);
 }
 
 } // namespace

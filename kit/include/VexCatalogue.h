@@ -14,7 +14,8 @@
 class VEX_HOST_API VexCatalogue {
 public:
     /// Reads a catalogue file. Raises `KRLDocumentException`, with line and column, for
-    /// the first error in it, and when it cannot be read. The models are not read.
+    /// the first error in it, and when it cannot be read or is longer than 64 mebibytes.
+    /// The models are not read.
     static std::shared_ptr<VexCatalogue const> readFile(std::string const& file);
     /// The same from text; `name` stands for the file in messages, and files of models
     /// are sought in `folder`.

@@ -18,7 +18,8 @@
 class VEX_HOST_API VexModel {
 public:
     /// Reads a model document. Raises `KRLDocumentException`, with line and column, for
-    /// the first error in it, and when the file cannot be read; `KRLLimitException`
+    /// the first error in it, and when the file cannot be read or is longer than a
+    /// gibibyte; `KRLLimitException`
     /// when it holds more than a model can number; `std::bad_alloc`.
     static std::shared_ptr<VexModel const> readFile(std::string const& file);
     /// The same from text (UTF-8, or as its XML declaration says); `name` stands for

@@ -6,7 +6,8 @@
 /// a sink. Threads: any.
 VEX_PLATFORM_API void OutputDebugString(char const* text);
 
-/// Takes a line of trace. Called on the tracing thread; several may call at once.
+/// Takes a line of trace. Called on the tracing thread; several may call at once. Must
+/// raise nothing: destructors trace too.
 using VexTraceSink = void (*)(char const* text);
 
 /// Where trace goes from now on; null turns it off. Threads: any.

@@ -273,4 +273,18 @@ TEST(Session, KeepsItsModelWhenTheChangedOneIsBroken) {
     }
 }
 
+/// The shell waits until the session minds interrupts, which it does while it works at a line.
+TEST(Session, GoesOnAfterAnInterruptThatEndsACall) {
+    ToolResult const result = ToolFolder().RunShell(
+        "mkfifo lines; \"$VEXMA\" session small.model.xml --plugin '" VEX_BAD_PLUGIN_DIR
+        "/RuleBreaker.vpl' < lines > answers & pid=$!; exec 3> lines; "
+        R"(echo '{"id": 1, "action": 8, "in": []}' >&3; )" // lists children for ever
+        "until [ $((0x$(sed -n 's/^SigCgt:[[:space:]]*//p' /proc/$pid/status) & 2)) -ne 0 ]; do "
+        "sleep 0.02; done; kill -INT $pid; "
+        R"(echo '{"id": 2, "action": 1, "in": []}' >&3; exec 3>&-; wait $pid; echo $?; cat answers)");
+    EXPECT_THAT(result.out, testing::StartsWith("0\n{\"id\":1,\"error\":{\"text\":\"the call was "
+                                                "cancelled; ask again"));
+    EXPECT_THAT(result.out, HasSubstr("\n{\"id\":2,\"code\":1,"));
+}
+
 } // namespace

@@ -256,6 +256,14 @@ TEST_F(SessionLineCall, EndsAtWhateverItDoesWhenItIsCancelled) {
     EXPECT_EQ(m_called, 1);
 }
 
+TEST_F(SessionLineCall, EndsAtWhateverItDoesOnceItsDeadlineHasPassed) {
+    vex::Budget const budget({.deadline = std::chrono::steady_clock::now()});
+    EXPECT_THAT(vex::answerSessionLine(R"({"action": 1, "in": [{"handle": "q"}]})", m_session,
+                                       m_limits, m_calls),
+                HasSubstr("the deadline of the call has passed"));
+    EXPECT_EQ(m_called, 0);
+}
+
 TEST_F(SessionLineCall, LooksForWhatALongHandleMeantNoLongerThanForAShortOne) {
     vex::Budget const budget({});
     EXPECT_THAT(problemOf({{Kind::Handle, 0, std::string(30'000, 'x')}}), HasSubstr("\"xxx"));
