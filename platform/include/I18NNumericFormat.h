@@ -9,11 +9,11 @@ enum I18NNumericFormatTypes : int {
     I18NNumericFormatDecimal = 2,
 };
 
-/// How numbers are written in a locale.
+/// How numbers are written in a locale. A value. Threads: any.
 class VEX_PLATFORM_API I18NNumericFormat {
 public:
-    /// The separators of a locale do not depend on `type`. `pattern` and
-    /// `currency` choose a layout other than the locale's own; null keeps it.
+    /// The separators of a locale depend neither on `type` nor on `pattern` and
+    /// `currency`, which may be null and have no effect.
     I18NNumericFormat(I18NLocale const& locale, I18NNumericFormatTypes type,
                       I18NString const* pattern, I18NString const* currency);
 

@@ -9,7 +9,7 @@
 /// Where a failure was raised: the source's name and a line in it. A record of
 /// the contract, not of the compiler: hosts match on it.
 struct KRLSourceLocation {
-    char const* source; ///< static text
+    char const* source; ///< never null
     int line;           ///< from 1; 0 is unknown
 };
 

@@ -2,7 +2,7 @@
 
 #include "KRLIDOM_Element.h"
 
-/// Searches and checks that DOM itself lacks.
+/// Searches and checks that DOM itself lacks. Threads: one document on one at a time.
 class VEX_PLATFORM_API KRLIDOM_Helper {
 public:
     /// The first element named `tag` at or below `node`, in document order; the

@@ -14,12 +14,12 @@ struct KRLIDOM_Limits {
     std::size_t bytes = 0;                  ///< of the document's memory; 0: no limit
 };
 
-/// Owns a document and all its nodes, and counts what is put into it.
+/// Owns a document and its nodes, and counts what is put into it. Threads: one at a time.
 class VEX_PLATFORM_API KRLIDOM_OwnedDocument {
 public:
     /// An empty owner: its document is null.
     KRLIDOM_OwnedDocument();
-    /// A document with one empty element.
+    /// A document with one empty element. Raises as `KRLIDOM_Document::createElement` does.
     explicit KRLIDOM_OwnedDocument(I18NString const& rootTag, KRLIDOM_Limits const& limits = {});
     /// @{
     /// Leaves `other` an empty owner. Nodes of the document stay valid.

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-/// One parameter of a message.
+/// One parameter of a message. A value: copies share nothing.
 class KRLMessageParm {
 public:
     /// @{
@@ -19,7 +19,7 @@ private:
     I18NString m_text;
 };
 
-/// What a message is made of: its number and its parameters in order.
+/// What a message is made of: its number and its parameters in order. A value as well.
 class KRLMessageComponents {
 public:
     /// A message without parameters yet.
@@ -27,7 +27,7 @@ public:
 
     /// The message's number.
     unsigned GetId() const { return m_id; }
-    /// The first one stands for "{0}" in the text.
+    /// The first one stands for "{0}" in the text. Valid until one is added.
     std::vector<KRLMessageParm> const& GetParameters() const { return m_parameters; }
     /// Puts the parameter behind those that are there.
     void AddParameter(KRLMessageParm parameter) { m_parameters.push_back(std::move(parameter)); }

@@ -6,7 +6,8 @@
 #include <string>
 #include <utility>
 
-/// Makes plug-in objects of one kind; registered with the factory by name.
+/// Makes plug-in objects of one kind; registered with the factory by name. Threads: one
+/// at a time.
 template <class Interface> class KRLPluginCreatorBase {
 public:
     /// What a host runs before the first object and after the last.
@@ -19,7 +20,8 @@ public:
     KRLPluginCreatorBase& operator=(KRLPluginCreatorBase const&) = delete;
     virtual ~KRLPluginCreatorBase() = default; // does not unregister: the host forgets a library
 
-    /// A new object, owned by the caller; null when memory is short.
+    /// A new object, owned by the caller; null when memory is short. Raises what the
+    /// plug-in's constructor raises.
     virtual Interface* create() const = 0;
     /// For creators that keep something between objects.
     virtual void clean() = 0;

@@ -3,6 +3,7 @@
 #include "KRLException.h"
 #include "VexMessage.h"
 
+#include <memory>
 #include <vector>
 
 /// A failure of a plug-in's own, raised in three steps: build the message and
@@ -21,9 +22,10 @@ public:
     /// Adds a message; `what` then gives the texts of all that were added.
     VexException& operator<<(VexMessage const& message);
 
-    /// Records where the failure arose and throws a copy of this exception.
-    /// `function` and `kind` are static texts; `kind` names the throwing macro
-    /// of the calling code's convention ("KRL_THROW").
+    /// Records where the failure arose and throws a copy of this exception. The texts,
+    /// of which none is null, are copied: the exception may be read when the plug-in is
+    /// unloaded. `kind` names the throwing macro of the calling code's convention
+    /// ("KRL_THROW").
     [[noreturn]] void raise(KRLSourceLocation const& location, char const* function,
                             char const* kind);
 
@@ -32,16 +34,15 @@ public:
     /// In the order in which they were added.
     std::vector<VexMessage> const& GetMessages() const { return m_messages; }
     /// @{
-    /// What `raise` was given; empty before.
-    KRLSourceLocation const& GetLocation() const { return m_location; }
-    char const* GetFunction() const { return m_function; }
-    char const* GetKind() const { return m_kind; }
+    /// What `raise` was given; empty before. Valid as long as this exception or a copy.
+    KRLSourceLocation const& GetLocation() const;
+    char const* GetFunction() const;
+    char const* GetKind() const;
     /// @}
 
 private:
     unsigned m_id;
     std::vector<VexMessage> m_messages;
-    KRLSourceLocation m_location{"", 0};
-    char const* m_function = "";
-    char const* m_kind = "";
+    struct Origin;
+    std::shared_ptr<Origin const> m_origin; // null before `raise`
 };

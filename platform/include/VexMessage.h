@@ -2,7 +2,7 @@
 
 #include "KRLMessage.h"
 
-/// A message of the platform: its text comes from the message table by number.
+/// A message of the platform: its text comes from the message table by number. A value.
 class VEX_PLATFORM_API VexMessage {
 public:
     /// The message with that number in the table.

@@ -4,7 +4,7 @@
 
 class VexSession;
 
-/// An event of a session.
+/// An event of a session. The host's, and valid during `VexPluginInterface::Notify`.
 class VEX_PLATFORM_API VexNotification {
 public:
     /// @{

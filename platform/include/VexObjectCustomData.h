@@ -52,7 +52,7 @@ private:
     std::vector<Entry> m_entries; // a handful at most, so a scan is the fastest look-up
 };
 
-/// A plug-in's way to the custom data of a session.
+/// A plug-in's way to the custom data of a session. Raises what the session's place raises.
 class VEX_PLATFORM_API VexObjectCustomData {
 public:
     /// `session` must outlive this object.

@@ -89,10 +89,10 @@ protected:
     /// nothing.
     virtual ~VexObjectModel();
 
-    /// Takes `count` consecutive handle numbers that no model of this process
-    /// ever had and gives the first. Raises `KRLLimitException` when the
-    /// process has no such range left. Call once, when the model is complete:
-    /// its objects can be reached from then on.
+    /// Takes `count` consecutive handle numbers that no model of this process ever had and
+    /// gives the first. Raises `KRLLimitException` when the process has no such range left,
+    /// `KRLException` when the model has its range already. Call it when the model is
+    /// complete: its objects can be reached from then on. Threads: any.
     std::uint32_t TakeHandles(std::uint32_t count);
 
     /// @{

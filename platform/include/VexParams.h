@@ -9,7 +9,7 @@
 /// variant, so that a missing parameter looks like one of the wrong type.
 class VexParams {
 public:
-    /// The parameter at `index`, empty past the end.
+    /// The parameter at `index`, empty past the end. Valid until the list is changed.
     VexVariant const& operator[](std::size_t index) const {
         static constexpr VexVariant none{};
         return index < m_values.size() ? m_values[index] : none;

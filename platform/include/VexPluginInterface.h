@@ -16,10 +16,10 @@ class VexSession;
 /// Actions of different sessions may run at once on different threads; two
 /// actions of one session never do.
 ///
-/// A plug-in's own failures are `VexException`; nothing else of its own comes out.
-/// What a host's operation raises passes through it unchanged, whatever its type, and
-/// so does `std::bad_alloc`: a host catches what it throws itself, `std::bad_alloc`,
-/// and `KRLException` for the rest.
+/// A plug-in's own failures are `VexException` or `KRLException`, of no type of its own: the code
+/// of one is gone when the plug-in is unloaded. What a host's operation raises passes through it
+/// unchanged, whatever its type, and so does `std::bad_alloc`: a host catches what it throws
+/// itself, `std::bad_alloc`, and `KRLException` for the rest.
 ///
 /// The order of the virtual operations is part of the contract.
 class VEX_PLATFORM_API VexPluginInterface {
@@ -33,7 +33,7 @@ public:
 
     /// Does the action whose number `action` holds. Gives `Handled` when the
     /// number is the plug-in's own, else `NotHandled`. Results are appended to `out`.
-    /// `exception` is for plug-ins that do not throw.
+    /// `exception` is for plug-ins that do not throw; `vexma` and `VexLoadedPlugin` ignore it.
     virtual VexErrorCode DoAction(VexSession& session, VexVariant const& action,
                                   VexException& exception, VexParams const& in, VexParams& out) = 0;
 

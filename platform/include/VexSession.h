@@ -26,7 +26,7 @@ protected:
 
 /// Tells which security views and roles a session's user has on one model, and
 /// the values of the package that the model was published in. Owned by the
-/// host; lives as long as the session.
+/// host; lives as long as the session. Its operations may raise, as those of `VexObjectModel`.
 class VEX_PLATFORM_API VexSecurityInfoSource {
 public:
     /// Replaces the list by the ids of the security views that the user may
@@ -51,7 +51,7 @@ protected:
     virtual ~VexSecurityInfoSource();
 };
 
-/// Hands out security information by model path.
+/// Hands out security information by model path. May raise, as `VexSecurityInfoSource` may.
 class VEX_PLATFORM_API VexModelService {
 public:
     /// Null when nothing is known about the path. Owned by the host. The path comes
@@ -64,7 +64,7 @@ protected:
 
 /// One user's work on one open model. A host runs one action of a session at a
 /// time. Everything that is handed out belongs to the host and lives as long as
-/// the session.
+/// the session. Its operations may raise, as those of `VexObjectModel`.
 class VEX_PLATFORM_API VexSession {
 public:
     /// The locale that was chosen when the session opened; never null. Its canonical

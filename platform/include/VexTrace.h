@@ -7,7 +7,8 @@
 VEX_PLATFORM_API void OutputDebugString(char const* text);
 
 /// Takes a line of trace. Called on the tracing thread; several may call at once. Must
-/// raise nothing: destructors trace too.
+/// raise nothing: destructors trace too. Its code stays loaded until another sink is set
+/// and the calls have ended.
 using VexTraceSink = void (*)(char const* text);
 
 /// Where trace goes from now on; null turns it off. Threads: any.

@@ -81,11 +81,11 @@ struct VexExplainTree {
 
     /// Answers `request` into `response` exactly as the metadata request of a fresh
     /// session would, with the same checks and failures, but without the members that
-    /// the observer does not want, and tells the observer what becomes of each object. With a null
-    /// `response` the same is decided and reported and nothing is built, so that the size of an
-    /// answer costs none of its memory. The session's own action object plays no part: the session
-    /// stays as it was. A call of the session: one at a time, between the plug-in's `Initialize`
-    /// and `Terminate`.
+    /// the observer does not want, and tells the observer what becomes of each object.
+    /// With a null `response` the same is decided and reported and nothing is built, so
+    /// that the size of an answer costs none of its memory. The session's own action
+    /// object plays no part: the session stays as it was. A call of the session: one at a
+    /// time, between the plug-in's `Initialize` and `Terminate`.
     void (*explain)(VexSession& session, I18NString const& modelPath, KRLIDOM_Node& request,
                     KRLIDOM_Node* response, VexTreeObserver& observer);
 };

@@ -37,6 +37,10 @@ std::atomic<VexObjectModel const*> VexObjectDirectory::s_pages[VexObjectDirector
 
 std::uint32_t VexObjectModel::TakeHandles(std::uint32_t count) {
     std::lock_guard const lock(rangesMutex());
+    if (m_first != 0) { // a second range would outlive the model
+        throw KRLException("A model takes its handles once. Take as many as it needs when it is "
+                           "complete.");
+    }
     std::uint32_t const pages = pagesFor(count);
     std::uint32_t const left = VexObjectDirectory::PageCount - nextFreePage;
     if (pages > left) {

@@ -1,5 +1,8 @@
 #include "VexException.h"
 
+#include <exception>
+#include <string>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -45,6 +48,27 @@ TEST(VexException, ThrowsACopyOfItself) {
         EXPECT_NE(&raised, &exception);
         EXPECT_EQ(exception.GetLocation().line, 1);
         EXPECT_STREQ(exception.what(), raised.what());
+    }
+}
+
+TEST(VexException, KeepsItsTextsWhenThoseItWasGivenAreGone) {
+    std::string texts[] = {"Source", "Function", "Kind"};
+    std::exception_ptr kept;
+    try {
+        VexException(42).raise({texts[0].c_str(), 7}, texts[1].c_str(), texts[2].c_str());
+    } catch (VexException const& raised) {
+        kept = std::make_exception_ptr(raised);
+    }
+    for (std::string& text : texts) {
+        text.assign(text.size(), '?');
+    }
+    try {
+        std::rethrow_exception(kept);
+    } catch (VexException const& raised) {
+        EXPECT_STREQ(raised.GetLocation().source, "Source");
+        EXPECT_EQ(raised.GetLocation().line, 7);
+        EXPECT_STREQ(raised.GetFunction(), "Function");
+        EXPECT_STREQ(raised.GetKind(), "Kind");
     }
 }
 
