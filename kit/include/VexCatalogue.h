@@ -47,12 +47,14 @@ private:
 /// the session.
 class VEX_HOST_API VexCatalogueSecurity final : public VexModelService {
 public:
-    /// Raises `KRLException` for a user that the catalogue lacks.
+    /// Shares the catalogue. Raises `KRLException` for a user that it lacks, and without
+    /// a catalogue.
     VexCatalogueSecurity(std::shared_ptr<VexCatalogue const> catalogue, I18NString const& user);
     VexCatalogueSecurity(VexCatalogueSecurity const&) = delete;
     VexCatalogueSecurity& operator=(VexCatalogueSecurity const&) = delete;
     ~VexCatalogueSecurity() override;
 
+    /// What is handed out lives as long as this object.
     VexSecurityInfoSource* GetSecurityInfoSource(I18NString const& modelPath) override;
 
 private:

@@ -8,7 +8,8 @@
 #include <map>
 
 /// One user's work on one open model, put together from what a host has. What it is
-/// given must outlive it. Threads: one at a time.
+/// given must outlive it. It knows no plug-in: send `VexNotification::SessionClosed` to
+/// those that were called for it before it goes. Threads: one at a time.
 class VEX_HOST_API VexHostSession final : public VexSession {
 public:
     /// `locale` is the one to answer in, see `VexChooseLocale`. Without a service nobody

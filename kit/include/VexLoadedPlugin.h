@@ -12,12 +12,16 @@
 /// its hooks run, its object made and initialised. The other way round when it goes, so
 /// close the sessions before. One file is loaded once in a process.
 ///
+/// What comes out of the plug-in passes through, but what is of a type of the plug-in's
+/// own, whose code goes with it: that becomes a `KRLException` of the same text, which can
+/// be caught where the plug-in is unloaded already.
+///
 /// Threads: calls for different sessions may run at once, see `VexPluginInterface`.
 class VEX_HOST_API VexLoadedPlugin {
 public:
     /// The plug-in that the library registers under `name`; without a name the
     /// metadata access plug-in, else the only one in the library. `parameters` is handed
-    /// to `Initialize`. Raises `KRLException`, whose text says what to do, when the file
+    /// to `Initialize` as it is. Raises `KRLException`, whose text says what to do, when the file
     /// cannot be loaded, is loaded already, was built for another platform, registers no
     /// such plug-in, raises anything while it is loaded, or when the plug-in says that it
     /// is not ready; and what its hooks and `Initialize` raise. A library that raised
@@ -55,7 +59,8 @@ public:
     template <class Extension> Extension const* findExtension() const {
         return static_cast<Extension const*>(findExtension(Extension::Id));
     }
-    /// The same by its id.
+    /// The same by its id; null has none. What an extension raises is not looked at:
+    /// catch it while the plug-in is loaded.
     void const* findExtension(char const* id) const;
 
 private:

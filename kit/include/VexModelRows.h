@@ -29,7 +29,7 @@ public:
     /// The model itself, the row that is there from the start.
     static constexpr Row Root = 0;
 
-    /// The model's default locale, in any spelling.
+    /// The model's default locale, in any spelling; also its property "defaultLocale".
     explicit VexModelRows(I18NString const& defaultLocale);
     /// @{
     /// Leaves `other` without use.
@@ -38,7 +38,7 @@ public:
     /// @}
     ~VexModelRows();
 
-    /// Adds a locale to those that the model supports.
+    /// Adds a locale to those that the model supports, which its property "locales" lists.
     void addLocale(I18NString const& name);
 
     /// A new row, the last member of `parent`. Raises `KRLException` for a parent that
@@ -64,10 +64,12 @@ public:
     std::size_t size() const;
 
     /// The model. `name` stands for the source in messages. Raises
-    /// `KRLDocumentException` for the first row that no model can hold (an id that
-    /// another row has, two values for one locale, an unknown locale, text that XML
-    /// cannot hold, more than 512 rows inside each other), which its text names;
-    /// `KRLLimitException` when there are more than a model can number.
+    /// `KRLDocumentException`, whose text names the row, for the first one that no model
+    /// can hold: an id that another row has, two values for one locale, an unknown locale,
+    /// a property without a name, a class that is no XML name or is one of "property" and
+    /// "locales", text that XML cannot hold, more than 512 rows inside each other, more
+    /// than 10000 classes, a class of more than 1000 characters. `KRLLimitException` when
+    /// there are more rows than a model can number.
     std::shared_ptr<VexModel const> load(std::string const& name = "rows") const;
 
 private:

@@ -38,8 +38,14 @@ public:
     bool getReference(VEX_HANDLE element, I18NString& reference) const;
 
 private:
-    void add(std::uint64_t hash, VEX_HANDLE element);
+    /// One reference: what comes before its last name is a reference again, or nothing.
+    struct Entry {
+        VEX_HANDLE element; // the first that has it
+        VEX_HANDLE before;  // the first that has what comes before; null for a namespace
+    };
+    VEX_HANDLE findAfter(VEX_HANDLE before, I18NString const& name) const;
+    VEX_HANDLE findOrAdd(Entry const& entry, I18NString const& name);
 
     I18NLocale m_locale;
-    std::unordered_multimap<std::uint64_t, VEX_HANDLE> m_objects; // by the hash of the names
+    std::unordered_multimap<std::uint64_t, Entry> m_entries; // by the hash of both parts
 };

@@ -57,6 +57,9 @@ struct VexCatalogueSecurity::State {
 
 VexCatalogueSecurity::VexCatalogueSecurity(std::shared_ptr<VexCatalogue const> catalogue,
                                            I18NString const& user) {
+    if (catalogue == nullptr) {
+        throw KRLException("there is no catalogue to find a user in; read one first");
+    }
     std::shared_ptr<vex::Catalogue const> const& read = catalogue->m_state->catalogue;
     vex::CatalogueUser const* const known = read->findUser(user);
     if (known == nullptr) {

@@ -6,6 +6,7 @@
 #include "VexTrace.h"
 #include "host/service/PluginLibrary.h"
 #include "host/service/PluginObject.h"
+#include "kit/src/VexPluginCall.h"
 
 #include <exception>
 #include <optional>
@@ -31,8 +32,11 @@ struct VexLoadedPlugin::State {
 VexLoadedPlugin::VexLoadedPlugin(std::string const& file, std::string const& name,
                                  char const* parameters)
     : m_state(std::make_unique<State>(file)) {
-    m_state->object.emplace(m_state->library.findCreator(name));
-    int const result = get()->Initialize(parameters);
+    VexPluginFactory::Creator const& creator = m_state->library.findCreator(name);
+    int const result = VexPluginCall(m_state->library, "Initialize", [&] {
+        m_state->object.emplace(creator);
+        return get()->Initialize(parameters);
+    });
     if (result != isReady) {
         throw KRLException(described(this->file(), "Initialize") + " gave " +
                            std::to_string(result) +
@@ -52,8 +56,10 @@ VexLoadedPlugin::~VexLoadedPlugin() {
 
 bool VexLoadedPlugin::act(VexSession& session, long action, VexParams const& in, VexParams& out) {
     VexException unused(0);
-    long const code =
-        ready("DoAction").DoAction(session, VexVariant(action), unused, in, out).GetCode();
+    VexPluginInterface& plugin = ready("DoAction");
+    long const code = VexPluginCall(m_state->library, "DoAction", [&] {
+        return plugin.DoAction(session, VexVariant(action), unused, in, out).GetCode();
+    });
     if (code != VexErrorCode::Handled && code != VexErrorCode::NotHandled) {
         throw KRLException(described(file(), "DoAction") + " gave " + std::to_string(code) +
                            ", which means nothing to a host; it is neither done nor unknown");
@@ -62,7 +68,9 @@ bool VexLoadedPlugin::act(VexSession& session, long action, VexParams const& in,
 }
 
 void VexLoadedPlugin::notify(VexSession& session, int kind) {
-    ready("Notify").Notify(VexSessionEvent(kind, session));
+    VexPluginInterface& plugin = ready("Notify");
+    VexPluginCall(m_state->library, "Notify",
+                  [&] { plugin.Notify(VexSessionEvent(kind, session)); });
 }
 
 void VexLoadedPlugin::terminate(char const* parameters) {
@@ -74,7 +82,8 @@ void VexLoadedPlugin::terminate(char const* parameters) {
         ~Reset() { object.reset(); }
         std::optional<vex::PluginObject>& object;
     } const reset{m_state->object};
-    int const result = get()->Terminate(parameters);
+    int const result =
+        VexPluginCall(m_state->library, "Terminate", [&] { return get()->Terminate(parameters); });
     if (result != isDone) {
         throw KRLException(described(file(), "Terminate") + " gave " + std::to_string(result) +
                            ": the plug-in did not end its work in order");
@@ -92,7 +101,7 @@ VexPluginInterface* VexLoadedPlugin::get() const {
 void const* VexLoadedPlugin::findExtension(char const* id) const {
     auto const entry =
         reinterpret_cast<VexGetExtension>(m_state->library.findExport(VexGetExtensionName));
-    return entry == nullptr ? nullptr : entry(id);
+    return entry == nullptr || id == nullptr ? nullptr : entry(id);
 }
 
 VexPluginInterface& VexLoadedPlugin::ready(char const* operation) const {

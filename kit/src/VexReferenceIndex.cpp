@@ -7,7 +7,7 @@
 #include "resources.h"
 
 #include <algorithm>
-#include <optional>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -51,22 +51,15 @@ std::vector<I18NString> namesFromTheLast(VEX_HANDLE element, I18NLocale const& l
     return {};
 }
 
-/// The hash of the names down to an element; nothing outside of every namespace.
-using PrefixHash = std::optional<std::uint64_t>;
-
-PrefixHash hashBelow(PrefixHash prefix, Part part, I18NString const& name) {
-    if (part == Part::Namespace) {
-        return vex::firstReferenceHash(name.view(), I18NHashSeed());
-    }
-    return prefix ? PrefixHash(vex::nextReferenceHash(*prefix, name.view(), I18NHashSeed()))
-                  : std::nullopt;
+std::uint64_t hashOf(VEX_HANDLE before, I18NString const& name) {
+    return vex::nextReferenceHash(before.Number(), name.view(), I18NHashSeed());
 }
 
 /// An element whose members are being read.
 struct OpenElement {
     Vex_Handle_Collection members;
     std::size_t next = 0;
-    PrefixHash prefix;
+    VEX_HANDLE before; // what their references begin with; null outside of every namespace
 };
 
 } // namespace
@@ -82,14 +75,15 @@ VexReferenceIndex::VexReferenceIndex(VEX_HANDLE root, I18NLocale const& defaultL
             continue;
         }
         VEX_HANDLE const element = innermost.members[innermost.next++];
-        PrefixHash const prefix = innermost.prefix;
-        Part const part = partOf(element);
-        PrefixHash const own = hashBelow(prefix, part, nameOf(element, m_locale));
-        if (own) {
-            add(*own, element);
-        }
         OpenElement inside;
-        inside.prefix = part == Part::LeftOut ? prefix : own;
+        inside.before = innermost.before;
+        Part const part = partOf(element);
+        if (part == Part::Namespace) {
+            inside.before = findOrAdd({element, VEX_HANDLE()}, nameOf(element, m_locale));
+        } else if (inside.before.IsNotNull()) {
+            VEX_HANDLE const first = findOrAdd({element, inside.before}, nameOf(element, m_locale));
+            inside.before = part == Part::LeftOut ? inside.before : first;
+        }
         VexObject(element).childObjects(inside.members, nullptr, nullptr);
         if (!inside.members.empty()) {
             open.push_back(std::move(inside));
@@ -97,36 +91,35 @@ VexReferenceIndex::VexReferenceIndex(VEX_HANDLE root, I18NLocale const& defaultL
     }
 }
 
+// What comes before is known by its first element, so that of a long reference only the
+// last name is read: comparing costs the same however deeply elements nest.
+VEX_HANDLE VexReferenceIndex::findAfter(VEX_HANDLE before, I18NString const& name) const {
+    auto const [first, last] = m_entries.equal_range(hashOf(before, name));
+    auto const found = std::find_if(first, last, [&](auto const& known) {
+        return known.second.before == before && nameOf(known.second.element, m_locale) == name;
+    });
+    return found == last ? VEX_HANDLE() : found->second.element;
+}
+
 // The first of a reference stays.
-void VexReferenceIndex::add(std::uint64_t hash, VEX_HANDLE element) {
-    auto const [first, last] = m_objects.equal_range(hash);
-    if (first != last) {
-        std::vector<I18NString> const names = namesFromTheLast(element, m_locale);
-        if (std::any_of(first, last, [&](auto const& known) {
-                return namesFromTheLast(known.second, m_locale) == names;
-            })) {
-            return;
-        }
+VEX_HANDLE VexReferenceIndex::findOrAdd(Entry const& entry, I18NString const& name) {
+    VEX_HANDLE const known = findAfter(entry.before, name);
+    if (known.IsNotNull()) {
+        return known;
     }
-    m_objects.emplace(hash, element);
+    m_entries.emplace(hashOf(entry.before, name), entry);
+    return entry.element;
 }
 
 VEX_HANDLE VexReferenceIndex::find(I18NString const& reference) const {
     std::vector<I18NString> names;
-    if (!VexSplitReference(reference, names) || names.empty()) {
-        return VEX_HANDLE();
+    VEX_HANDLE found;
+    if (VexSplitReference(reference, names)) {
+        for (std::size_t at = 0; at < names.size() && (at == 0 || found.IsNotNull()); ++at) {
+            found = findAfter(found, names[at]);
+        }
     }
-    std::uint64_t const seed = I18NHashSeed();
-    std::uint64_t hash = vex::firstReferenceHash(names.front().view(), seed);
-    for (auto name = names.begin() + 1; name != names.end(); ++name) {
-        hash = vex::nextReferenceHash(hash, name->view(), seed);
-    }
-    std::reverse(names.begin(), names.end());
-    auto const [first, last] = m_objects.equal_range(hash);
-    auto const found = std::find_if(first, last, [&](auto const& known) {
-        return namesFromTheLast(known.second, m_locale) == names;
-    });
-    return found == last ? VEX_HANDLE() : found->second;
+    return found;
 }
 
 bool VexReferenceIndex::getReference(VEX_HANDLE element, I18NString& reference) const {

@@ -1,9 +1,11 @@
 #include "tests/kit/TellingPlugin.h"
 
 #include "KRLPluginCreator.h"
+#include "VexException.h"
 #include "VexNotification.h"
 #include "VexPlatformVersion.h"
 #include "VexPluginExtension.h"
+#include "VexSession.h"
 
 #include <cstring>
 #include <stdexcept>
@@ -18,7 +20,25 @@ void tell(std::string const& what) {
     }
 }
 
+/// A failure whose code goes with the plug-in.
+class OwnFailure final : public KRLException {
+public:
+    OwnFailure() : KRLException("") {}
+    ~OwnFailure() override { m_text.clear(); }
+    char const* what() const noexcept override { return m_text.c_str(); }
+
+private:
+    std::string m_text = "a failure of a type of the plug-in's own";
+};
+
+struct NoText {
+    ~NoText() { tell("forgotten"); }
+};
+
 int answer(char const* parameters) {
+    if (std::strcmp(parameters, tellingThrowOwn) == 0) {
+        throw OwnFailure();
+    }
     return std::strcmp(parameters, tellingRefusal) == 0 ? 0 : 1;
 }
 
@@ -33,8 +53,8 @@ public:
         }
         return answer(parameters);
     }
-    VexErrorCode DoAction(VexSession&, VexVariant const& action, VexException&, VexParams const&,
-                          VexParams& out) override {
+    VexErrorCode DoAction(VexSession& session, VexVariant const& action, VexException&,
+                          VexParams const&, VexParams& out) override {
         switch (static_cast<long>(action)) {
         case tellingDone:
             out.AddParam(VexVariant(7L));
@@ -43,6 +63,15 @@ public:
             return {tellingOdd, nullptr};
         case tellingThrowInt:
             throw 3;
+        case tellingRaiseOwn:
+            throw OwnFailure();
+        case tellingThrowNoText:
+            throw NoText();
+        case tellingRaise:
+            VexException(42).raise({"Telling", 12}, "TellingPlugin::DoAction", "KRL_THROW");
+        case tellingAskHost:
+            session.GetModelService()->GetSecurityInfoSource("anywhere");
+            return {VexErrorCode::Handled, nullptr};
         default:
             return {VexErrorCode::NotHandled, nullptr};
         }
@@ -50,6 +79,9 @@ public:
     using VexPluginInterface::DoAction;
     void Notify(VexNotification const& notification) override {
         tell("notified:" + std::to_string(notification.GetKind()));
+        if (notification.GetKind() == tellingRaiseOwn) {
+            throw OwnFailure();
+        }
     }
 };
 

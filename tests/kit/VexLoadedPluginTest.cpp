@@ -1,6 +1,6 @@
 #include "VexLoadedPlugin.h"
 
-#include "KRLException.h"
+#include "VexException.h"
 #include "VexHostSession.h"
 #include "VexModelRows.h"
 #include "tests/kit/Complaint.h"
@@ -37,6 +37,60 @@ TEST_F(LoadedPlugin, LetsThroughWhatComesOutOfAnAction) {
     VexLoadedPlugin plugin(VEX_TELLING_PLUGIN_FILE);
     EXPECT_THROW(plugin.act(m_session, tellingThrowInt, VexParams(), m_out), int);
     EXPECT_TRUE(plugin.act(m_session, tellingDone, VexParams(), m_out));
+}
+
+constexpr char ownText[] = "a failure of a type of the plug-in's own";
+
+TEST_F(LoadedPlugin, RaisesWhatCanBeCaughtWhereThePluginIsGone) {
+    EXPECT_EQ(complaintOf([] { VexLoadedPlugin(VEX_TELLING_PLUGIN_FILE, "", tellingThrowOwn); }),
+              ownText);
+    EXPECT_EQ(complaintOf([&] {
+                  VexLoadedPlugin plugin(VEX_TELLING_PLUGIN_FILE);
+                  plugin.act(m_session, tellingRaiseOwn, VexParams(), m_out);
+              }),
+              ownText);
+    EXPECT_EQ(complaintOf([&] {
+                  VexLoadedPlugin plugin(VEX_TELLING_PLUGIN_FILE);
+                  plugin.notify(m_session, tellingRaiseOwn);
+              }),
+              ownText);
+    EXPECT_EQ(complaintOf([] {
+                  VexLoadedPlugin plugin(VEX_TELLING_PLUGIN_FILE);
+                  plugin.terminate(tellingThrowOwn);
+              }),
+              ownText);
+    EXPECT_THAT(complaintOf([&] {
+                    VexLoadedPlugin plugin(VEX_TELLING_PLUGIN_FILE);
+                    plugin.act(m_session, tellingThrowNoText, VexParams(), m_out);
+                }),
+                AllOf(HasSubstr(VEX_TELLING_PLUGIN_FILE), HasSubstr("DoAction raised")));
+}
+
+TEST_F(LoadedPlugin, LetsAFailureOutThatCanBeReadWhereThePluginIsGone) {
+    try {
+        VexLoadedPlugin plugin(VEX_TELLING_PLUGIN_FILE);
+        plugin.act(m_session, tellingRaise, VexParams(), m_out);
+        FAIL() << "nothing was raised";
+    } catch (VexException const& failure) {
+        EXPECT_EQ(failure.GetId(), 42U);
+        EXPECT_STREQ(failure.GetLocation().source, "Telling");
+        EXPECT_STREQ(failure.GetFunction(), "TellingPlugin::DoAction");
+        EXPECT_STREQ(failure.GetKind(), "KRL_THROW");
+    }
+}
+
+TEST_F(LoadedPlugin, LetsThroughWhatTheHostItselfRaises) {
+    /// Of the host's own, and no `KRLException`.
+    struct HostFailure : std::exception {};
+    class Failing final : public VexModelService {
+        VexSecurityInfoSource* GetSecurityInfoSource(I18NString const&) override {
+            throw HostFailure();
+        }
+    };
+    Failing service;
+    VexHostSession session(m_model->store(), I18NLocale("en"), &service);
+    VexLoadedPlugin plugin(VEX_TELLING_PLUGIN_FILE);
+    EXPECT_THROW(plugin.act(session, tellingAskHost, VexParams(), m_out), HostFailure);
 }
 
 TEST_F(LoadedPlugin, RunsTheHooksAroundTheObject) {
@@ -97,6 +151,7 @@ TEST_F(LoadedPlugin, IsLoadedOnceAndNamedWhenItIsMissing) {
 TEST_F(LoadedPlugin, OffersNullForAnExtensionThatThePluginLacks) {
     VexLoadedPlugin const plugin(VEX_TELLING_PLUGIN_FILE);
     EXPECT_EQ(plugin.findExtension("nobody's/1"), nullptr);
+    EXPECT_EQ(plugin.findExtension(nullptr), nullptr);
 }
 
 } // namespace

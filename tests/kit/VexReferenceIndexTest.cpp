@@ -2,6 +2,7 @@
 
 #include "VexModel.h"
 #include "VexObject.h"
+#include "tests/platform/objects/PlatformFakes.h"
 
 #include <gtest/gtest.h>
 
@@ -70,6 +71,56 @@ TEST(ReferenceIndex, GivesTheFirstOfSeveralInDocumentOrder) {
     Indexed const on = indexed(R"(<namespace id="n" name="N"><folder id="f" name="F">
         <filter id="one" name="X"/></folder><filter id="two" name="X"/></namespace>)");
     EXPECT_EQ(on.index.find("[N].[X]"), on.model->findById("one"));
+}
+
+TEST(ReferenceIndex, FindsWhatStandsBehindEachOfSeveralOfOneReference) {
+    Indexed const on = indexed(R"(<namespace id="n" name="N"><folder id="f" name="F">
+        <querySubject id="q" name="F"><queryItem id="a" name="A"/></querySubject></folder>
+        <querySubject id="p" name="F"><queryItem id="b" name="B"/>
+        <queryItem id="c" name="A"/></querySubject></namespace>)");
+    EXPECT_EQ(on.index.find("[N].[F]"), on.model->findById("f"));
+    EXPECT_EQ(on.index.find("[N].[F].[A]"), on.model->findById("a"));
+    EXPECT_EQ(on.index.find("[N].[F].[B]"), on.model->findById("b"));
+}
+
+/// Folders of one name, each in the one before it, the outermost in a namespace; counts
+/// what it is asked.
+class NestedFolders final : public FakeModel {
+public:
+    using FakeModel::FakeModel;
+    bool GetName(VEX_HANDLE object, I18NString& name) const override {
+        ++m_asked;
+        name = object == At(0) ? "namespace" : "folder";
+        return true;
+    }
+    VEX_HANDLE GetParent(VEX_HANDLE object) const override {
+        ++m_asked;
+        return object == At(0) ? VEX_HANDLE() : VEX_HANDLE(object.Number() - 1);
+    }
+    VEX_HANDLE GetPropertyByName(VEX_HANDLE object, I18NString const&,
+                                 I18NLocale const*) const override {
+        ++m_asked;
+        return object;
+    }
+    bool childObjects(VEX_HANDLE object, Vex_Handle_Collection& found, I18NString const*,
+                      I18NString const*) const override {
+        VEX_HANDLE const inside(object.Number() + 1);
+        if (IsObject(inside)) {
+            found.push_back(inside);
+        }
+        return true;
+    }
+    mutable std::size_t m_asked = 0;
+};
+
+TEST(ReferenceIndex, AsksAsManyTimesAsThereAreElementsHoweverTheyNest) {
+    constexpr std::uint32_t count = 2'000;
+    NestedFolders const folders(count);
+    VexReferenceIndex const index(folders.At(0), I18NLocale("en"));
+    EXPECT_LE(folders.m_asked, 4 * count);
+    folders.m_asked = 0;
+    EXPECT_EQ(index.find("[x].[x]"), folders.At(1));
+    EXPECT_LE(folders.m_asked, 4U);
 }
 
 TEST(ReferenceIndex, BeginsAnewAtEachNamespace) {
