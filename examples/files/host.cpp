@@ -1,17 +1,18 @@
 // A host that keeps no model of its own: it reads a catalogue and a model from files, or
 // makes a model from rows, and asks the plug-in about it.
 //
-//     file_host libVexMAActionPlugin.vpl CATALOG.xml MODEL_PATH USER REQUEST.xml [LANGUAGE]
-//     file_host libVexMAActionPlugin.vpl --rows REQUEST.xml [LANGUAGE]
+//     file_host libVexMAActionPlugin.vpl CATALOG.xml MODEL_PATH USER REQUEST.xml [LANGUAGE [ID]]
+//     file_host libVexMAActionPlugin.vpl --rows REQUEST.xml [LANGUAGE [ID]]
+//
+// With an ID the answer starts at that object, wherever the request says that it starts.
 
+#include "AnswerAt.h"
 #include "KRLIDOM_OwnedDocument.h"
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
-#include "VexAction.h"
 #include "VexCatalogue.h"
 #include "VexException.h"
 #include "VexHostSession.h"
-#include "VexLoadedPlugin.h"
 #include "VexLocaleChoice.h"
 #include "VexModelRows.h"
 
@@ -19,6 +20,7 @@
 #include <iostream>
 #include <memory>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +29,9 @@ namespace {
 
 std::string readFile(std::string const& name) {
     std::ifstream file(name);
+    if (!file) {
+        throw std::runtime_error(name + ": cannot be read");
+    }
     std::ostringstream text;
     text << file.rdbuf();
     return text.str();
@@ -56,6 +61,7 @@ struct Question {
     I18NString modelPath;
     std::string requestFile;
     I18NLocale language;
+    I18NString startId; // empty: where the request says
 };
 
 Question readQuestion(std::vector<std::string> const& arguments) {
@@ -73,12 +79,39 @@ Question readQuestion(std::vector<std::string> const& arguments) {
         question.security =
             std::make_unique<VexCatalogueSecurity>(catalogue, I18NString::fromUtf8(arguments[2]));
     }
-    bool const isNamed = arguments.size() > requestAt + 1;
-    question.language = VexChooseLocale(
-        question.model->locales(),
-        isNamed ? I18NLocale(I18NString::fromUtf8(arguments[requestAt + 1])) : I18NLocale(),
-        question.model->defaultLocale());
+    auto const textAt = [&arguments](std::size_t at) {
+        return at < arguments.size() ? I18NString::fromUtf8(arguments[at]) : I18NString();
+    };
+    question.language =
+        VexChooseLocale(question.model->locales(), I18NLocale(textAt(requestAt + 1)),
+                        question.model->defaultLocale());
+    question.startId = textAt(requestAt + 2);
     return question;
+}
+
+/// Has the plug-in answer into `response`; false, and a reason is told, when it does not.
+bool answer(VexLoadedPlugin& plugin, VexSession& session, Question& question, KRLIDOM_Node& request,
+            KRLIDOM_Node& response) {
+    if (!question.startId.empty()) {
+        bool const isKnown = answerAt(plugin, session, question.modelPath, *question.model,
+                                      question.startId, request, response);
+        if (!isKnown) {
+            std::cerr << "there is no object " << question.startId.c_str() << '\n';
+        }
+        return isKnown;
+    }
+    VexParams in;
+    in.AddParam(VexVariant(0L));
+    in.AddParam(VexVariant(&question.modelPath));
+    in.AddParam(VexVariant(&request));
+    VexParams out;
+    out.AddParam(VexVariant(0L));
+    out.AddParam(VexVariant(&response));
+    bool const isDone = plugin.act(session, VexAction::MetadataRequest, in, out);
+    if (!isDone) {
+        std::cerr << plugin.file() << " serves no metadata requests\n";
+    }
+    return isDone;
 }
 
 int ask(VexLoadedPlugin& plugin, VexSession& session, Question& question) {
@@ -88,16 +121,7 @@ int ask(VexLoadedPlugin& plugin, VexSession& session, Question& question) {
     KRLIDOM_Node requestNode = request.document();
     KRLIDOM_Node responseNode = response.document().getDocumentElement();
     responseNode.appendChild(response.document().createElement("Result"));
-
-    VexParams in;
-    in.AddParam(VexVariant(0L));
-    in.AddParam(VexVariant(&question.modelPath));
-    in.AddParam(VexVariant(&requestNode));
-    VexParams out;
-    out.AddParam(VexVariant(0L));
-    out.AddParam(VexVariant(&responseNode));
-    if (!plugin.act(session, VexAction::MetadataRequest, in, out)) {
-        std::cerr << plugin.file() << " serves no metadata requests\n";
+    if (!answer(plugin, session, question, requestNode, responseNode)) {
         return 1;
     }
     KRLIDOM_Writer::write(std::cout, response.document(), true);
@@ -110,10 +134,10 @@ int main(int argc, char** argv) try {
     std::vector<std::string> const arguments(argv + 1, argv + argc);
     bool const isRows = arguments.size() > 1 && arguments[1] == "--rows";
     std::size_t const least = isRows ? 3 : 5;
-    if (arguments.size() != least && arguments.size() != least + 1) {
+    if (arguments.size() < least || arguments.size() > least + 2) {
         std::cerr << "usage: file_host PLUGIN.vpl CATALOG.xml MODEL_PATH USER REQUEST.xml "
-                     "[LANGUAGE]\n"
-                     "       file_host PLUGIN.vpl --rows REQUEST.xml [LANGUAGE]\n";
+                     "[LANGUAGE [ID]]\n"
+                     "       file_host PLUGIN.vpl --rows REQUEST.xml [LANGUAGE [ID]]\n";
         return 2;
     }
     Question question = readQuestion({arguments.begin() + 1, arguments.end()});
@@ -124,6 +148,9 @@ int main(int argc, char** argv) try {
         status = ask(plugin, session, question);
     } catch (VexException const& failure) {
         std::cerr << "failure " << failure.GetId() << ": " << failure.what() << '\n';
+    } catch (std::exception const& problem) { // a limit, no memory: the session ends all the same
+        std::cerr << problem.what() << '\n';
+        status = 3;
     }
     plugin.notify(session, VexNotification::SessionClosed);
     return status;

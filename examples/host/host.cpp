@@ -17,6 +17,7 @@
 #include <fstream>
 #include <iostream>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +26,9 @@ namespace {
 
 std::string readFile(char const* name) {
     std::ifstream file(name);
+    if (!file) {
+        throw std::runtime_error(std::string(name) + ": cannot be read");
+    }
     std::ostringstream text;
     text << file.rdbuf();
     return text.str();
@@ -94,11 +98,16 @@ int main(int argc, char** argv) try {
     RowModel model;
     VexLoadedPlugin plugin(argv[1]);
     VexHostSession session(model, I18NLocale(!counts && argc == 4 ? argv[3] : "en"));
-    int const status =
-        counts ? count(plugin, session, {argv + 3, argv + argc}) : ask(plugin, session, argv[2]);
+    int status = 3;
+    try {
+        status = counts ? count(plugin, session, {argv + 3, argv + argc})
+                        : ask(plugin, session, argv[2]);
+    } catch (std::exception const& problem) { // a file, a limit, no memory
+        std::cerr << problem.what() << '\n';
+    }
     plugin.notify(session, VexNotification::SessionClosed);
     return status;
-} catch (std::exception const& problem) { // VexException, KRLLimitException, std::bad_alloc
+} catch (std::exception const& problem) { // such as a plug-in that cannot be loaded
     std::cerr << problem.what() << '\n';
     return 3;
 }
