@@ -17,6 +17,7 @@ void registerShortcuts(Sizes const& sizes);
 void registerThreads(Sizes const& sizes);
 void registerMemory(Sizes const& sizes);
 void registerRequests();
+void registerImports();
 
 /// "group/what/size".
 std::string rowName(std::string const& what, std::size_t size);

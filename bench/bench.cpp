@@ -42,6 +42,7 @@ int main(int count, char** words) {
     bench::registerThreads(sizes);
     bench::registerMemory(sizes);
     bench::registerRequests();
+    bench::registerImports();
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     return 0;

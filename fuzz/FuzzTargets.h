@@ -31,6 +31,10 @@ void sessionCase(std::string_view input);
 /// confined to its model path calls the plug-in about no other.
 void sessionLines(std::string_view input);
 
+/// Tabular models: each is imported or refused with a reason, what is left out is told, and
+/// what is written can be read and is the same the next time.
+void tabular(std::string_view input);
+
 /// Ends the program with a message when a property does not hold.
 void require(bool holds, std::string const& property);
 

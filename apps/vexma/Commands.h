@@ -15,6 +15,7 @@ CommandRun addWhoCommand(CommandSyntax& command);
 CommandRun addMatrixCommand(CommandSyntax& command);
 CommandRun addVerifyCommand(CommandSyntax& command);
 CommandRun addDiffCommand(CommandSyntax& command);
+CommandRun addImportCommand(CommandSyntax& command);
 CommandRun addCompletionCommand(CommandSyntax& command);
 CommandRun addManCommand(CommandSyntax& command);
 

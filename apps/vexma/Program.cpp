@@ -34,6 +34,7 @@ constexpr CommandRow commands[] = {
     {"diff", "Compare what two users, views, languages or models show", &addDiffCommand},
     {"session", "Serve a session over standard input and output", &addSessionCommand},
     {"validate", "Report errors and doubtful spots of a model or catalogue", &addValidateCommand},
+    {"import", "Make a model and a catalogue of a source in another format", &addImportCommand},
     {"completion", "Print the completion script of a shell", &addCompletionCommand},
     {"man", "Print a manual page", &addManCommand},
 };

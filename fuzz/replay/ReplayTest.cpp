@@ -22,6 +22,7 @@ constexpr Target targets[] = {
     {"catalogue", fuzz::catalogue},
     {"sessionCase", fuzz::sessionCase},
     {"sessionLines", fuzz::sessionLines},
+    {"tabular", fuzz::tabular},
 };
 
 class FuzzReplay : public testing::TestWithParam<Target> {};
