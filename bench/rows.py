@@ -149,10 +149,14 @@ def thread_rows(inside):
     yield row("two threads on one model, against one", two / one, "times", 1.8, at_least=True)
 
 
+def import_rows(inside):
+    yield row("import of a tabular model of 508 KB", inside.seconds("import/tabular"), "s", 0.5)
+
+
 def evaluate(runs, whole):
     inside = Inside(runs)
     results = []
     for part in (load_rows, tree_rows, interactive_rows, request_rows, view_rows, access_rows, shortcut_rows,
-                 thread_rows):
+                 thread_rows, import_rows):
         results += part(inside)
     return results + list(process_rows(whole))

@@ -73,7 +73,8 @@ void writeNotes(std::ostream& out, ImportAccount const& account) {
         out << "  " << printable(notes[number].text, false) << '\n';
     }
     if (notes.size() > mostLines) {
-        out << "  and " << notes.size() - mostLines << " more; --report FILE has all of them\n";
+        out << "  and " << notes.size() - mostLines + account.notesLeftOut()
+            << " more; see --report FILE\n";
     }
 }
 

@@ -48,6 +48,7 @@ std::string toJson(ImportReport const& report, ImportAccount const& account) {
         Json& told = notes.emplace_back(Json{{"text", note.text}});
         addPosition(told, note.position);
     }
+    whole["notesLeftOut"] = account.notesLeftOut();
     return toText(whole, JsonForm::Indented);
 }
 

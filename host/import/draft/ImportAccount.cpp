@@ -4,6 +4,11 @@
 
 namespace vex {
 
+std::string_view ImportAccount::counted(std::string_view kind) const {
+    bool const isNew = m_rows.size() >= MostKinds && !m_rowOfKind.contains(kind);
+    return isNew ? std::string_view("other kinds") : kind;
+}
+
 ImportAccount::Row& ImportAccount::rowOf(std::string_view kind) {
     auto known = m_rowOfKind.find(kind);
     if (known == m_rowOfKind.end()) {
@@ -14,13 +19,14 @@ ImportAccount::Row& ImportAccount::rowOf(std::string_view kind) {
 }
 
 void ImportAccount::mapped(std::string_view kind, std::size_t count) {
-    Row& row = rowOf(kind);
+    Row& row = rowOf(counted(kind));
     row.read += count;
     row.mapped += count;
 }
 
 void ImportAccount::leftOut(std::string_view kind, std::string_view reason, Place place,
                             std::size_t count) {
+    kind = counted(kind);
     rowOf(kind).read += count;
     std::string key(kind);
     key.append(1, '\0').append(reason);
@@ -37,7 +43,11 @@ void ImportAccount::leftOut(std::string_view kind, std::string_view reason, Plac
 }
 
 void ImportAccount::note(std::string text, DocumentPosition position) {
-    m_notes.push_back({std::move(text), position});
+    if (m_notes.size() < MostNotes) {
+        m_notes.push_back({std::move(text), position});
+    } else {
+        ++m_notesLeftOut;
+    }
 }
 
 std::size_t ImportAccount::readOf(std::string_view kind) const {

@@ -41,6 +41,10 @@ public:
     };
 
     static constexpr std::size_t MostPlaces = 10;
+    /// A source may have as many keys that nobody knows as it has bytes: past so many kinds
+    /// what comes new is counted as "other kinds", and past so many notes they are counted.
+    static constexpr std::size_t MostKinds = 10'000;
+    static constexpr std::size_t MostNotes = 10'000;
 
     void mapped(std::string_view kind, std::size_t count = 1);
     void leftOut(std::string_view kind, std::string_view reason, Place place,
@@ -51,11 +55,14 @@ public:
     std::vector<Row> const& rows() const { return m_rows; }
     std::vector<Omission> const& omissions() const { return m_omissions; }
     std::vector<Note> const& notes() const { return m_notes; }
+    std::size_t notesLeftOut() const { return m_notesLeftOut; }
 
     std::size_t readOf(std::string_view kind) const;
     std::size_t mappedOf(std::string_view kind) const;
 
 private:
+    /// The kind itself, or what it is counted as.
+    std::string_view counted(std::string_view kind) const;
     Row& rowOf(std::string_view kind);
 
     std::vector<Row> m_rows;
@@ -63,6 +70,7 @@ private:
     std::vector<Omission> m_omissions;
     std::map<std::string, std::size_t, std::less<>> m_omissionOf; // by kind and reason
     std::vector<Note> m_notes;
+    std::size_t m_notesLeftOut = 0;
 };
 
 } // namespace vex

@@ -16,11 +16,11 @@ namespace vex {
 struct ImportLimits {
     ModelLimits model{};
     std::size_t sourceBytes = std::size_t{64} << 20U;
-    std::size_t sourceValues = 4'000'000; // of a tree of values, such as JSON
+    std::size_t sourceValues = 2'000'000; // of a tree of values, such as JSON
     std::size_t sourceDepth = 256;
     /// Objects in views, and the steps that find out what belongs in them: views name each
     /// object, so they grow by roles times objects.
-    std::size_t viewEntries = 20'000'000;
+    std::size_t viewEntries = 5'000'000;
 };
 
 /// What is asked of an import.

@@ -125,10 +125,14 @@ private:
         m_at = behind;
     }
 
-    /// In a comment or a literal quotes need not pair: what stands between any two of them may
-    /// be a table, and so may a word of a comment.
+    /// In a comment or a literal neither quotes nor brackets need pair: what stands between any
+    /// two quotes may be a table, and so may a word of a comment; brackets inside brackets are
+    /// part of a name, or the name itself. Each character is looked at a few times at most.
     void scanInside(Text text, bool isComment) {
         std::size_t quote = Text::npos;
+        std::size_t outer = Text::npos; // the bracket that the name around here began with
+        std::size_t behindOuter = 0;
+        std::size_t inner = Text::npos; // the last bracket
         for (std::size_t at = 0; at < text.size(); ++at) {
             if (text[at] == u'\'') {
                 if (quote != Text::npos) {
@@ -136,8 +140,18 @@ private:
                 }
                 quote = at;
             } else if (text[at] == u'[') {
-                ExpressionScan inside(text.substr(at));
-                add(Kind::Member, inside.quoted(u']'));
+                if (at >= behindOuter) {
+                    ExpressionScan name(text.substr(at));
+                    add(Kind::Member, name.quoted(u']'));
+                    outer = at;
+                    behindOuter = at + name.m_at;
+                }
+                inner = at;
+            } else if (text[at] == u']' && inner != Text::npos) {
+                if (inner != outer || at + 1 != behindOuter) {
+                    add(Kind::Member, text.substr(inner + 1, at - inner - 1));
+                }
+                inner = Text::npos;
             } else if (isComment && beginsWord(text[at]) &&
                        (at == 0 || !beginsWord(text[at - 1]))) {
                 std::size_t end = at;

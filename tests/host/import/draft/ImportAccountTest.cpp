@@ -27,4 +27,17 @@ TEST(ImportAccount, GathersWhatWasLeftOutByReasonAndKeepsTheFirstPlaces) {
     EXPECT_EQ(account.omissions()[1].reason, "empty");
 }
 
+TEST(ImportAccount, GrowsNoFurtherThanItsKindsWhateverASourceMakesUp) {
+    vex::ImportAccount account;
+    account.mapped("table");
+    for (std::size_t number = 1; number < vex::ImportAccount::MostKinds + 5; ++number) {
+        account.leftOut("key " + std::to_string(number), "unknown", {});
+    }
+    account.mapped("table");
+    EXPECT_EQ(account.rows().size(), vex::ImportAccount::MostKinds + 1);
+    EXPECT_EQ(account.readOf("other kinds"), 5U);
+    EXPECT_EQ(account.omissions().back().count, 5U);
+    EXPECT_EQ(account.mappedOf("table"), 2U);
+}
+
 } // namespace

@@ -57,6 +57,20 @@ TEST(ExpressionNames, CountInLiteralsWhereBracketsOrQuotesMarkThem) {
     EXPECT_THAT(namesIn("\"Pay\""), IsEmpty());
 }
 
+TEST(ExpressionNames, MayStandInOpenBracketsOfALiteral) {
+    EXPECT_THAT(namesIn("\"[ see [a]\""), ElementsAre("[ see [a]", "[a]"));
+    EXPECT_THAT(namesIn("\"[a]]b] [c]\""), ElementsAre("[a]b]", "[a]", "[c]"));
+}
+
+TEST(ExpressionNames, AreFoundInTimeByTheLengthOfTheText) {
+    std::string const brackets(1'000'000, '[');
+    std::string const quotes(1'000'000, '\'');
+    EXPECT_EQ(vex::namesInExpression("/*" + brackets + "*/").size(), 1U);
+    EXPECT_EQ(vex::namesInExpression("\"" + brackets + "\"").size(), 1U);
+    EXPECT_LE(vex::namesInExpression("//" + quotes).size(), 1'000'000U);
+    EXPECT_LE(vex::namesInExpression(brackets + quotes).size(), 1'000'000U);
+}
+
 TEST(ExpressionNames, EndWithTheTextWhenNothingEndsThem) {
     EXPECT_THAT(namesIn("'a"), ElementsAre("a"));
     EXPECT_THAT(namesIn("[a"), ElementsAre("[a]"));
