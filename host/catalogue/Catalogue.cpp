@@ -5,30 +5,21 @@
 namespace vex {
 
 bool LocalisedText::add(I18NLocale locale, I18NString text) {
-    if (findExact(locale) != nullptr) {
-        return false;
-    }
-    m_values.emplace_back(locale, std::move(text));
-    return true;
+    return m_values.try_emplace(locale.getNumber(), std::move(text)).second;
 }
 
 I18NString const& LocalisedText::find(I18NLocale locale) const {
     static I18NString const none;
     I18NLocale const nameless;
     for (;; locale = locale.getParent()) {
-        if (I18NString const* text = findExact(locale)) {
-            return *text;
+        auto const at = m_values.find(locale.getNumber());
+        if (at != m_values.end()) {
+            return at->second;
         }
         if (locale == nameless) {
             return none;
         }
     }
-}
-
-I18NString const* LocalisedText::findExact(I18NLocale locale) const {
-    auto const at = std::find_if(m_values.begin(), m_values.end(),
-                                 [&](auto const& value) { return value.first == locale; });
-    return at == m_values.end() ? nullptr : &at->second;
 }
 
 CatalogueModel const* Catalogue::findModel(I18NString const& path) const {

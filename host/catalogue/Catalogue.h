@@ -25,9 +25,7 @@ public:
     I18NString const& find(I18NLocale locale) const;
 
 private:
-    I18NString const* findExact(I18NLocale locale) const;
-
-    std::vector<std::pair<I18NLocale, I18NString>> m_values;
+    std::map<std::uint32_t, I18NString> m_values; // by the number of the locale
 };
 
 /// Who may use which view of a model.

@@ -42,7 +42,7 @@ public:
     bool getReference(VEX_HANDLE element, I18NString& reference) const;
 
     /// @{
-    /// The locales: the default one, and those that the model lists, in its order.
+    /// The locales: the default one, and those that the model lists, in its order, each once.
     I18NLocale const& defaultLocale() const;
     std::vector<I18NLocale> const& locales() const;
     /// @}

@@ -179,8 +179,9 @@ void ModelWriter::addLocale(std::u16string_view name) {
     require(!m_open.empty() && m_open.back().kind == Open::Kind::Locales,
             "a locale was added outside of locales");
     openProperties(m_open.back());
-    m_locales.push_back(locale(name));
-    m_store->addValue({m_locale.m_number, 0, 0}, m_locales.back().getName().view());
+    I18NLocale const added = locale(name);
+    m_locales.add(added);
+    m_store->addValue({m_locale.m_number, 0, 0}, added.getName().view());
 }
 
 void ModelWriter::closeLocales() {
@@ -197,10 +198,10 @@ std::shared_ptr<Model const> ModelWriter::finish() && {
     }
     require(m_open.empty() && m_store->elementCount() != 0,
             "the model was finished before it was closed");
-    std::sort(m_usedLocales.begin(), m_usedLocales.end(),
+    std::sort(m_usedLocales.all.begin(), m_usedLocales.all.end(),
               [](I18NLocale a, I18NLocale b) { return a.getNumber() < b.getNumber(); });
     return std::make_shared<Model const>(std::move(*m_store).finish(
-        m_defaultLocale, std::move(m_locales), std::move(m_usedLocales)));
+        m_defaultLocale, std::move(m_locales.all), std::move(m_usedLocales.all)));
 }
 
 } // namespace vex

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace vex {
@@ -214,8 +215,19 @@ private:
     std::size_t m_countedNames = 0;
 
     I18NLocale m_defaultLocale;
-    std::vector<I18NLocale> m_locales;
-    std::vector<I18NLocale> m_usedLocales;
+    /// Locales in the order in which they came, each once.
+    struct Locales {
+        std::vector<I18NLocale> all{};
+        std::unordered_set<std::uint32_t> numbers{}; // by `I18NLocale::getNumber`
+
+        void add(I18NLocale locale) {
+            if (numbers.insert(locale.getNumber()).second) {
+                all.push_back(locale);
+            }
+        }
+    };
+    Locales m_locales;
+    Locales m_usedLocales;
 
     Name m_model;
     Name m_property;

@@ -6,7 +6,6 @@
 #include "host/store/build/WritableText.h"
 #include "host/store/image/SameText.h"
 
-#include <algorithm>
 #include <string>
 
 namespace vex {
@@ -99,10 +98,7 @@ I18NLocale ModelWriter::locale(std::u16string_view name) {
         }
         known.isLocale = true;
         known.locale = I18NLocale(text);
-        if (std::find(m_usedLocales.begin(), m_usedLocales.end(), known.locale) ==
-            m_usedLocales.end()) {
-            m_usedLocales.push_back(known.locale);
-        }
+        m_usedLocales.add(known.locale);
     }
     return known.locale;
 }

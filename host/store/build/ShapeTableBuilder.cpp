@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <tuple>
 #include <vector>
 
 namespace vex {
@@ -88,7 +89,8 @@ void ShapeTableBuilder::sortByName(Shape const& shape) {
     }
     ShapeEntry const* const entry = m_table.m_entries.data() + shape.firstEntry;
     std::sort(first, last, [entry](std::uint32_t a, std::uint32_t b) {
-        return entry[a].name != entry[b].name ? entry[a].name < entry[b].name : a < b;
+        return std::tuple(entry[a].name, entry[a].locale, a) <
+               std::tuple(entry[b].name, entry[b].locale, b);
     });
 }
 
@@ -104,11 +106,13 @@ void ShapeTableBuilder::list(Shape& shape, std::uint32_t defaultLocale) {
     std::span<std::uint32_t const> const all = m_table.byName(shape);
     ShapeEntry const* const entry = m_table.m_entries.data() + shape.firstEntry;
     for (std::size_t first = 0; first < all.size();) {
-        std::uint32_t shown = all[first];
+        std::uint32_t firstOffset = all[first];
+        std::uint32_t shown = NotFound;
         std::size_t const unlocalisedBefore = listed.size();
         std::size_t last = first;
         for (; last < all.size() && entry[all[last]].name == entry[all[first]].name; ++last) {
             std::uint32_t const offset = all[last];
+            firstOffset = std::min(firstOffset, offset);
             if (entry[offset].locale == 0) {
                 listed.push_back({offset, offset});
             } else if (entry[offset].locale == defaultLocale) {
@@ -116,7 +120,7 @@ void ShapeTableBuilder::list(Shape& shape, std::uint32_t defaultLocale) {
             }
         }
         if (listed.size() == unlocalisedBefore) {
-            listed.push_back({all[first], shown});
+            listed.push_back({firstOffset, shown == NotFound ? firstOffset : shown});
         }
         first = last;
     }

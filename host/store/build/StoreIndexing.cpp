@@ -72,19 +72,6 @@ void indexIds(StoreData& store, std::size_t count) {
     store.ids = std::move(ids).finish();
 }
 
-// Texts are kept once, so that equal names lie in one place.
-bool haveOneReference(StoreData const& store, ElementNumber a, ElementNumber b) {
-    if (store.nameOf(a) != store.nameOf(b)) {
-        return false;
-    }
-    std::vector<ElementNumber> const namedByA = store.referenceOf(a);
-    std::vector<ElementNumber> const namedByB = store.referenceOf(b);
-    return std::equal(namedByA.begin(), namedByA.end(), namedByB.begin(), namedByB.end(),
-                      [&](ElementNumber x, ElementNumber y) {
-                          return x == y || store.nameOf(x) == store.nameOf(y);
-                      });
-}
-
 void indexReferences(StoreData& store) {
     ElementNumber const count = store.elementCount();
     CompactArray<std::uint64_t> own;   // of the element's reference; 0: it has none
@@ -107,15 +94,32 @@ void indexReferences(StoreData& store) {
         referenced += own[element] != 0 ? 1 : 0;
     }
     FixedHashBuilder references(referenced);
+    // By element: the first one with the reference that those of its children go on from. So
+    // two references are the same when the last names are and these are: texts are kept once,
+    // and equal names lie in one place.
+    CompactArray<ElementNumber> around;
+    around.assign(count, NotFound);
     for (ElementNumber element = 0; element < count; ++element) {
-        std::uint64_t const hash = own[element];
-        auto const names = [&](ElementNumber other) {
-            return own[other] == hash && haveOneReference(store, other, element);
+        auto const goesOnFrom = [&](ElementNumber of) {
+            return store.classOf(of) == store.namespaceName ? NotFound
+                                                            : around[store.elements[of].parent];
         };
-        // Of several elements with one reference the first one answers to it.
-        if (hash != 0 && references.table().find(hash, names) == NotFound) {
-            references.add(hash, element);
+        std::uint64_t const hash = own[element];
+        ElementNumber first = NotFound;
+        if (hash != 0) {
+            first = references.table().find(hash, [&](ElementNumber other) {
+                return own[other] == hash && store.nameOf(other) == store.nameOf(element) &&
+                       goesOnFrom(other) == goesOnFrom(element);
+            });
+            // Of several elements with one reference the first one answers to it.
+            if (first == NotFound) {
+                references.add(hash, element);
+                first = element;
+            }
         }
+        around[element] = store.isLeftOutOfReferences(store.classOf(element)) && element != 0
+                              ? around[store.elements[element].parent]
+                              : first;
     }
     store.references = std::move(references).finish();
 }

@@ -42,7 +42,7 @@ public:
     std::vector<VEX_HANDLE> namedByReference(VEX_HANDLE element) const;
 
     I18NLocale const& defaultLocale() const;
-    /// The entries of the model's `locales`, in document order.
+    /// The entries of the model's `locales`, in document order, each once.
     std::vector<I18NLocale> const& locales() const;
 
     std::size_t elementCount() const;
@@ -128,8 +128,11 @@ private:
                            I18NString const* name) const;
     void appendElementsOf(std::uint32_t element, std::uint32_t cls,
                           Vex_Handle_Collection& found) const;
-    void appendChildren(std::uint32_t first, std::uint32_t last, Vex_Handle_Collection& found,
-                        std::uint32_t cls, I18NString const* role) const;
+    void appendChildren(std::uint32_t element, Vex_Handle_Collection& found,
+                        I18NString const* role) const;
+    void appendChildrenOf(std::uint32_t element, std::uint32_t cls, Vex_Handle_Collection& found,
+                          I18NString const* role) const;
+    bool hasRole(std::uint32_t element, I18NString const& role) const;
     class ValueSearch;
     bool giveText(std::uint32_t text, I18NString& target) const;
 

@@ -89,15 +89,43 @@ VEX_HANDLE Model::GetParent(VEX_HANDLE object) const {
     return parent == NotFound ? VEX_HANDLE() : elementHandle(parent);
 }
 
-void Model::appendChildren(ElementNumber first, ElementNumber last, Vex_Handle_Collection& found,
-                           Atom cls, I18NString const* role) const {
-    for (ElementNumber child = first; child < last; child = m_data->elements[child].end) {
-        if (cls != NoAtom && m_data->classOf(child) != cls) {
-            continue;
-        }
-        TextRef const own = role == nullptr ? 0 : m_data->ownText(child, Own::Role);
-        if (role == nullptr || (own != 0 && m_data->texts.view(own) == role->view())) {
+bool Model::hasRole(ElementNumber element, I18NString const& role) const {
+    TextRef const own = m_data->ownText(element, Own::Role);
+    return own != 0 && m_data->texts.view(own) == role.view();
+}
+
+void Model::appendChildren(ElementNumber element, Vex_Handle_Collection& found,
+                           I18NString const* role) const {
+    ElementNumber const last = m_data->elements[element].end;
+    for (ElementNumber child = element + 1; child < last; child = m_data->elements[child].end) {
+        if (role == nullptr || hasRole(child, *role)) {
             found.push_back(elementHandle(child));
+        }
+    }
+}
+
+// Among the children or among the elements of the class, whichever are fewer: who asks for
+// each of many classes in turn goes through neither all over again.
+void Model::appendChildrenOf(ElementNumber element, Atom cls, Vex_Handle_Collection& found,
+                             I18NString const* role) const {
+    auto const append = [&](ElementNumber child) {
+        if (role == nullptr || hasRole(child, *role)) {
+            found.push_back(elementHandle(child));
+        }
+    };
+    std::span<ElementNumber const> const ofClass = m_data->below(element, cls);
+    if (m_data->hasFewChildren(element, ofClass.size())) {
+        ElementNumber const last = m_data->elements[element].end;
+        for (ElementNumber child = element + 1; child < last; child = m_data->elements[child].end) {
+            if (m_data->classOf(child) == cls) {
+                append(child);
+            }
+        }
+        return;
+    }
+    for (ElementNumber const each : ofClass) {
+        if (m_data->elements[each].parent == element) {
+            append(each);
         }
     }
 }
@@ -117,15 +145,18 @@ bool Model::childObjects(VEX_HANDLE object, Vex_Handle_Collection& found, I18NSt
         }
     }
     if (decoded.kind == Kind::Element) {
-        appendChildren(decoded.number + 1, m_data->elements[decoded.number].end, found, wanted,
-                       role);
+        if (wanted == NoAtom) {
+            appendChildren(decoded.number, found, role);
+        } else {
+            appendChildrenOf(decoded.number, wanted, found, role);
+        }
         return true;
     }
-    // The members of a collection begin with the one that names it.
+    // A collection is named by its first member.
     Atom const cls = m_data->classOf(decoded.number);
     ElementNumber const parent = m_data->elements[decoded.number].parent;
     if (parent != NotFound && (wanted == NoAtom || wanted == cls)) {
-        appendChildren(decoded.number, m_data->elements[parent].end, found, cls, role);
+        appendChildrenOf(parent, cls, found, role);
     }
     return true;
 }
@@ -155,12 +186,11 @@ bool Model::getElementsByTagName(VEX_HANDLE object, I18NString const& tag,
 }
 
 void Model::appendElementsOf(ElementNumber element, Atom cls, Vex_Handle_Collection& found) const {
-    std::span<ElementNumber const> const all = m_data->classes[cls];
-    auto const first = std::upper_bound(all.begin(), all.end(), element);
-    auto const last = std::lower_bound(first, all.end(), m_data->elements[element].end);
-    VEX_HANDLE* target = found.extend(static_cast<std::size_t>(last - first));
-    for (auto below = first; below != last; ++below, ++target) {
-        *target = elementHandle(*below);
+    std::span<ElementNumber const> const all = m_data->below(element, cls);
+    VEX_HANDLE* target = found.extend(all.size());
+    for (ElementNumber const each : all) {
+        *target = elementHandle(each);
+        ++target;
     }
 }
 

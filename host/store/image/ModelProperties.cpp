@@ -40,14 +40,23 @@ VEX_HANDLE Model::simpleProperty(SimpleProperties const& of, std::uint32_t offse
 }
 
 VEX_HANDLE Model::findCollection(ElementNumber element, Atom cls) const {
-    ElementNumber const last = m_data->elements[element].end;
     if (m_data->classes[cls].empty()) {
         return {};
     }
-    for (ElementNumber child = element + 1; child < last; child = m_data->elements[child].end) {
+    // Step by step among the children and among the elements of the class: whichever are
+    // fewer end it.
+    ElementNumber child = element + 1;
+    for (ElementNumber const each : m_data->below(element, cls)) {
+        if (m_data->elements[each].parent == element) {
+            return collectionHandle(each);
+        }
+        if (child >= m_data->elements[element].end) {
+            break;
+        }
         if (m_data->firstOfClass[child] && m_data->classOf(child) == cls) {
             return collectionHandle(child);
         }
+        child = m_data->elements[child].end;
     }
     return {};
 }

@@ -59,8 +59,8 @@ public:
     std::span<std::uint32_t const> listed(Shape const& shape) const {
         return {m_listed.data() + shape.firstListed, shape.listedCount};
     }
-    /// The offsets of the simple properties, by name, those of one name in
-    /// document order.
+    /// The offsets of the simple properties, by name, those of one name by the
+    /// number of their locale, those that are not localised in document order.
     std::span<std::uint32_t const> byName(Shape const& shape) const {
         return {m_byName.data() + shape.firstEntry, shape.entryCount - shape.ownCount};
     }

@@ -42,12 +42,10 @@ std::uint32_t StoreData::searchOffset(Shape const& owner, std::span<std::uint32_
                                       I18NLocale const* locale) const {
     ShapeEntry const* const entry = shapes.entries(owner).data();
     auto const findLocale = [named, entry](std::uint32_t number) {
-        for (std::uint32_t const offset : named) {
-            if (entry[offset].locale == number) {
-                return offset;
-            }
-        }
-        return NotFound;
+        auto const at = std::lower_bound(
+            named.begin(), named.end(), number,
+            [entry](std::uint32_t offset, std::uint32_t of) { return entry[offset].locale < of; });
+        return at != named.end() && entry[*at].locale == number ? *at : NotFound;
     };
     if (locale == nullptr) {
         std::uint32_t const unlocalised = findLocale(0);
@@ -55,7 +53,7 @@ std::uint32_t StoreData::searchOffset(Shape const& owner, std::span<std::uint32_
             return unlocalised;
         }
         std::uint32_t const ofDefault = findLocale(defaultLocale.getNumber());
-        return ofDefault != NotFound ? ofDefault : named.front();
+        return ofDefault != NotFound ? ofDefault : *std::min_element(named.begin(), named.end());
     }
     // The last parent is the nameless locale, whose number is that of a value
     // without a locale.
@@ -66,6 +64,21 @@ std::uint32_t StoreData::searchOffset(Shape const& owner, std::span<std::uint32_
             return offset;
         }
     }
+}
+
+std::span<ElementNumber const> StoreData::below(ElementNumber element, Atom cls) const {
+    std::span<ElementNumber const> const all = classes[cls];
+    auto const first = std::upper_bound(all.begin(), all.end(), element);
+    auto const last = std::lower_bound(first, all.end(), elements[element].end);
+    return {first, last};
+}
+
+bool StoreData::hasFewChildren(ElementNumber element, std::size_t most) const {
+    ElementNumber child = element + 1;
+    for (; child < elements[element].end && most != 0; --most) {
+        child = elements[child].end;
+    }
+    return child >= elements[element].end;
 }
 
 TextRef StoreData::nameOf(ElementNumber element) const {

@@ -82,7 +82,7 @@ struct StoreData {
     CompactArray<DocumentPosition> positions; // by element; empty when not kept
 
     I18NLocale defaultLocale;
-    std::vector<I18NLocale> locales;     // the entries of `locales`
+    std::vector<I18NLocale> locales;     // the entries of `locales`, each once
     std::vector<I18NLocale> usedLocales; // of values, ascending by number
 
     // Names that the store itself knows.
@@ -139,6 +139,12 @@ struct StoreData {
     bool isLeftOutOfReferences(Atom cls) const {
         return cls == folderName || cls == queryItemFolderName;
     }
+
+    /// The elements of a class below an element, in document order.
+    std::span<ElementNumber const> below(ElementNumber element, Atom cls) const;
+
+    /// True when there are at most `most` children; looks at no more than that.
+    bool hasFewChildren(ElementNumber element, std::size_t most) const;
 
     /// The elements whose names make up the element's reference, innermost
     /// first; empty when it has none.

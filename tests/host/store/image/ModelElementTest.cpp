@@ -175,4 +175,43 @@ TEST(ModelElement, IsNamedByNoHandleOutsideTheModelsRange) {
     EXPECT_FALSE(VexObject(VEX_HANDLE(0xFFFF'FFFF)).IsValid());
 }
 
+// Among few children of many descendants, and among many children of few of the class.
+TEST(ModelElement, AClassOfMembersHoldsThoseOfTheObjectAndNoneBelow) {
+    std::string few = "<few id='few'>";
+    std::string many = "<many id='many'>";
+    for (int number = 0; number < 100; ++number) {
+        few += number % 50 == 0 ? "<box><b/><b/><box><b/></box></box>" : "";
+        many += "<box/>";
+    }
+    few += "<b id='b1'/><box><b/></box><b id='b2' role='r'/></few>";
+    many += "<b id='b3'><b/></b><box/><b id='b4' role='r'/><box/></many>";
+    ModelProbe const probe("<model>" + few + many + "</model>");
+    struct Row {
+        char const* parent;
+        std::vector<std::string> all;
+        std::vector<std::string> withRole;
+    };
+    for (Row const& row : {Row{"few", {"b1", "b2"}, {"b2"}}, Row{"many", {"b3", "b4"}, {"b4"}}}) {
+        VexObject const parent(probe.id(row.parent));
+        I18NString const cls("b");
+        I18NString const role("r");
+        Vex_Handle_Collection found;
+        parent.childObjects(found, &cls, nullptr);
+        EXPECT_EQ(ModelProbe::ids(found), row.all);
+        EXPECT_EQ(
+            ModelProbe::ids(ModelProbe::children(ModelProbe::property(probe.id(row.parent), "b"))),
+            row.all);
+        found.clear();
+        parent.childObjects(found, &cls, &role);
+        EXPECT_EQ(ModelProbe::ids(found), row.withRole);
+    }
+}
+
+TEST(ModelElement, AnObjectWithoutAMemberOfAClassHasNoCollectionOfIt) {
+    ModelProbe const probe("<model><a id='a'><box><b/><b/><b/></box><c/></a><b/></model>");
+    EXPECT_FALSE(ModelProbe::property(probe.id("a"), "b").IsNotNull());
+    EXPECT_TRUE(ModelProbe::property(probe.id("a"), "c").IsNotNull());
+    EXPECT_EQ(ModelProbe::children(ModelProbe::property(probe.root(), "b")).size(), 1U);
+}
+
 } // namespace

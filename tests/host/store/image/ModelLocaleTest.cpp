@@ -48,6 +48,37 @@ TEST(ModelLocale, NullFindsTheUnlocalisedValueThenTheDefaultLocalesThenTheFirst)
     EXPECT_EQ(Probe::value(probe.id("other"), "n"), "de");
 }
 
+TEST(ModelLocale, TheFirstValueIsTheDocumentsWhateverLocaleWasKnownFirst) {
+    I18NLocale const knownFirst{I18NString("sw")};
+    Probe const probe("<model defaultLocale='fr'><a id='a'>"
+                      "<property name='n' locale='xh'>xh</property>"
+                      "<property name='m'>m</property>"
+                      "<property name='n' locale='sw'>sw</property></a></model>");
+    EXPECT_EQ(Probe::value(probe.id("a"), "n"), "xh");
+    EXPECT_EQ(Probe::value(probe.id("a"), "n", "sw"), "sw");
+    EXPECT_THAT(Probe::values(Probe::properties(probe.id("a"))), ElementsAre("xh", "m"));
+}
+
+TEST(ModelLocale, OfManyValuesOfOneNameEachIsFound) {
+    std::string text = "<model><a id='a'>";
+    for (int number = 0; number < 50; ++number) {
+        std::string const plain = std::to_string(number);
+        text += "<property name='n' locale='de_AT_X" + plain + "'>" + plain + "</property>" +
+                "<property name='n'>plain" + plain + "</property>";
+    }
+    Probe const probe(text + "</a></model>");
+    for (int number = 0; number < 50; ++number) {
+        std::string const plain = std::to_string(number);
+        EXPECT_EQ(Probe::value(probe.id("a"), "n", ("de_AT_X" + plain).c_str()), plain);
+    }
+    EXPECT_EQ(Probe::value(probe.id("a"), "n", "de_AT"), "plain0");
+    EXPECT_EQ(Probe::value(probe.id("a"), "n"), "plain0");
+    std::vector<std::string> const listed = Probe::values(Probe::properties(probe.id("a")));
+    ASSERT_EQ(listed.size(), 50U);
+    EXPECT_EQ(listed.front(), "plain0");
+    EXPECT_EQ(listed.back(), "plain49");
+}
+
 TEST(ModelLocale, AnswersWithNothingForALocaleThatHasNoText) {
     Probe const probe(localised);
     EXPECT_EQ(Probe::value(probe.id("hole"), "n", "de_AT"), "(empty)");
