@@ -3,9 +3,21 @@
 #include "model/VexMDMaProviderUtility.h"
 #include "provider/VexConstants.h"
 
+#include <algorithm>
+
+namespace {
+
+// Looking through so many is faster than sorting them.
+constexpr std::size_t fewRuns = 32;
+constexpr std::size_t fewSearches = 8;
+
+} // namespace
+
 void VexMembers::read(VEX_HANDLE object) {
     m_children.clear();
     m_runs.clear();
+    m_byClass.clear();
+    m_searches = 0;
     if (!VexMDMaProviderUtility::hasChildObjects(object)) {
         return;
     }
@@ -23,14 +35,42 @@ void VexMembers::read(VEX_HANDLE object) {
     }
 }
 
-void VexMembers::appendOfClass(I18NString const& className, Vex_Handle_Collection& found) const {
-    for (std::size_t run = 0; run < m_runs.size(); ++run) {
-        if (m_runs[run].className != className) {
-            continue;
+void VexMembers::appendOfClass(I18NString const& className, Vex_Handle_Collection& found) {
+    if (m_runs.size() <= fewRuns || ++m_searches <= fewSearches) {
+        for (std::size_t run = 0; run < m_runs.size(); ++run) {
+            if (m_runs[run].className == className) {
+                appendRun(run, found);
+            }
         }
-        std::size_t const end = run + 1 < m_runs.size() ? m_runs[run + 1].first : m_children.size();
-        for (std::size_t index = m_runs[run].first; index < end; ++index) {
-            found.push_back(m_children[index]);
-        }
+        return;
     }
+    sortRuns();
+    auto const of = [this](std::size_t run) { return m_runs[run].className.view(); };
+    auto const last = m_byClass.end();
+    for (auto run = std::lower_bound(
+             m_byClass.begin(), last, className.view(),
+             [&](std::size_t each, std::u16string_view wanted) { return of(each) < wanted; });
+         run != last && of(*run) == className.view(); ++run) {
+        appendRun(*run, found);
+    }
+}
+
+void VexMembers::appendRun(std::size_t run, Vex_Handle_Collection& found) const {
+    std::size_t const end = run + 1 < m_runs.size() ? m_runs[run + 1].first : m_children.size();
+    for (std::size_t index = m_runs[run].first; index < end; ++index) {
+        found.push_back(m_children[index]);
+    }
+}
+
+void VexMembers::sortRuns() {
+    if (!m_byClass.empty()) {
+        return;
+    }
+    for (std::size_t run = 0; run < m_runs.size(); ++run) {
+        m_byClass.push_back(run);
+    }
+    std::sort(m_byClass.begin(), m_byClass.end(), [this](std::size_t a, std::size_t b) {
+        int const order = m_runs[a].className.compare(m_runs[b].className);
+        return order != 0 ? order < 0 : a < b;
+    });
 }

@@ -15,8 +15,9 @@ public:
     /// Reads the children of `object` in place of those before.
     void read(VEX_HANDLE object);
 
-    /// Appends the children of that class, in child order.
-    void appendOfClass(I18NString const& className, Vex_Handle_Collection& found) const;
+    /// Appends the children of that class, in child order. Many questions cost hardly more
+    /// than reading the children, however often their classes change.
+    void appendOfClass(I18NString const& className, Vex_Handle_Collection& found);
 
 private:
     /// Children of one class that stand side by side, up to the next run.
@@ -25,6 +26,11 @@ private:
         std::size_t first;
     };
 
+    void appendRun(std::size_t run, Vex_Handle_Collection& found) const;
+    void sortRuns();
+
     Vex_Handle_Collection m_children;
     std::vector<Run> m_runs;
+    std::vector<std::size_t> m_byClass; // the runs, once many questions were asked
+    std::size_t m_searches = 0;
 };

@@ -29,17 +29,15 @@ bool hasKind(std::vector<VexSelectedProperty> const& properties, VexSelectedProp
                        [kind](auto const& property) { return property.kind == kind; });
 }
 
-// The selection for a class, made by `Read` when the class is met first.
-template <class Selection, class Read>
-Selection& selectionOf(std::unordered_map<I18NString, Selection>& known,
-                       I18NString const& className, Read const& read) {
-    auto const found = known.find(className);
-    if (found != known.end()) {
-        return found->second;
+std::unordered_set<I18NString> namedIn(std::list<I18NString> const& requests) {
+    std::unordered_set<I18NString> named;
+    for (I18NString const& request : requests) {
+        int const slash = request.find(u'/');
+        if (slash >= 0) {
+            named.insert(request.substring(0, slash));
+        }
     }
-    std::list<I18NString> names;
-    read(names);
-    return known.emplace(className, Selection(names)).first->second;
+    return named;
 }
 
 } // namespace
@@ -55,14 +53,40 @@ VexPropertySelection::VexPropertySelection(std::list<I18NString> const& names)
 VexCollectionSelection::VexCollectionSelection(std::list<I18NString> const& requested)
     : names(requested), all(IsWildcardForCollections(requested)) {}
 
+template <class Selection, class Read>
+Selection& VexClassSelections::selectionOf(Known<Selection>& known, I18NString const& className,
+                                           std::list<I18NString> const& requests,
+                                           Read const& read) {
+    constexpr std::size_t fewClasses = 64;
+    auto const found = known.byClass.find(className);
+    if (found != known.byClass.end()) {
+        return found->second;
+    }
+    auto const make = [&read] {
+        std::list<I18NString> names;
+        read(names);
+        return Selection(names);
+    };
+    if (known.byClass.size() >= fewClasses) {
+        if (!known.ofOthers) {
+            known.named = namedIn(requests);
+        }
+        // A class of a host may have any name, one with a "/" too.
+        if (known.named.find(className) == known.named.end() && className.find(u'/') < 0) {
+            return known.ofOthers ? *known.ofOthers : known.ofOthers.emplace(make());
+        }
+    }
+    return known.byClass.emplace(className, make()).first->second;
+}
+
 VexPropertySelection& VexClassSelections::propertiesOf(I18NString const& className) {
-    return selectionOf(m_properties, className, [&](std::list<I18NString>& names) {
-        m_helper.GetPropertiesForClass(className, names);
-    });
+    return selectionOf(
+        m_properties, className, m_helper.GetAttributeRequests(),
+        [&](std::list<I18NString>& names) { m_helper.GetPropertiesForClass(className, names); });
 }
 
 VexCollectionSelection const& VexClassSelections::collectionsOf(I18NString const& className) {
-    return selectionOf(m_collections, className, [&](std::list<I18NString>& names) {
-        m_helper.GetCollectionsForClass(className, names);
-    });
+    return selectionOf(
+        m_collections, className, m_helper.GetCollectionRequests(),
+        [&](std::list<I18NString>& names) { m_helper.GetCollectionsForClass(className, names); });
 }

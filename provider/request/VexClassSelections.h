@@ -3,7 +3,9 @@
 #include "I18NString.h"
 
 #include <list>
+#include <optional>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 class VexMDMaProviderHelper;
@@ -37,8 +39,9 @@ struct VexCollectionSelection {
     bool all; // "*" is all that the request names: every collection of the object
 };
 
-/// What a request selects, worked out once for each class that the tree meets.
-/// Depends on the request alone, and lives no longer.
+/// What a request selects, worked out once for each class that the tree meets; where these
+/// are many, once for all those that the request does not name. Depends on the request alone,
+/// and lives no longer.
 class VexClassSelections {
 public:
     explicit VexClassSelections(VexMDMaProviderHelper const& helper) : m_helper(helper) {}
@@ -49,7 +52,17 @@ public:
     VexCollectionSelection const& collectionsOf(I18NString const& className);
 
 private:
+    /// What one kind of requests selects.
+    template <class Selection> struct Known {
+        std::unordered_map<I18NString, Selection> byClass;
+        std::optional<Selection> ofOthers;      // made when there are many
+        std::unordered_set<I18NString> named{}; // then: what stands before a "/" in the requests
+    };
+    template <class Selection, class Read>
+    static Selection& selectionOf(Known<Selection>& known, I18NString const& className,
+                                  std::list<I18NString> const& requests, Read const& read);
+
     VexMDMaProviderHelper const& m_helper;
-    std::unordered_map<I18NString, VexPropertySelection> m_properties;
-    std::unordered_map<I18NString, VexCollectionSelection> m_collections;
+    Known<VexPropertySelection> m_properties;
+    Known<VexCollectionSelection> m_collections;
 };

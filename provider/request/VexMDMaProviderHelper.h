@@ -25,6 +25,9 @@ public:
     /// The property requests ("./@A", "*/@A", "C/@A") in document order.
     std::list<I18NString> const& GetAttributeRequests() const { return m_attributeRequests; }
 
+    /// The collection requests ("./C", "*/C", "D/C") in document order.
+    std::list<I18NString> const& GetCollectionRequests() const { return m_collectionRequests; }
+
     /// Sets `result` to the names of the properties requested for a class: those
     /// of the start object, of every class, of the class; repeats are kept.
     void GetPropertiesForClass(I18NString const& className, std::list<I18NString>& result) const;

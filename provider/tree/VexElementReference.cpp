@@ -14,6 +14,8 @@
 
 namespace {
 
+// Gone through anew for each shortcut of a path: a host is asked again each time, and no
+// answer of its is kept from one to the next.
 Vex_Handle_Collection shortcutsOf(VexModelScope const& model) {
     Vex_Handle_Collection shortcuts;
     VexMDMaProviderUtility::getElementsByTagName(model.rootNamespace, VexClass::Shortcut,

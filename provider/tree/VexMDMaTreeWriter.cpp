@@ -224,6 +224,23 @@ void VexMDMaTreeWriter::writeMembers(VexTreePlace const& place, VEX_HANDLE objec
     }
 }
 
+// Reads the target's members once, as the members of any object are read: `loadCollection`
+// would go through all of them for each name.
+void VexMDMaTreeWriter::writeTargetMembers(VexTreePlace const& place, VEX_HANDLE target,
+                                           std::list<I18NString> const& collections) {
+    OpenLevel const level(*this);
+    level->members.read(target);
+    for (I18NString const& name : collections) {
+        level->collection.clear();
+        level->members.appendOfClass(name, level->collection);
+        if (!level->collection.empty()) {
+            writeMembersOfClass({name, place.texts, place.parent, place.level, place.skipViewLists,
+                                 false, place.expansion, place.around},
+                                level->collection);
+        }
+    }
+}
+
 void VexMDMaTreeWriter::writeShortcut(VexTreePlace const& place, VEX_HANDLE shortcut,
                                       bool atStart) {
     KRLIDOM_Node const element = shortcutElement(place, shortcut, atStart);

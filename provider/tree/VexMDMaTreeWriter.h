@@ -121,6 +121,9 @@ private:
     void writeShortcut(VexTreePlace const& place, VEX_HANDLE shortcut, bool atStart);
     /// `place` is the shortcut's container's.
     KRLIDOM_Node shortcutElement(VexTreePlace const& place, VEX_HANDLE shortcut, bool atStart);
+    /// The members of a shortcut's target, into the shortcut's element.
+    void writeTargetMembers(VexTreePlace const& place, VEX_HANDLE target,
+                            std::list<I18NString> const& collections);
     void setShortcutAttributes(KRLIDOM_Element const& element, VexPropertySelection& selected,
                                VEX_HANDLE shortcut, VEX_HANDLE target, I18NString const& name,
                                I18NString const& pathText, I18NString const& reference);

@@ -3,7 +3,6 @@
 #include "KRLIDOM_Helper.h"
 #include "VexSession.h"
 #include "model/VexClassNames.h"
-#include "model/VexCollections.h"
 #include "model/VexMDMaProviderUtility.h"
 #include "model/VexShortcutTarget.h"
 #include "provider/VexConstants.h"
@@ -82,15 +81,9 @@ KRLIDOM_Node VexMDMaTreeWriter::shortcutElement(VexTreePlace const& place, VEX_H
     }
     if (descends(place.level) && !endless && !reported.membersRefused) {
         VexExpansion const expansion{shortcut, place.expansion};
-        for (I18NString const& collectionName : collections) {
-            Vex_Handle_Collection collection;
-            LoadCollection(target, collectionName, collection);
-            if (!collection.empty()) {
-                writeMembersOfClass({collectionName, texts, element, place.levelBelow(), true,
-                                     false, &expansion, around},
-                                    collection);
-            }
-        }
+        writeTargetMembers(
+            {targetClass, texts, element, place.levelBelow(), true, false, &expansion, around},
+            target, collections);
     }
     return element;
 }
