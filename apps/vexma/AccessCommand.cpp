@@ -55,7 +55,7 @@ struct AccessCommand {
     /// Object by object, the users in the order of the catalogue.
     int runForAll(Workplace const& workplace, ObjectArguments const& arguments,
                   Vex_Handle_Collection const& objects, Console& console) const {
-        Viewers const viewers = Viewers::usersOf(workplace.catalogue(), workplace.modelPath(), "");
+        Viewers const viewers = Viewers::usersOf(workplace.catalogue(), "");
         std::map<std::string, AccessAnswer> answers;
         int status = Done;
         for (Viewer const& viewer : viewers.all()) {

@@ -6,6 +6,7 @@
 #include "host/protocol/JsonDifferences.h"
 
 #include <algorithm>
+#include <map>
 #include <memory>
 
 namespace vex {
@@ -71,6 +72,33 @@ BothTrees askForBoth(BothSides const& sides) {
     return {askForTrees(sides.before, sides.viewBefore), askForTrees(sides.after, sides.viewAfter)};
 }
 
+/// The viewers of a side by the names of those who look as they do.
+class ViewersByName {
+public:
+    explicit ViewersByName(std::vector<Viewer> const& viewers) {
+        for (std::size_t place = 0; place < viewers.size(); ++place) {
+            for (std::string& name : viewers[place].names()) {
+                m_places.emplace(std::move(name), place);
+            }
+        }
+    }
+
+    /// The names of a viewer of the other side, by the place of the viewer here.
+    std::map<std::size_t, std::vector<std::string>> findAll(Viewer const& viewer) const {
+        std::map<std::size_t, std::vector<std::string>> found;
+        for (std::string& name : viewer.names()) {
+            auto const known = m_places.find(name);
+            if (known != m_places.end()) {
+                found[known->second].push_back(std::move(name));
+            }
+        }
+        return found;
+    }
+
+private:
+    std::map<std::string, std::size_t> m_places;
+};
+
 struct DiffCommand {
     SourceOptions source;
     std::string view;
@@ -116,19 +144,16 @@ struct DiffCommand {
     /// The users that both catalogues have; those with the same roles once.
     int runForAll(Workplace& first, Workplace& second, std::vector<RightChange> const& rights,
                   Console& console) const {
-        Viewers const before = Viewers::usersOf(first.catalogue(), first.modelPath(), "");
-        Viewers const after = Viewers::usersOf(second.catalogue(), second.modelPath(), "");
+        Viewers const before = Viewers::usersOf(first.catalogue(), "");
+        Viewers const after = Viewers::usersOf(second.catalogue(), "");
         std::vector<UserDifferences> users;
         bool areNone = rights.empty();
         int status = Done;
+        ViewersByName const others(after.all());
         for (Viewer const& was : before.all()) {
-            for (Viewer const& is : after.all()) {
-                std::vector<std::string> const names = namesOfBoth(was, is);
-                if (names.empty()) {
-                    continue;
-                }
+            for (auto const& [is, names] : others.findAll(was)) {
                 Workplace one(first, was.user);
-                Workplace two(second, is.user);
+                Workplace two(second, after.all()[is].user);
                 UserDifferences& told = users.emplace_back();
                 told.user = names.front();
                 told.alike.assign(names.begin() + 1, names.end());
@@ -151,17 +176,6 @@ struct DiffCommand {
 
     int statusOf(bool areNone) const { return hasExitCode && !areNone ? Different : Done; }
 
-    static std::vector<std::string> namesOfBoth(Viewer const& one, Viewer const& two) {
-        std::vector<std::string> const others = two.names();
-        std::vector<std::string> both;
-        for (std::string& name : one.names()) {
-            if (std::find(others.begin(), others.end(), name) != others.end()) {
-                both.push_back(std::move(name));
-            }
-        }
-        return both;
-    }
-
     /// Every language that both models have, unless one was asked for. Gives how the call
     /// ended that was not answered, and who was refused.
     CallEnd compare(BothSides const& sides, UserDifferences& told) const {
@@ -174,12 +188,12 @@ struct DiffCommand {
         for (I18NLocale const& locale : furtherLanguages(sides)) {
             Workplace one(sides.before, locale);
             Workplace two(sides.after, locale);
-            BothTrees trees = askForBoth({one, two, sides.viewBefore, sides.viewAfter});
+            BothTrees const trees = askForBoth({one, two, sides.viewBefore, sides.viewAfter});
             if (std::optional<CallEnd> const end = endOf(trees, told)) {
                 return *end;
             }
-            before.others.push_back({locale, std::move(trees.before.objects)});
-            after.others.push_back({locale, std::move(trees.after.objects)});
+            before.others.push_back({locale, {before.model, trees.before.objects}});
+            after.others.push_back({locale, {after.model, trees.after.objects}});
         }
         return sides.before.together([&] { told.differences = tellDifferences(before, after); });
     }

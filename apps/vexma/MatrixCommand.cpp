@@ -50,10 +50,9 @@ struct MatrixCommand {
         complainAboutLocale(workplace, console);
         checkClasses(workplace.model());
         std::vector<std::size_t> const rows = rowsOf(workplace.model());
-        Viewers const viewers =
-            by == "roles"
-                ? Viewers::rolesOf(workplace.catalogue(), workplace.modelPath())
-                : Viewers::usersOf(workplace.catalogue(), workplace.modelPath(), source.user);
+        Viewers const viewers = by == "roles"
+                                    ? Viewers::rolesOf(workplace.catalogue(), workplace.modelPath())
+                                    : Viewers::usersOf(workplace.catalogue(), source.user);
         if (viewers.all().empty()) {
             throw UsageException("there are no roles: a model file alone has no users; give "
                                  "--catalog CATALOG.xml --model PATH");

@@ -1,26 +1,31 @@
 #include "apps/vexma/TreeBranches.h"
 
+#include <algorithm>
+
 namespace vex {
 
-TreeBranches::TreeBranches(std::vector<std::size_t> const& containers)
-    : m_before(containers.size()) {
-    std::vector<bool> isLast(containers.size(), true);
-    std::vector<bool> hasLater(containers.size(), false);
-    for (std::size_t entry = containers.size(); entry-- > 0;) {
-        std::size_t const container = containers[entry];
+TreeBranches::TreeBranches(std::vector<std::size_t> containers)
+    : m_containers(std::move(containers)), m_isLast(m_containers.size(), true) {
+    std::vector<bool> hasLater(m_containers.size(), false);
+    for (std::size_t entry = m_containers.size(); entry-- > 0;) {
+        std::size_t const container = m_containers[entry];
         if (container != NoContainer) {
-            isLast[entry] = !hasLater[container];
+            m_isLast[entry] = !hasLater[container];
             hasLater[container] = true;
         }
     }
-    std::vector<std::string> around(containers.size()); // of the members of each entry
-    for (std::size_t entry = 0; entry < containers.size(); ++entry) {
-        if (containers[entry] != NoContainer) {
-            std::string const& outer = around[containers[entry]];
-            m_before[entry] = outer + (isLast[entry] ? "└── " : "├── ");
-            around[entry] = outer + (isLast[entry] ? "    " : "│   ");
-        }
+}
+
+std::string TreeBranches::before(std::size_t entry) const {
+    std::vector<char const*> pieces; // the innermost first
+    std::size_t at = entry;
+    for (; m_containers[at] != NoContainer; at = m_containers[at]) {
+        pieces.push_back(at == entry ? (m_isLast[at] ? "└── " : "├── ")
+                                     : (m_isLast[at] ? "    " : "│   "));
     }
+    std::string text;
+    std::for_each(pieces.rbegin(), pieces.rend(), [&](char const* piece) { text += piece; });
+    return text;
 }
 
 } // namespace vex

@@ -13,13 +13,14 @@ public:
 
     /// The container of each entry, as its place in the list. An entry stands
     /// behind its container and all that is in its earlier siblings.
-    explicit TreeBranches(std::vector<std::size_t> const& containers);
+    explicit TreeBranches(std::vector<std::size_t> containers);
 
     /// What stands before an entry; "" for one without a container.
-    std::string const& before(std::size_t entry) const { return m_before[entry]; }
+    std::string before(std::size_t entry) const;
 
 private:
-    std::vector<std::string> m_before;
+    std::vector<std::size_t> m_containers;
+    std::vector<bool> m_isLast; // in its container
 };
 
 } // namespace vex

@@ -237,8 +237,9 @@ CommandRun addValidateCommand(CommandSyntax& command) {
     validate->sizes.addTo(command);
     command.epilog =
         R"(Writes one line for each finding: file:line:column, severity, text, [rule]. json and
-sarif hold every finding. Exit status: 3 when one of them is an error, with --strict
-also when one is a warning, else 0; notes never count. A line of the rules file is
+sarif hold 5000 findings of a rule in a file, and how many more there are. Exit status: 3
+when one of them is an error, with --strict also when one is a warning, else 0; notes never
+count. A line of the rules file is
 "RULE: off", "RULE: note", "RULE: warning" or "RULE: error".
 
 Examples:

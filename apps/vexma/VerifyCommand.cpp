@@ -118,8 +118,7 @@ struct VerifyCommand {
     }
 
     Verification verifyAll(Workplace const& workplace, Console& console) const {
-        Viewers const viewers =
-            Viewers::usersOf(workplace.catalogue(), workplace.modelPath(), source.user);
+        Viewers const viewers = Viewers::usersOf(workplace.catalogue(), source.user);
         Verification verification;
         verification.file = fileOf(workplace);
         verification.isOfAllUsers = source.user.empty();

@@ -1,6 +1,8 @@
 #include "apps/vexma/Viewers.h"
 
 #include <algorithm>
+#include <set>
+#include <string_view>
 
 namespace vex {
 
@@ -10,34 +12,25 @@ std::vector<std::string> Viewer::names() const {
     return all;
 }
 
-void Viewers::add(CatalogueModel const* model, std::shared_ptr<CatalogueUser const> const& user) {
-    std::vector<I18NString> rights = user->roles;
-    rights.emplace_back(); // no role has this name
-    if (model != nullptr) {
-        std::vector<I18NString> const views = availableViews(*model, *user);
-        rights.insert(rights.end(), views.begin(), views.end());
+void Viewers::add(std::shared_ptr<CatalogueUser const> const& user) {
+    auto const [known, isNew] = m_places.try_emplace(user.get(), m_viewers.size());
+    if (isNew) {
+        m_viewers.push_back({user->name.toUtf8(), {}, user});
+    } else {
+        m_viewers[known->second].alike.push_back(user->name.toUtf8());
     }
-    auto const known = std::find(m_rights.begin(), m_rights.end(), rights);
-    if (known != m_rights.end()) {
-        m_viewers[static_cast<std::size_t>(known - m_rights.begin())].alike.push_back(
-            user->name.toUtf8());
-        return;
-    }
-    m_viewers.push_back({user->name.toUtf8(), {}, user});
-    m_rights.push_back(std::move(rights));
 }
 
 Viewers Viewers::usersOf(std::shared_ptr<Catalogue const> const& catalogue,
-                         I18NString const& modelPath, std::string const& only) {
+                         std::string const& only) {
     Viewers made;
     if (catalogue == nullptr) {
         made.m_viewers.emplace_back();
         return made;
     }
-    CatalogueModel const* const model = catalogue->findModel(modelPath);
     for (CatalogueUser const& user : catalogue->users) {
         if (only.empty() || user.name.toUtf8() == only) {
-            made.add(model, {catalogue, &user});
+            made.add({catalogue, &user});
         }
     }
     return made;
@@ -50,10 +43,10 @@ Viewers Viewers::rolesOf(std::shared_ptr<Catalogue const> const& catalogue,
         return made;
     }
     CatalogueModel const* const model = catalogue->findModel(modelPath);
-    std::vector<I18NString> roles;
+    std::set<std::u16string_view> known;
     auto const note = [&](I18NString const& role) {
-        if (std::find(roles.begin(), roles.end(), role) == roles.end()) {
-            roles.push_back(role);
+        if (known.insert(role.view()).second) {
+            made.add(std::make_shared<CatalogueUser>(CatalogueUser{role, {role}}));
         }
     };
     if (model != nullptr) {
@@ -63,9 +56,6 @@ Viewers Viewers::rolesOf(std::shared_ptr<Catalogue const> const& catalogue,
     }
     for (CatalogueUser const& user : catalogue->users) {
         std::for_each(user.roles.begin(), user.roles.end(), note);
-    }
-    for (I18NString const& role : roles) {
-        made.add(model, std::make_shared<CatalogueUser>(CatalogueUser{role, {role}}));
     }
     return made;
 }

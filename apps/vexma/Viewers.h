@@ -2,6 +2,7 @@
 
 #include "host/catalogue/Catalogue.h"
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -24,7 +25,7 @@ class Viewers {
 public:
     /// The users of the catalogue, or only the one of that name; everybody without a catalogue.
     static Viewers usersOf(std::shared_ptr<Catalogue const> const& catalogue,
-                           I18NString const& modelPath, std::string const& only);
+                           std::string const& only);
     /// The roles that the catalogue names, as users who have that one role; none without.
     static Viewers rolesOf(std::shared_ptr<Catalogue const> const& catalogue,
                            I18NString const& modelPath);
@@ -34,10 +35,16 @@ public:
 private:
     Viewers() = default;
 
-    void add(CatalogueModel const* model, std::shared_ptr<CatalogueUser const> const& user);
+    void add(std::shared_ptr<CatalogueUser const> const& user);
 
     std::vector<Viewer> m_viewers;
-    std::vector<std::vector<I18NString>> m_rights; // of the viewers
+    /// The views that a user may use follow from the roles.
+    struct ByRoles {
+        bool operator()(CatalogueUser const* a, CatalogueUser const* b) const {
+            return a->roles < b->roles;
+        }
+    };
+    std::map<CatalogueUser const*, std::size_t, ByRoles> m_places; // of the viewers
 };
 
 } // namespace vex

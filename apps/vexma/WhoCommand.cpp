@@ -4,6 +4,7 @@
 #include "apps/vexma/TreeAnswer.h"
 #include "apps/vexma/Viewers.h"
 #include "apps/vexma/WordWarning.h"
+#include "host/insight/ObjectReference.h"
 #include "host/protocol/JsonSight.h"
 
 #include <algorithm>
@@ -13,10 +14,15 @@ namespace vex {
 
 namespace {
 
-bool isWritten(AnsweredTree const& trees, VEX_HANDLE object) {
-    return std::any_of(trees.begin(), trees.end(), [&](AnsweredObject const& entry) {
-        return entry.object == object && entry.fate == ObjectFate::Written;
-    });
+/// By the number of the object.
+std::vector<bool> writtenIn(AnsweredTree const& trees, Model const& model) {
+    std::vector<bool> isWritten(model.elementCount(), false);
+    for (AnsweredObject const& entry : trees) {
+        if (entry.fate == ObjectFate::Written) {
+            isWritten[numberOf(model, entry.object)] = true;
+        }
+    }
+    return isWritten;
 }
 
 struct WhoCommand {
@@ -34,8 +40,7 @@ struct WhoCommand {
         for (VEX_HANDLE const object : objects) {
             told.push_back({labelOf(workplace.model(), object, workplace.locale()), {}});
         }
-        Viewers const users =
-            Viewers::usersOf(workplace.catalogue(), workplace.modelPath(), source.user);
+        Viewers const users = Viewers::usersOf(workplace.catalogue(), source.user);
         Viewers const roles = Viewers::rolesOf(workplace.catalogue(), workplace.modelPath());
         bool isFinished = true;
         for (Viewer const& viewer : users.all()) {
@@ -75,11 +80,12 @@ struct WhoCommand {
         Explanation const explanation =
             tellAccess(further.model(), further.locale(), objects, reasons.explanation,
                        trees.objects, std::nullopt);
+        std::vector<bool> const isWritten = writtenIn(trees.objects, further.model());
         for (std::size_t number = 0; number < objects.size(); ++number) {
             ToldObject const& object = explanation.objects[number];
-            about.sight = object.accessible                           ? Sight::Seen
-                          : isWritten(trees.objects, objects[number]) ? Sight::PastViews
-                                                                      : Sight::NotSeen;
+            about.sight = object.accessible                                       ? Sight::Seen
+                          : isWritten[numberOf(further.model(), objects[number])] ? Sight::PastViews
+                                                                                  : Sight::NotSeen;
             about.why = object.verdict;
             about.tree = about.sight == Sight::PastViews ? object.tree : std::vector<std::string>();
             told[number].add(about);

@@ -1,6 +1,10 @@
 #include "host/catalogue/Catalogue.h"
 
+#include "I18NHash.h"
+
 #include <algorithm>
+#include <string_view>
+#include <unordered_set>
 
 namespace vex {
 
@@ -35,14 +39,23 @@ CatalogueUser const* Catalogue::findUser(I18NString const& name) const {
 }
 
 std::vector<I18NString> availableViews(CatalogueModel const& model, CatalogueUser const& user) {
-    std::vector<I18NString> views;
+    // A user may have as many as there are grants.
+    std::unordered_set<std::u16string_view, I18NTextHasher> roles;
+    roles.reserve(user.roles.size());
+    for (I18NString const& role : user.roles) {
+        roles.insert(role.view());
+    }
+    std::set<std::u16string_view> granted; // ascending, each once
     for (CatalogueGrant const& grant : model.grants) {
-        if (std::find(user.roles.begin(), user.roles.end(), grant.role) != user.roles.end()) {
-            views.push_back(grant.view);
+        if (roles.contains(grant.role.view())) {
+            granted.insert(grant.view.view());
         }
     }
-    std::sort(views.begin(), views.end());
-    views.erase(std::unique(views.begin(), views.end()), views.end());
+    std::vector<I18NString> views;
+    views.reserve(granted.size());
+    for (std::u16string_view const view : granted) {
+        views.emplace_back(view);
+    }
     return views;
 }
 

@@ -47,6 +47,7 @@ std::shared_ptr<Catalogue const> readCatalogueText(std::string_view text, std::s
     } catch (KRLDocumentException const& problem) {
         reportUnreadable(problem, name, problems);
     }
+    handler.tellRest();
     found.insert(found.end(), problems.begin(), problems.end());
     return hasError(problems) ? nullptr : catalogue;
 }

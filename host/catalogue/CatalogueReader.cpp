@@ -3,6 +3,7 @@
 #include "I18NStringIterator.h"
 #include "KRLException.h"
 #include "host/store/build/WritableText.h"
+#include "host/store/image/ShortText.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -58,7 +59,7 @@ I18NString trimmed(I18NString const& text) {
 }
 
 std::string quoted(I18NString const& text) {
-    return '"' + text.toUtf8() + '"';
+    return '"' + shortened(text.view()) + '"';
 }
 
 std::string quoted(char16_t const* text) {
@@ -265,8 +266,10 @@ void CatalogueReader::refuse(char const* /*rule*/, std::string text) {
 }
 
 void CatalogueReader::report(char const* rule, std::string text) {
-    DocumentPosition const at = positionOf(*m_locator);
-    m_found.push_back({Severity::Error, rule, m_name, at.line, at.column, std::move(text)});
+    if (m_limit.admits(rule)) {
+        DocumentPosition const at = positionOf(*m_locator);
+        m_found.push_back({Severity::Error, rule, m_name, at.line, at.column, std::move(text)});
+    }
 }
 
 } // namespace vex

@@ -2,6 +2,7 @@
 
 #include "host/catalogue/Catalogue.h"
 #include "host/import/xml/SaxDocument.h"
+#include "host/store/build/FindingLimit.h"
 
 #include <set>
 
@@ -20,6 +21,9 @@ public:
     void startElement(XMLCh const* uri, XMLCh const* localName, XMLCh const* tag,
                       xercesc::Attributes const& attributes) override;
     void endElement(XMLCh const* uri, XMLCh const* localName, XMLCh const* tag) override;
+    /// Adds how many problems were left out, where some were; comes last.
+    void tellRest() const { m_limit.tellRest(m_found); }
+
     void characters(XMLCh const* text, XMLSize_t length) override;
     void fatalError(xercesc::SAXParseException const& problem) override;
 
@@ -47,6 +51,7 @@ private:
     std::string m_name;
     std::string m_folder;
     Diagnostics& m_found;
+    FindingLimit m_limit;
     xercesc::Locator const* m_locator = nullptr;
 
     std::vector<Rule const*> m_open;

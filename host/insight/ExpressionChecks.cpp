@@ -3,6 +3,11 @@
 #include "host/insight/NameResolution.h"
 #include "host/insight/ObjectText.h"
 #include "host/insight/TextReferences.h"
+#include "host/store/image/ShortText.h"
+
+#include <algorithm>
+#include <optional>
+#include <set>
 
 namespace vex {
 
@@ -22,9 +27,11 @@ public:
         if (text.find(u'[') < 0 || isComputed || !outermostNamespaceOf(element).IsNotNull()) {
             return;
         }
-        for (TextReference const& reference : referencesIn(text)) {
-            if (!reference.isQuoted && !reference.isMemberKey) {
-                checkReference(element, property, text, reference);
+        m_literals.reset();
+        TextReferences references(text);
+        while (TextReference const* const reference = references.next()) {
+            if (!reference->isQuoted() && !reference->isMemberKey()) {
+                checkReference(element, property, text, *reference);
             }
         }
     }
@@ -32,34 +39,54 @@ public:
 private:
     void checkReference(VEX_HANDLE element, I18NString const& property, I18NString const& text,
                         TextReference const& reference) {
-        std::vector<std::u16string> const all = reference.allNames();
+        NameResolution::Names const all = reference.allNames();
         if (m_names.resolveFor(element, all).used == all.size()) {
             return;
         }
-        ResolvedNames const found = m_names.resolveFor(element, reference.names);
-        bool const isKnown = found.used == reference.names.size();
-        bool const isElement = reference.names.size() == 1 && !reference.before.empty(); // a[0]
-        if (isKnown || isElement || m_names.isOutsideName(reference.names.front()) ||
-            isDefinedIn(text, reference.names.front())) {
+        NameResolution::Names const names = reference.names();
+        ResolvedNames const found = m_names.resolveFor(element, names);
+        bool const isKnown = found.used == names.size();
+        bool const isElement = names.size() == 1 && !reference.before().empty(); // a[0]
+        if (isKnown || isElement || m_names.isOutsideName(names.front()) ||
+            isDefinedIn(text, names.front())) {
             return;
         }
         I18NString name;
-        for (std::u16string const& each : reference.names) {
-            name.append(name.empty() ? "[" : ".[").append(I18NString(each)).append("]");
+        for (std::u16string_view const each : names) {
+            name.append(name.empty() ? "[" : ".[").append(each).append("]");
         }
-        m_findings.add("unknown-name-in-expression", element,
-                       m_findings.describe(element) + " names " + name.toUtf8() + " in its " +
-                           property.toUtf8() + ", which no object is called" +
-                           (found.used == 0 ? "" : "; " + found.reference.toUtf8() + " exists"));
+        m_findings.add("unknown-name-in-expression", element, [&] {
+            return m_findings.describe(element) + " names " + shortened(name.view()) + " in its " +
+                   property.toUtf8() + ", which no object is called" +
+                   (found.used == 0
+                        ? ""
+                        : "; " + shortened(referenceOf(names.first(found.used)).view()) +
+                              " exists");
+        });
     }
 
     /// Functions may define names for what they make, as literals: "Name", [Name].
-    static bool isDefinedIn(I18NString const& text, std::u16string const& name) {
-        return text.find(I18NString(u'"' + name + u'"')) >= 0;
+    bool isDefinedIn(I18NString const& text, std::u16string_view name) {
+        if (!m_literals) {
+            m_literals.emplace();
+            std::u16string_view rest = text.view();
+            rest.remove_prefix(std::min(rest.find(u'"'), rest.size()));
+            while (!rest.empty()) {
+                rest.remove_prefix(1);
+                std::size_t const end = rest.find(u'"');
+                if (end == std::u16string_view::npos) {
+                    break;
+                }
+                m_literals->insert(rest.substr(0, end));
+                rest.remove_prefix(end);
+            }
+        }
+        return m_literals->contains(name);
     }
 
     ModelFindings& m_findings;
     NameResolution m_names;
+    std::optional<std::set<std::u16string_view>> m_literals; // of the text at hand
 };
 
 } // namespace

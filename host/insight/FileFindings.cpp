@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <tuple>
 
 namespace vex {
@@ -67,14 +68,14 @@ std::shared_ptr<Model const> examineModel(std::string const& text, std::string c
 }
 
 /// The model of a catalogue's entry.
-std::shared_ptr<Model const> examineEntry(CatalogueModel const& entry, std::string const& name,
+std::shared_ptr<Model const> examineEntry(CatalogueModel const& entry,
                                           ProgressReport const& progress, InputLimit const& limit,
-                                          Diagnostics& found, Diagnostics& inModels) {
+                                          CatalogueFindings& findings, Diagnostics& inModels) {
     try {
         return examineModel(readFileText(entry.file, limit), entry.file, progress, inModels);
     } catch (KRLDocumentException const& problem) {
-        found.push_back(
-            finding("model-unreadable", name, entry.line, entry.column, problem.what()));
+        findings.add("model-unreadable", entry.line, entry.column,
+                     [&] { return std::string(problem.what()); });
         return nullptr;
     }
 }
@@ -109,18 +110,23 @@ Diagnostics findInCatalogue(std::string const& text, std::string const& name,
     Diagnostics inModels;
     auto const catalogue = readCatalogueText(text, name, folder, found);
     if (catalogue != nullptr) {
-        checkCatalogue(*catalogue, name, found);
-        std::map<std::string, std::shared_ptr<Model const>>
-            models; // several paths may share a file
+        CatalogueFindings findings(name, found);
+        checkCatalogue(*catalogue, findings);
+        GrantCheck const grants(*catalogue, findings);
+        std::map<std::string, std::optional<GrantedModel>> models; // several paths may share a file
         for (CatalogueModel const& entry : catalogue->models) {
             auto const [model, isNew] = models.try_emplace(entry.file);
             if (isNew) {
-                model->second = examineEntry(entry, name, progress, ofModels, found, inModels);
+                auto const examined = examineEntry(entry, progress, ofModels, findings, inModels);
+                if (examined != nullptr) {
+                    model->second.emplace(*examined);
+                }
             }
-            if (model->second != nullptr) {
-                checkGrants(*catalogue, entry, *model->second, name, found);
+            if (model->second) {
+                grants.check(entry, *model->second);
             }
         }
+        findings.tellRest();
     }
     sortByPlace(found);
     append(found, inModels);

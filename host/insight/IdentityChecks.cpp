@@ -34,15 +34,17 @@ void checkIdentities(ModelFindings& findings) {
             continue;
         }
         if (!hasName(model, element)) {
-            findings.add("object-without-name", element,
-                         "the " + cls.toUtf8() +
-                             " has no name: where only names are asked for, it "
-                             "is left out with all that stands in it");
+            findings.add("object-without-name", element, [&] {
+                return "the " + cls.toUtf8() +
+                       " has no name: where only names are asked for, it "
+                       "is left out with all that stands in it";
+            });
         }
         if (hasViews && idOf(element).empty()) {
-            findings.add("object-without-id", element,
-                         cls.toUtf8() + ' ' + findings.nameOf(element) +
-                             " has no id, so no view can list it");
+            findings.add("object-without-id", element, [&] {
+                return cls.toUtf8() + ' ' + findings.nameOf(element) +
+                       " has no id, so no view can list it";
+            });
         }
     }
 }

@@ -6,6 +6,8 @@
 #include "host/insight/TextReferences.h"
 
 #include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace vex {
 
@@ -31,10 +33,14 @@ public:
                 continue; // a collection: its members are objects of their own
             }
             I18NString const name = classOf(property); // of a property: its name
-            m_firstOfProperty = m_found.size();
+            m_namedHere.clear();
             scanValue(object, name, property);
+            m_valuesHere = {property};
             for (I18NLocale const& locale : m_model.locales()) {
-                scanValue(object, name, VexObject(owner).GetPropertyByName(name, &locale));
+                VEX_HANDLE const value = VexObject(owner).GetPropertyByName(name, &locale);
+                if (m_valuesHere.insert(value).second) { // often one value is that of many
+                    scanValue(object, name, value);
+                }
             }
             scanProperties(object, property);
         }
@@ -48,38 +54,49 @@ private:
         if (!VexObject(valueHolder).GetValue(text, true)) {
             return;
         }
-        for (TextReference const& reference : referencesIn(text)) {
-            ResolvedNames named = isForPeople(property) || reference.isMemberKey
-                                      ? m_names.resolve(reference.names)
-                                      : resolveExpression(object, reference);
-            // Whichever of several is meant, it is hidden when all are.
-            bool const isSeen =
-                std::any_of(named.candidates.begin(), named.candidates.end(),
-                            [&](VEX_HANDLE each) { return each == object || m_canSee(each); });
-            if (!named.candidates.empty() && !isSeen) {
-                add(object, property, std::move(named));
+        TextReferences references(text);
+        while (TextReference const* const reference = references.next()) {
+            NameResolution::Names names = reference->names();
+            ResolvedNames const named = isForPeople(property) || reference->isMemberKey()
+                                            ? m_names.resolve(names)
+                                            : resolveExpression(object, *reference, names);
+            if (!named.candidates.empty() && !isAnySeen(object, named.candidates)) {
+                add(object, property, named, names);
             }
         }
     }
 
-    ResolvedNames resolveExpression(VEX_HANDLE object, TextReference const& reference) {
-        if (!reference.before.empty()) {
-            std::vector<std::u16string> const all = reference.allNames();
-            ResolvedNames named = m_names.resolveFor(object, all);
-            if (named.used == all.size()) {
+    /// Whichever of several is meant, it is hidden when all are.
+    bool isAnySeen(VEX_HANDLE reader, std::span<VEX_HANDLE const> candidates) {
+        auto const before = [](VEX_HANDLE a, VEX_HANDLE b) { return a.Number() < b.Number(); };
+        if (std::binary_search(candidates.begin(), candidates.end(), reader, before)) {
+            return true;
+        }
+        auto const [known, isNew] = m_anySeen.try_emplace(candidates.data());
+        if (isNew) {
+            known->second = std::any_of(candidates.begin(), candidates.end(), m_canSee);
+        }
+        return known->second;
+    }
+
+    /// Gives in `names` those that were looked for.
+    ResolvedNames resolveExpression(VEX_HANDLE object, TextReference const& reference,
+                                    NameResolution::Names& names) {
+        if (!reference.before().empty()) {
+            ResolvedNames const named = m_names.resolveFor(object, reference.allNames());
+            if (named.used == reference.allNames().size()) {
+                names = reference.allNames();
                 return named;
             }
         }
-        return m_names.resolveFor(object, reference.names);
+        return m_names.resolveFor(object, reference.names());
     }
 
-    void add(VEX_HANDLE object, I18NString const& property, ResolvedNames named) {
+    void add(VEX_HANDLE object, I18NString const& property, ResolvedNames const& named,
+             NameResolution::Names names) {
         VEX_HANDLE const first = named.candidates.front();
-        auto const known = m_found.begin() + static_cast<std::ptrdiff_t>(m_firstOfProperty);
-        bool const isKnown = std::any_of(known, m_found.end(),
-                                         [&](Leak const& leak) { return leak.named == first; });
-        if (!isKnown) {
-            m_found.push_back({object, property, first, std::move(named.reference),
+        if (m_namedHere.insert(first).second) {
+            m_found.push_back({object, property, first, referenceOf(names.first(named.used)),
                                isJoinKey(object, property, first)});
         }
     }
@@ -101,18 +118,22 @@ private:
     std::function<bool(VEX_HANDLE)> const& m_canSee;
     NameResolution m_names;
     std::vector<Leak> m_found;
-    std::size_t m_firstOfProperty = 0;
+    std::unordered_map<VEX_HANDLE const*, bool> m_anySeen; // of lists of candidates
+    std::unordered_set<VEX_HANDLE> m_valuesHere;           // of the property at hand, looked at
+    std::unordered_set<VEX_HANDLE> m_namedHere;            // by it
 };
 
 } // namespace
 
 std::vector<NamedObject> objectsNamedIn(Model const& model, I18NString const& text) {
-    NameResolution const resolution(model);
+    NameResolution resolution(model);
     std::vector<NamedObject> found;
-    for (TextReference const& reference : referencesIn(text)) {
-        ResolvedNames named = resolution.resolve(reference.names);
+    TextReferences references(text);
+    while (TextReference const* const reference = references.next()) {
+        NameResolution::Names const names = reference->names();
+        ResolvedNames const named = resolution.resolve(names);
         if (!named.candidates.empty()) {
-            found.push_back({named.candidates.front(), std::move(named.reference)});
+            found.push_back({named.candidates.front(), referenceOf(names.first(named.used))});
         }
     }
     return found;

@@ -2,6 +2,8 @@
 
 #include "VexObject.h"
 #include "host/insight/ModelFindings.h"
+#include "host/insight/ObjectText.h"
+#include "host/store/image/ShortText.h"
 #include "resources.h"
 
 #include <algorithm>
@@ -11,47 +13,52 @@ namespace vex {
 
 namespace {
 
-/// The roles that the model's views ask for.
-std::set<I18NString> rolesOfViews(Model const& model) {
-    Vex_Handle_Collection members;
-    VexObject(model.GetRootObject())
-        .getElementsByTagName(resources::getString(resources::ViewMember), members);
-    std::set<I18NString> roles;
-    for (VEX_HANDLE const member : members) {
-        roles.insert(
-            ModelFindings::valueOf(member, resources::getString(resources::MemberRole), nullptr));
-    }
-    roles.erase(I18NString());
-    return roles;
-}
-
 /// Users who may not see anything of any model.
-void checkUsers(Catalogue const& catalogue, std::string const& file, Diagnostics& found) {
+void checkUsers(Catalogue const& catalogue, CatalogueFindings& findings) {
     if (catalogue.models.empty()) {
         return; // whatever it is for
     }
-    for (CatalogueUser const& user : catalogue.users) {
-        bool const seesSomething = std::any_of(
-            catalogue.models.begin(), catalogue.models.end(), [&](CatalogueModel const& model) {
-                return !isRestrictedPath(model.path) || !availableViews(model, user).empty();
-            });
-        if (!seesSomething) {
-            found.push_back(finding("user-without-view", file, user.line, user.column,
-                                    "the user " + inQuotes(user.name) +
-                                        " may use no view, so every request is refused; grant a "
-                                        "view to a role of the user"));
+    std::set<I18NString> seeing; // the roles that are granted anything
+    bool isAnyUnrestricted = false;
+    for (CatalogueModel const& model : catalogue.models) {
+        isAnyUnrestricted = isAnyUnrestricted || !isRestrictedPath(model.path);
+        for (CatalogueGrant const& grant : model.grants) {
+            seeing.insert(grant.role);
         }
     }
+    for (CatalogueUser const& user : catalogue.users) {
+        bool const seesSomething =
+            isAnyUnrestricted ||
+            std::any_of(user.roles.begin(), user.roles.end(),
+                        [&](I18NString const& role) { return seeing.contains(role); });
+        if (!seesSomething) {
+            findings.add("user-without-view", user.line, user.column, [&] {
+                return "the user " + inQuotes(user.name) +
+                       " may use no view, so every request is refused; grant a view to a role of "
+                       "the user";
+            });
+        }
+    }
+}
+
+std::set<I18NString> rolesHeldIn(Catalogue const& catalogue) {
+    std::set<I18NString> held;
+    for (CatalogueUser const& user : catalogue.users) {
+        held.insert(user.roles.begin(), user.roles.end());
+    }
+    return held;
 }
 
 } // namespace
 
 void checkModel(Model const& model, std::string const& file, Diagnostics& found) {
-    ModelFindings findings(model, file, found);
+    FindingLimit limit;
+    ModelFindings findings(model, file, found, limit);
     for (auto const check : {&checkShortcuts, &checkNames, &checkTranslations, &checkViews,
                              &checkWords, &checkIdentities, &checkExpressions}) {
         check(findings);
     }
+    limit.tellRest(found);
 }
 
 bool isRestrictedPath(I18NString const& path) {
@@ -60,52 +67,59 @@ bool isRestrictedPath(I18NString const& path) {
                        [&](char const* prefix) { return path.find(prefix) == 0; });
 }
 
-void checkCatalogue(Catalogue const& catalogue, std::string const& file, Diagnostics& found) {
-    checkUsers(catalogue, file, found);
+void checkCatalogue(Catalogue const& catalogue, CatalogueFindings& findings) {
+    checkUsers(catalogue, findings);
     for (CatalogueModel const& model : catalogue.models) {
         if (!isRestrictedPath(model.path)) {
-            found.push_back(finding("unrestricted-path", file, model.line, model.column,
-                                    "nobody is restricted under the model path " +
-                                        inQuotes(model.path) +
-                                        "; begin it with /content/ to have its grants obeyed"));
+            findings.add("unrestricted-path", model.line, model.column, [&] {
+                return "nobody is restricted under the model path " + inQuotes(model.path) +
+                       "; begin it with /content/ to have its grants obeyed";
+            });
         }
     }
 }
 
-void checkGrants(Catalogue const& catalogue, CatalogueModel const& entry, Model const& model,
-                 std::string const& file, Diagnostics& found) {
-    std::set<I18NString> held;
-    for (CatalogueUser const& user : catalogue.users) {
-        held.insert(user.roles.begin(), user.roles.end());
+GrantedModel::GrantedModel(Model const& model) {
+    for (VEX_HANDLE const member : ModelFindings::elementsBelow(
+             model.GetRootObject(), resources::getString(resources::ViewMember))) {
+        roles.insert(
+            ModelFindings::valueOf(member, resources::getString(resources::MemberRole), nullptr));
     }
-    Vex_Handle_Collection views;
-    VexObject(model.GetRootObject())
-        .getElementsByTagName(resources::getString(resources::SecurityView), views);
-    std::set<I18NString> known;
-    for (VEX_HANDLE const view : views) {
+    roles.erase(I18NString());
+    for (VEX_HANDLE const view : ModelFindings::elementsBelow(
+             model.GetRootObject(), resources::getString(resources::SecurityView))) {
         I18NString id;
         VexObject(view).GetId(id);
-        known.insert(id);
+        views.insert(id);
     }
+}
+
+GrantCheck::GrantCheck(Catalogue const& catalogue, CatalogueFindings& findings)
+    : m_held(rolesHeldIn(catalogue)), m_findings(findings) {}
+
+void GrantCheck::check(CatalogueModel const& entry, GrantedModel const& model) const {
+    std::string const file = shortened(I18NString::fromUtf8(entry.file).view());
+    std::set<I18NString> told; // once is enough
     for (CatalogueGrant const& grant : entry.grants) {
-        if (known.count(grant.view) == 0) {
-            found.push_back(finding("granted-view-missing", file, grant.line, grant.column,
-                                    "the role " + inQuotes(grant.role) + " is granted the view " +
-                                        inQuotes(grant.view) + ", which the model " + entry.file +
-                                        " lacks"));
+        if (!model.views.contains(grant.view)) {
+            m_findings.add("granted-view-missing", grant.line, grant.column, [&] {
+                return "the role " + inQuotes(grant.role) + " is granted the view " +
+                       inQuotes(grant.view) + ", which the model " + file + " lacks";
+            });
         }
-        if (held.count(grant.role) == 0) {
-            found.push_back(finding("role-without-user", file, grant.line, grant.column,
-                                    "no user has the role " + inQuotes(grant.role) +
-                                        ", which is granted the view " + inQuotes(grant.view)));
-            held.insert(grant.role); // once is enough
+        if (!m_held.contains(grant.role) && told.insert(grant.role).second) {
+            m_findings.add("role-without-user", grant.line, grant.column, [&] {
+                return "no user has the role " + inQuotes(grant.role) +
+                       ", which is granted the view " + inQuotes(grant.view);
+            });
         }
     }
-    for (I18NString const& role : rolesOfViews(model)) {
-        if (held.count(role) == 0) {
-            found.push_back(finding("role-without-user", file, entry.line, entry.column,
-                                    "no user has the role " + inQuotes(role) +
-                                        ", which a view of the model " + entry.file + " asks for"));
+    for (I18NString const& role : model.roles) {
+        if (!m_held.contains(role) && !told.contains(role)) {
+            m_findings.add("role-without-user", entry.line, entry.column, [&] {
+                return "no user has the role " + inQuotes(role) + ", which a view of the model " +
+                       file + " asks for";
+            });
         }
     }
 }

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "host/catalogue/Catalogue.h"
+#include "host/insight/DiagnosticRules.h"
+#include "host/store/build/FindingLimit.h"
 #include "host/store/image/Model.h"
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -16,21 +19,62 @@ void checkModel(Model const& model, std::string const& file, Diagnostics& found)
 /// False for a model path under which nobody is restricted.
 bool isRestrictedPath(I18NString const& path);
 
-/// Appends a warning for each doubtful spot of a catalogue itself: a model path
-/// under which nobody is restricted, a user who may use no view.
-void checkCatalogue(Catalogue const& catalogue, std::string const& file, Diagnostics& found);
+/// What the checks of a catalogue have found so far.
+class CatalogueFindings {
+public:
+    CatalogueFindings(std::string const& file, Diagnostics& found) : m_file(file), m_found(found) {}
 
-/// Appends a warning for each grant of a view that the model lacks, and for each
+    /// `tell` makes the text of one that is kept.
+    template <class Tell>
+    void add(RuleName rule, unsigned long line, unsigned long column, Tell const& tell) {
+        if (m_limit.admits((*rule).name)) {
+            m_found.push_back(finding(rule, m_file, line, column, tell()));
+        }
+    }
+
+    /// Adds how many were left out, where some were; comes last.
+    void tellRest() const { m_limit.tellRest(m_found); }
+
+private:
+    std::string const& m_file;
+    Diagnostics& m_found;
+    FindingLimit m_limit;
+};
+
+/// Adds a warning for each doubtful spot of a catalogue itself: a model path
+/// under which nobody is restricted, a user who may use no view.
+void checkCatalogue(Catalogue const& catalogue, CatalogueFindings& findings);
+
+/// The views of a model, and the roles that they ask for.
+struct GrantedModel {
+    explicit GrantedModel(Model const& model);
+
+    std::set<I18NString> views;
+    std::set<I18NString> roles;
+};
+
+/// Adds a warning for each grant of a view that the model lacks, and for each
 /// role that a grant or a view of the model names and no user has.
-void checkGrants(Catalogue const& catalogue, CatalogueModel const& entry, Model const& model,
-                 std::string const& file, Diagnostics& found);
+class GrantCheck {
+public:
+    GrantCheck(Catalogue const& catalogue, CatalogueFindings& findings);
+
+    void check(CatalogueModel const& entry, GrantedModel const& model) const;
+
+private:
+    std::set<I18NString> m_held; // by users
+    CatalogueFindings& m_findings;
+};
 
 /// A shortcut that is met again when it is expanded, and how: from its target
 /// through the shortcuts on the way and their targets back to itself. Empty when
 /// a model has so many that following each would take too long.
 struct EndlessShortcut {
+    static constexpr std::size_t MostOfACycle = 20;
+
     VEX_HANDLE shortcut;
-    std::vector<VEX_HANDLE> cycle;
+    std::vector<VEX_HANDLE> cycle; // of a long one as many as people read
+    std::size_t length = 0;        // of the whole cycle
 };
 
 /// In document order.

@@ -1,17 +1,32 @@
 #include "host/insight/ModelFindings.h"
 
 #include "VexObject.h"
+#include "host/insight/ObjectReference.h"
+#include "host/insight/ObjectText.h"
+#include "host/store/image/ShortText.h"
 #include "resources.h"
 
 namespace vex {
 
-namespace {}
-
 std::string inQuotes(I18NString const& text) {
-    return '"' + text.toUtf8() + '"';
+    return '"' + shortened(text.view()) + '"';
 }
 
-void ModelFindings::add(RuleName rule, VEX_HANDLE element, std::string text) {
+constexpr std::size_t mostOfAList = 20;
+
+void addToShortList(std::string& list, std::size_t& count, std::string const& entry) {
+    if (++count <= mostOfAList) {
+        list += (list.empty() ? "" : ", ") + entry;
+    }
+}
+
+void endShortList(std::string& list, std::size_t count) {
+    if (count > mostOfAList) {
+        list += " and " + std::to_string(count - mostOfAList) + " more";
+    }
+}
+
+void ModelFindings::addKept(RuleName rule, VEX_HANDLE element, std::string text) {
     DocumentPosition const at = m_model.findPosition(element).value_or(DocumentPosition{});
     m_found.push_back(finding(rule, m_file, at.line, at.column, std::move(text)));
 }
@@ -39,9 +54,9 @@ std::string ModelFindings::nameOf(VEX_HANDLE element) const {
 }
 
 std::string ModelFindings::describe(VEX_HANDLE element) const {
-    I18NString text;
-    if (m_model.getReference(element, text)) {
-        return text.toUtf8();
+    I18NString text = boundedReferenceOf(m_model, element);
+    if (!text.empty()) {
+        return shortened(text.view());
     }
     if (VexObject(element).GetId(text)) {
         return inQuotes(text);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/insight/DiagnosticRules.h"
+#include "host/store/build/FindingLimit.h"
 #include "host/store/image/Model.h"
 
 namespace vex {
@@ -8,12 +9,19 @@ namespace vex {
 /// What the checks of a model have found so far, and what they say alike.
 class ModelFindings {
 public:
-    ModelFindings(Model const& model, std::string const& file, Diagnostics& found)
-        : m_model(model), m_file(file), m_found(found) {}
+    /// The limit is that of the file.
+    ModelFindings(Model const& model, std::string const& file, Diagnostics& found,
+                  FindingLimit& limit)
+        : m_model(model), m_file(file), m_found(found), m_limit(limit) {}
 
     Model const& getModel() const { return m_model; }
 
-    void add(RuleName rule, VEX_HANDLE element, std::string text);
+    /// `tell` makes the text of one that is kept.
+    template <class Tell> void add(RuleName rule, VEX_HANDLE element, Tell const& tell) {
+        if (m_limit.admits((*rule).name)) {
+            addKept(rule, element, tell());
+        }
+    }
 
     /// The elements of a class in the model, or below an element.
     Vex_Handle_Collection elementsOf(I18NString const& tag) const;
@@ -24,18 +32,29 @@ public:
     static I18NString valueOf(VEX_HANDLE element, I18NString const& property,
                               I18NLocale const* locale);
 
-    /// The element's name in the model's default locale, in quotes.
+    /// The element's name in the model's default locale, in quotes; not all of a long one.
     std::string nameOf(VEX_HANDLE element) const;
-    /// Its reference, else its id, else its class.
+    /// Its reference, else its id, else its class; not all of what is long.
     std::string describe(VEX_HANDLE element) const;
 
 private:
+    void addKept(RuleName rule, VEX_HANDLE element, std::string text);
+
     Model const& m_model;
     std::string const& m_file;
     Diagnostics& m_found;
+    FindingLimit& m_limit;
 };
 
+/// Not all of a long text.
 std::string inQuotes(I18NString const& text);
+
+/// @{
+/// A list as long as people read: "de, ja", "de, ja, ... and 70 more". `count` is that of all
+/// that was added.
+void addToShortList(std::string& list, std::size_t& count, std::string const& entry);
+void endShortList(std::string& list, std::size_t count);
+/// @}
 
 /// The steps of `checkModel`.
 void checkShortcuts(ModelFindings& findings);

@@ -1,5 +1,6 @@
 #include "VexObject.h"
 #include "host/insight/ModelFindings.h"
+#include "host/insight/ObjectReference.h"
 #include "resources.h"
 
 #include <algorithm>
@@ -41,25 +42,28 @@ private:
         I18NLocale const fallback = m_findings.getModel().defaultLocale();
         I18NString const firstName = nameOf(first, fallback);
         std::string caught;
+        std::size_t count = 0;
         for (I18NLocale const locale : m_locales) {
             I18NString const name = nameOf(member, locale);
             bool const isOwn = name == firstName || name == nameOf(first, locale);
             if (pairs.count(name) != 0 && !isOwn) { // two of one name are another matter
-                caught += (caught.empty() ? "" : ", ") + inQuotes(name) + " (" +
-                          locale.getName().toUtf8() + ')';
+                addToShortList(caught, count,
+                               inQuotes(name) + " (" + locale.getName().toUtf8() + ')');
             }
         }
-        if (caught.empty()) {
+        if (count == 0) {
             return;
         }
+        endShortList(caught, count);
         I18NString const name = nameOf(member, fallback);
         bool const hasWay = !name.empty() && pairs.count(name) == 0;
         ++m_count;
-        m_findings.add("astray-name", member,
-                       "a start path with the name " + caught + " leads to " +
-                           m_findings.nameOf(first) + ", the first beside it; " +
-                           (hasWay ? "paths reach it by " + inQuotes(name)
-                                   : "no path reaches it; start at it by id"));
+        m_findings.add("astray-name", member, [&] {
+            return "a start path with the name " + caught + " leads to " +
+                   m_findings.nameOf(first) + ", the first beside it; " +
+                   (hasWay ? "paths reach it by " + inQuotes(name)
+                           : "no path reaches it; start at it by id");
+        });
     }
 
     static I18NString nameOf(VEX_HANDLE element, I18NLocale locale) {
@@ -84,8 +88,7 @@ void checkNames(ModelFindings& findings) {
     Model const& model = findings.getModel();
     for (std::size_t index = 1; index < model.elementCount(); ++index) {
         VEX_HANDLE const element = model.getElement(index);
-        I18NString reference;
-        if (!model.getReference(element, reference)) {
+        if (!hasReference(model, element)) {
             continue; // paths lead to what stands in namespaces
         }
         Vex_Handle_Collection children;
@@ -101,11 +104,12 @@ void checkNames(ModelFindings& findings) {
         }
     }
     if (check.count() != 0) {
-        findings.add("unreachable-by-path", model.GetRootObject(),
-                     countedNames(check.count()) +
-                         " a start path to the first object beside it, in one of the model's "
-                         "languages at least (notes \"astray-name\" tell which); start at an "
-                         "object by its id: vexma --id, or the extension vex.answer-at/1");
+        findings.add("unreachable-by-path", model.GetRootObject(), [&] {
+            return countedNames(check.count()) +
+                   " a start path to the first object beside it, in one of the model's "
+                   "languages at least (notes \"astray-name\" tell which); start at an "
+                   "object by its id: vexma --id, or the extension vex.answer-at/1";
+        });
     }
 }
 

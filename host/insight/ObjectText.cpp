@@ -1,6 +1,7 @@
 #include "host/insight/ObjectText.h"
 
 #include "VexObject.h"
+#include "host/insight/ObjectReference.h"
 
 namespace vex {
 
@@ -49,10 +50,8 @@ VEX_HANDLE targetOf(Model const& model, VEX_HANDLE shortcut) {
 }
 
 ObjectLabel labelOf(Model const& model, VEX_HANDLE object, I18NLocale const& locale) {
-    I18NString reference;
-    model.getReference(object, reference);
-    return {idOf(object).toUtf8(), reference.toUtf8(), classOf(object).toUtf8(),
-            nameIn(locale, object).toUtf8(),
+    return {idOf(object).toUtf8(), boundedReferenceOf(model, object).toUtf8(),
+            classOf(object).toUtf8(), nameIn(locale, object).toUtf8(),
             model.findPosition(object).value_or(DocumentPosition{})};
 }
 

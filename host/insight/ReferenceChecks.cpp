@@ -1,6 +1,8 @@
 #include "VexObject.h"
 #include "host/insight/ModelChecks.h"
 #include "host/insight/ModelFindings.h"
+#include "host/insight/NameResolution.h"
+#include "host/insight/ObjectReference.h"
 #include "resources.h"
 
 #include <set>
@@ -34,20 +36,19 @@ public:
     struct Second {
         VEX_HANDLE object;
         VEX_HANDLE first;
-        I18NString reference;
     };
 
     explicit SharedReferences(ModelFindings const& findings) {
         Model const& model = findings.getModel();
+        NameResolution names(model);
         for (std::size_t index = 0; index < model.elementCount(); ++index) {
             VEX_HANDLE const element = model.getElement(index);
-            I18NString reference;
-            if (findings.nameOf(element) == emptyName || !model.getReference(element, reference)) {
+            if (nameText(model, element).empty()) {
                 continue; // nothing without a name is asked for by reference
             }
-            VEX_HANDLE const first = model.GetObjectByReference(reference, 0);
+            VEX_HANDLE const first = names.firstLike(element);
             if (first.IsNotNull() && first != element) {
-                m_seconds.push_back({element, first, reference});
+                m_seconds.push_back({element, first});
                 m_firsts.insert(first.Number());
             }
         }
@@ -64,23 +65,28 @@ private:
 void checkTarget(ModelFindings& findings, SharedReferences const& shared, VEX_HANDLE shortcut,
                  I18NString const& reference) {
     VEX_HANDLE const target = findings.getModel().GetObjectByReference(reference, 0);
-    std::string const points =
-        inQuotes(reference) + " that the shortcut " + findings.nameOf(shortcut) + " points to";
+    auto const points = [&] {
+        return inQuotes(reference) + " that the shortcut " + findings.nameOf(shortcut) +
+               " points to";
+    };
     if (!target.IsNotNull()) {
-        findings.add("dangling-refobj", shortcut, "no object has the reference " + points);
+        findings.add("dangling-refobj", shortcut,
+                     [&] { return "no object has the reference " + points(); });
         return;
     }
     if (shared.isFirst(target)) {
-        findings.add("ambiguous-refobj", shortcut,
-                     "several objects have the reference " + points + "; the first is taken");
+        findings.add("ambiguous-refobj", shortcut, [&] {
+            return "several objects have the reference " + points() + "; the first is taken";
+        });
     }
     I18NString cls;
     VexObject(target).GetName(cls);
     if (cls == resources::getString(resources::Shortcut) && target != shortcut) {
-        findings.add("unreachable-shortcut-target", shortcut,
-                     "the shortcut " + findings.nameOf(shortcut) + " points to the shortcut " +
-                         findings.nameOf(target) +
-                         ", whose own target is not shown here; point to that one");
+        findings.add("unreachable-shortcut-target", shortcut, [&] {
+            return "the shortcut " + findings.nameOf(shortcut) + " points to the shortcut " +
+                   findings.nameOf(target) +
+                   ", whose own target is not shown here; point to that one";
+        });
     }
 }
 
@@ -92,27 +98,33 @@ void checkOneShortcut(ModelFindings& findings, SharedReferences const& shared,
         checkTarget(findings, shared, shortcut, reference);
     }
     if (references.empty()) {
-        findings.add("shortcut-without-target", shortcut,
-                     "the shortcut " + name + " has no refobj, so it is never shown");
+        findings.add("shortcut-without-target", shortcut, [&] {
+            return "the shortcut " + name + " has no refobj, so it is never shown";
+        });
     }
     if (references.size() > 1) {
-        findings.add("unreachable-shortcut-target", shortcut,
-                     "the shortcut " + name + " has " + std::to_string(references.size()) +
-                         " targets; answers show the last, start paths follow the first; keep one");
+        findings.add("unreachable-shortcut-target", shortcut, [&] {
+            return "the shortcut " + name + " has " + std::to_string(references.size()) +
+                   " targets; answers show the last, start paths follow the first; keep one";
+        });
     }
     if (name == emptyName) {
         findings.add("shortcut-without-name", shortcut,
-                     "the shortcut has no name, so it is never shown");
+                     [&] { return "the shortcut has no name, so it is never shown"; });
     }
 }
 
-/// ": [A].[B] -> [A] -> [A].[B]".
+/// ": [A].[B] -> [A] -> [A].[B]"; of a long way the beginning.
 std::string cycleText(ModelFindings const& findings, EndlessShortcut const& endless) {
     std::string text;
     if (!endless.cycle.empty()) {
         text = ": " + findings.describe(endless.shortcut);
         for (VEX_HANDLE const element : endless.cycle) {
             text += " -> " + findings.describe(element);
+        }
+        if (endless.length > endless.cycle.size()) {
+            text += " -> ... (" + std::to_string(endless.length - endless.cycle.size()) +
+                    " more steps back to it)";
         }
     }
     return text;
@@ -124,21 +136,23 @@ void checkShortcuts(ModelFindings& findings) {
     SharedReferences const shared(findings);
     for (SharedReferences::Second const& second : shared.seconds()) {
         auto const position = findings.getModel().findPosition(second.first);
-        std::string text = "a second object has the reference " + second.reference.toUtf8();
+        std::string text = "a second object has the reference " + findings.describe(second.object);
         if (position) {
             text += ", which finds the one in line " + std::to_string(position->line);
         }
-        findings.add("duplicate-reference", second.object, text + "; rename one of them");
+        findings.add("duplicate-reference", second.object,
+                     [&] { return text + "; rename one of them"; });
     }
     for (VEX_HANDLE const shortcut :
          findings.elementsOf(resources::getString(resources::Shortcut))) {
         checkOneShortcut(findings, shared, shortcut);
     }
     for (EndlessShortcut const& endless : findEndlessShortcuts(findings.getModel())) {
-        findings.add("endless-shortcut", endless.shortcut,
-                     "the shortcut " + findings.nameOf(endless.shortcut) +
-                         " is met again inside its own target" + cycleText(findings, endless) +
-                         "; its expansion is cut there");
+        findings.add("endless-shortcut", endless.shortcut, [&] {
+            return "the shortcut " + findings.nameOf(endless.shortcut) +
+                   " is met again inside its own target" + cycleText(findings, endless) +
+                   "; its expansion is cut there";
+        });
     }
 }
 

@@ -88,16 +88,17 @@ public:
     using Number = ExpansionGraph::Number;
 
     WayBack(ExpansionGraph const& graph, MutualReach const& reach)
-        : m_graph(graph), m_reach(reach), m_before(graph.size()), m_turn(graph.size(), 0) {}
+        : m_graph(graph), m_reach(reach), m_stepLimit(stepsOfAny + stepsOfAnElement * graph.size()),
+          m_before(graph.size()), m_turn(graph.size(), 0) {}
 
     /// The shortcuts and targets on the way; empty once the searches have taken
     /// as many steps as they may.
-    std::vector<VEX_HANDLE> find(Number shortcut, Number target) {
+    EndlessShortcut find(Number shortcut, Number target) {
         ++m_count;
         std::vector<Number> reached{target};
         m_turn[target] = m_count;
         m_before[target] = shortcut;
-        for (std::size_t next = 0; next < reached.size() && m_steps < stepLimit; ++next) {
+        for (std::size_t next = 0; next < reached.size() && m_steps < m_stepLimit; ++next) {
             Number const at = reached[next];
             if (at == shortcut) {
                 return trace(shortcut);
@@ -111,13 +112,15 @@ public:
                 }
             }
         }
-        return {};
+        return {m_graph.element(shortcut), {}};
     }
 
 private:
-    static constexpr std::size_t stepLimit = 50'000'000; // about a second
+    // Long cycles of many shortcuts would each be gone round once for each of them.
+    static constexpr std::size_t stepsOfAny = 1'000'000;
+    static constexpr std::size_t stepsOfAnElement = 100;
 
-    std::vector<VEX_HANDLE> trace(Number shortcut) const {
+    EndlessShortcut trace(Number shortcut) const {
         std::vector<VEX_HANDLE> cycle;
         Number at = shortcut;
         do {
@@ -130,7 +133,9 @@ private:
             at = before;
         } while (at != shortcut);
         std::reverse(cycle.begin(), cycle.end());
-        return cycle;
+        std::size_t const length = cycle.size();
+        cycle.resize(std::min(length, EndlessShortcut::MostOfACycle));
+        return {m_graph.element(shortcut), {cycle.begin(), cycle.end()}, length};
     }
 
     static bool holds(std::vector<Number> const& numbers, Number number) {
@@ -139,6 +144,7 @@ private:
 
     ExpansionGraph const& m_graph;
     MutualReach const& m_reach;
+    std::size_t m_stepLimit;
     std::vector<Number> m_before;
     std::vector<std::size_t> m_turn; // the search that reached the element last
     std::size_t m_count = 0;
@@ -157,7 +163,7 @@ std::vector<EndlessShortcut> findEndlessShortcuts(Model const& model) {
             shortcut.targets.begin(), shortcut.targets.end(),
             [&](ExpansionGraph::Number each) { return reach.sameGroup(shortcut.number, each); });
         if (target != shortcut.targets.end()) {
-            endless.push_back({graph.element(shortcut.number), way.find(shortcut.number, *target)});
+            endless.push_back(way.find(shortcut.number, *target));
         }
     }
     return endless;

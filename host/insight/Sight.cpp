@@ -1,7 +1,8 @@
 #include "host/insight/Sight.h"
 
+#include "host/insight/ObjectReference.h"
+
 #include <algorithm>
-#include <unordered_set>
 
 namespace vex {
 
@@ -12,18 +13,18 @@ char const* codeOf(Sight sight) {
 
 std::vector<Sight> sightOfAll(Model const& model, AnsweredTree const& trees,
                               std::vector<bool> const& accessible) {
-    std::unordered_set<VEX_HANDLE> written;
+    std::vector<bool> isWritten(model.elementCount(), false);
     for (AnsweredObject const& entry : trees) {
         if (entry.fate == ObjectFate::Written) {
-            written.insert(entry.object);
+            isWritten[numberOf(model, entry.object)] = true;
         }
     }
     std::vector<Sight> sights;
     sights.reserve(accessible.size());
     for (std::size_t number = 0; number < accessible.size(); ++number) {
-        sights.push_back(accessible[number]                           ? Sight::Seen
-                         : written.contains(model.getElement(number)) ? Sight::PastViews
-                                                                      : Sight::NotSeen);
+        sights.push_back(accessible[number]  ? Sight::Seen
+                         : isWritten[number] ? Sight::PastViews
+                                             : Sight::NotSeen);
     }
     return sights;
 }

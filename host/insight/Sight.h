@@ -3,13 +3,14 @@
 #include "host/insight/AnsweredTree.h"
 #include "host/insight/Explanation.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace vex {
 
 /// Whether somebody sees an object.
-enum class Sight {
+enum class Sight : std::uint8_t {
     Seen,      // it is accessible
     PastViews, // it is not, and a tree shows it all the same: see `isShownPastViews`
     NotSeen,

@@ -1,7 +1,6 @@
 #include "host/insight/TextReferences.h"
 
 #include "I18NStringIterator.h"
-#include "host/store/image/ReferenceText.h"
 
 #include <algorithm>
 
@@ -9,144 +8,146 @@ namespace vex {
 
 namespace {
 
-/// Where the run of bracketed names that begins at `start` ends: behind its
-/// last "]". `start` itself when there is no whole name.
-int endOfReference(I18NString const& text, int start) {
-    int end = start;
-    int at = start;
-    while (at < text.length() && text[at] == u'[') {
-        do {
-            at = text.find(u']', at + 1) + 1;
-        } while (at > 0 && at < text.length() && text[at] == u']'); // a doubled one is in the name
-        if (at <= 0) {
-            return end;
-        }
-        end = at;
-        auto const skipBlanks = [&] {
-            while (at < text.length() && I18NCodePointIsWhitespace(text[at])) {
-                ++at;
-            }
-        };
-        skipBlanks();
-        if (at == text.length() || text[at] != u'.') {
-            return end;
-        }
-        ++at;
-        skipBlanks();
-    }
-    return end;
-}
-
 bool isWordUnit(char16_t unit) {
     bool const isLetter = (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
     return isLetter || (unit >= u'0' && unit <= u'9') || unit == u'_' || unit >= 0x80;
 }
 
-/// The literals of a text, in quotes that are doubled inside. What opens and does not close is
-/// an apostrophe.
-class Literals {
-public:
-    explicit Literals(I18NString const& text) : m_text(text) {
-        for (int at = 0; at < text.length();) {
-            char16_t const unit = text[at];
-            bool const opens =
-                unit == u'"' || (unit == u'\'' && (at == 0 || !isWordUnit(text[at - 1])));
-            int const end = opens ? endOf(at) : -1;
-            if (end > 0) {
-                m_literals.push_back({at, end});
-            }
-            at = end > 0 ? end : at + 1;
-        }
+/// Appends what stands between two marks, each doubled one once.
+void appendOnce(std::u16string& to, std::u16string_view text, char16_t mark) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        to += text[at];
+        at += text[at] == mark ? 1 : 0;
     }
-
-    bool holds(int at) const {
-        auto const after =
-            std::upper_bound(m_literals.begin(), m_literals.end(), at,
-                             [](int place, Literal const& each) { return place < each.start; });
-        return after != m_literals.begin() && at < std::prev(after)->end;
-    }
-
-    /// What stands in the single quotes that close right before `at`; "" when none do.
-    std::u16string quotedBefore(int at) const {
-        auto const found =
-            std::lower_bound(m_literals.begin(), m_literals.end(), at,
-                             [](Literal const& each, int place) { return each.end < place; });
-        if (found == m_literals.end() || found->end != at || m_text[found->start] != u'\'') {
-            return {};
-        }
-        std::u16string name;
-        for (int place = found->start + 1; place < found->end - 1; ++place) {
-            name += m_text[place];
-            place += m_text[place] == u'\'' ? 1 : 0; // doubled
-        }
-        return name;
-    }
-
-private:
-    struct Literal {
-        int start;
-        int end; // behind its closing quote
-    };
-
-    int endOf(int start) const {
-        char16_t const quote = m_text[start];
-        for (int at = m_text.find(quote, start + 1); at >= 0; at = m_text.find(quote, at + 2)) {
-            if (at + 1 == m_text.length() || m_text[at + 1] != quote) {
-                return at + 1;
-            }
-        }
-        return -1;
-    }
-
-    I18NString const& m_text;
-    std::vector<Literal> m_literals;
-};
-
-std::u16string wordBefore(I18NString const& text, int at) {
-    int start = at;
-    while (start > 0 && isWordUnit(text[start - 1])) {
-        --start;
-    }
-    std::u16string word;
-    for (int place = start; place < at; ++place) {
-        word += text[place];
-    }
-    return word;
 }
 
 } // namespace
 
-std::vector<std::u16string> TextReference::allNames() const {
-    std::vector<std::u16string> all;
-    if (!before.empty()) {
-        all.push_back(before);
-    }
-    all.insert(all.end(), names.begin(), names.end());
-    return all;
+std::size_t DoubledMarks::endOfRun(std::size_t start) const {
+    return std::min(m_text.find_first_not_of(m_mark, start), m_text.size());
 }
 
-std::vector<TextReference> referencesIn(I18NString const& text) {
-    std::vector<TextReference> found;
-    int at = text.find(u'[');
-    if (at < 0) {
-        return found; // as most texts
-    }
-    Literals const literals(text);
-    while (at >= 0) {
-        int const end = endOfReference(text, at);
-        TextReference reference;
-        if (end > at && splitReference(text.substring(at, end - at), reference.names)) {
-            reference.isQuoted = literals.holds(at);
-            reference.before = literals.quotedBefore(at);
-            if (reference.before.empty()) {
-                reference.before = wordBefore(text, at);
-            }
-            reference.isMemberKey = at > 0 && text[at - 1] == u'&';
-            found.push_back(std::move(reference));
+std::size_t DoubledMarks::closeOf(std::size_t from) {
+    std::size_t at = from;
+    if (at < m_text.size() && m_text[at] == m_mark) { // in a run of marks, or before one
+        std::size_t const end = endOfRun(at);
+        if ((end - at) % 2 != 0) {
+            return end;
         }
-        at = text.find(u'[', std::max(end, at + 1));
+        at = end;
     }
-    return found;
+    bool const isKnown = m_from <= at && at <= m_start;
+    if (isKnown) {
+        return m_end;
+    }
+    m_from = at;
+    do {
+        m_start = m_text.find(m_mark, at);
+        m_end = m_start == npos ? npos : endOfRun(m_start);
+        at = m_end;
+    } while (m_start != npos && (m_end - m_start) % 2 == 0);
+    return m_end;
+}
+
+TextReferences::TextReferences(I18NString const& text)
+    : m_text(text.view()), m_at(m_text.find(u'[')), m_brackets(m_text, u']'),
+      m_singleQuotes(m_text, u'\''), m_doubleQuotes(m_text, u'"') {}
+
+TextReference const* TextReferences::next() {
+    while (m_at != npos) {
+        std::size_t const start = m_at;
+        std::size_t const end = endOfReference(start);
+        m_at = m_text.find(u'[', std::max(end, start + 1));
+        if (end != start) {
+            readNames(start, end);
+            readWordBefore(start);
+            return &m_reference;
+        }
+    }
+    return nullptr;
+}
+
+std::size_t TextReferences::behindBlanks(std::size_t at) const {
+    while (at < m_text.size() && I18NCodePointIsWhitespace(m_text[at])) {
+        ++at;
+    }
+    return at;
+}
+
+/// Where the run of bracketed names that begins at `start` ends: behind its last "]".
+/// `start` itself when there is no whole name.
+std::size_t TextReferences::endOfReference(std::size_t start) {
+    std::size_t end = start;
+    for (std::size_t at = start; at < m_text.size() && m_text[at] == u'[';) {
+        std::size_t const close = m_brackets.closeOf(at + 1);
+        if (close == npos) {
+            return end;
+        }
+        end = close;
+        at = behindBlanks(end);
+        if (at == m_text.size() || m_text[at] != u'.') {
+            return end;
+        }
+        at = behindBlanks(at + 1);
+    }
+    return end;
+}
+
+void TextReferences::readNames(std::size_t start, std::size_t end) {
+    m_reference.m_names.clear();
+    m_reference.m_held.clear();
+    m_reference.m_held.reserve(end - start); // no name moves
+    for (std::size_t at = start; at < end; at = m_text.find(u'[', at)) {
+        std::size_t const close = m_brackets.closeOf(at + 1);
+        std::size_t const before = m_reference.m_held.size();
+        appendOnce(m_reference.m_held, m_text.substr(at + 1, close - at - 2), u']');
+        m_reference.m_names.push_back(std::u16string_view(m_reference.m_held).substr(before));
+        at = close;
+    }
+    m_reference.m_isMemberKey = start > 0 && m_text[start - 1] == u'&';
+}
+
+void TextReferences::readWordBefore(std::size_t start) {
+    readLiteralsTo(start);
+    m_reference.m_isQuoted = m_literal < start && start < m_literalEnd;
+    m_reference.m_before.clear();
+    bool const isBehindQuotes =
+        m_literalEnd == start && m_literalEnd != 0 && m_text[m_literal] == u'\'';
+    if (isBehindQuotes) {
+        appendOnce(m_reference.m_before, m_text.substr(m_literal + 1, m_literalEnd - m_literal - 2),
+                   u'\'');
+    }
+    if (m_reference.m_before.empty()) {
+        std::size_t first = start;
+        while (first > 0 && isWordUnit(m_text[first - 1])) {
+            --first;
+        }
+        m_reference.m_before = m_text.substr(first, start - first);
+    }
+    m_reference.m_all.clear();
+    if (!m_reference.m_before.empty()) {
+        m_reference.m_all.push_back(m_reference.m_before);
+        m_reference.m_all.insert(m_reference.m_all.end(), m_reference.m_names.begin(),
+                                 m_reference.m_names.end());
+    }
+}
+
+/// Literals stand in quotes that are doubled inside. What opens and does not close is an
+/// apostrophe.
+void TextReferences::readLiteralsTo(std::size_t at) {
+    while (m_literalEnd < at && m_looked < at) {
+        char16_t const unit = m_text[m_looked];
+        bool const isApostrophe = m_looked > 0 && isWordUnit(m_text[m_looked - 1]);
+        std::size_t const end = unit == u'"' ? m_doubleQuotes.closeOf(m_looked + 1)
+                                : unit == u'\'' && !isApostrophe
+                                    ? m_singleQuotes.closeOf(m_looked + 1)
+                                    : npos;
+        if (end != npos) {
+            m_literal = m_looked;
+            m_literalEnd = end;
+        }
+        m_looked = end != npos ? end : m_looked + 1;
+    }
 }
 
 } // namespace vex

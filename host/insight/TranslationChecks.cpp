@@ -10,11 +10,13 @@ namespace {
 /// none does.
 std::string localesWithout(Model const& model, VEX_HANDLE element, I18NString const& property) {
     std::string missing;
+    std::size_t count = 0;
     for (I18NLocale const locale : model.locales()) {
         if (ModelFindings::valueOf(element, property, &locale).empty()) {
-            missing += (missing.empty() ? "" : ", ") + locale.getName().toUtf8();
+            addToShortList(missing, count, locale.getName().toUtf8());
         }
     }
+    endShortList(missing, count);
     return missing;
 }
 
@@ -33,11 +35,12 @@ void checkElement(ModelFindings& findings, VEX_HANDLE element) {
         }
         if (name == resources::getString(resources::Name)) {
             findings.add("untranslated-name", element,
-                         findings.nameOf(element) + " has no name in " + missing);
+                         [&] { return findings.nameOf(element) + " has no name in " + missing; });
         } else {
-            findings.add("untranslated-property", element,
-                         "the property " + inQuotes(name) + " of " + findings.nameOf(element) +
-                             " has no value in " + missing);
+            findings.add("untranslated-property", element, [&] {
+                return "the property " + inQuotes(name) + " of " + findings.nameOf(element) +
+                       " has no value in " + missing;
+            });
         }
     }
 }

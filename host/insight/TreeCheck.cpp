@@ -1,10 +1,12 @@
 #include "host/insight/TreeCheck.h"
 
+#include "host/insight/ObjectReference.h"
 #include "host/insight/ObjectText.h"
 
 #include <algorithm>
 #include <iterator>
 #include <unordered_map>
+#include <vector>
 
 namespace vex {
 
@@ -44,18 +46,25 @@ CauseRow const& rowOf(DifferenceCause cause) {
 class TreeIndex {
 public:
     explicit TreeIndex(AnsweredTree const& trees) {
+        m_entries.reserve(trees.size());
         for (AnsweredObject const& entry : trees) {
-            m_entries.emplace(entry.object, &entry);
+            m_entries.push_back(&entry);
         }
+        std::stable_sort(m_entries.begin(), m_entries.end(), isBefore);
     }
 
-    bool has(VEX_HANDLE object) const { return m_entries.contains(object); }
+    bool has(VEX_HANDLE object) const {
+        return find(object, [](auto const& /*entry*/) { return true; }) != nullptr;
+    }
 
     template <class Holds> AnsweredObject const* find(VEX_HANDLE object, Holds const& holds) const {
-        auto const [first, last] = m_entries.equal_range(object);
+        AnsweredObject wanted;
+        wanted.object = object;
+        auto const [first, last] =
+            std::equal_range(m_entries.begin(), m_entries.end(), &wanted, isBefore);
         auto const found =
-            std::find_if(first, last, [&](auto const& entry) { return holds(*entry.second); });
-        return found == last ? nullptr : found->second;
+            std::find_if(first, last, [&](AnsweredObject const* entry) { return holds(*entry); });
+        return found == last ? nullptr : *found;
     }
     bool isWritten(VEX_HANDLE object) const {
         return find(object, [](auto const& entry) { return entry.fate == ObjectFate::Written; }) !=
@@ -63,7 +72,11 @@ public:
     }
 
 private:
-    std::unordered_multimap<VEX_HANDLE, AnsweredObject const*> m_entries;
+    static bool isBefore(AnsweredObject const* a, AnsweredObject const* b) {
+        return a->object.Number() < b->object.Number();
+    }
+
+    std::vector<AnsweredObject const*> m_entries; // by object
 };
 
 DifferenceCause causeOfPresence(VEX_HANDLE object, TreeIndex const& index) {
@@ -166,7 +179,7 @@ TreeCheck checkTrees(Model const& model, AnsweredTree const& trees,
     TreeIndex const index(trees);
     TreeCheck check;
     std::vector<VEX_HANDLE> visible;
-    std::unordered_map<VEX_HANDLE, bool> canSee;
+    std::vector<bool> canSee(model.elementCount());
     for (std::size_t number = 0; number < model.elementCount(); ++number) {
         VEX_HANDLE const object = model.getElement(number);
         bool const inTree = index.isWritten(object);
@@ -181,14 +194,15 @@ TreeCheck checkTrees(Model const& model, AnsweredTree const& trees,
             check.differences.push_back({object, inTree, cause});
             isSeen = isSeen || !isByShortcut(cause);
         }
-        canSee.emplace(object, isSeen);
+        canSee[number] = isSeen;
     }
     for (HiddenContainer const& container : containersNamed(model, trees)) {
-        if (!canSee.at(container.container)) {
+        if (!canSee.at(numberOf(model, container.container))) {
             check.hiddenContainers.push_back(container);
         }
     }
-    check.leaks = findLeaks(model, visible, [&](VEX_HANDLE object) { return canSee.at(object); });
+    check.leaks = findLeaks(model, visible,
+                            [&](VEX_HANDLE object) { return canSee.at(numberOf(model, object)); });
     return check;
 }
 

@@ -1,11 +1,12 @@
 #include "host/insight/TreeComparison.h"
 
 #include "VexObject.h"
+#include "host/insight/NameResolution.h"
+#include "host/insight/ObjectReference.h"
 #include "host/insight/ObjectText.h"
 
 #include <algorithm>
-#include <unordered_map>
-#include <unordered_set>
+#include <map>
 
 namespace vex {
 
@@ -13,48 +14,32 @@ namespace {
 
 constexpr char const* nameProperty = "name";
 
-using Handles = std::unordered_map<VEX_HANDLE, VEX_HANDLE>;
-
-/// The object of the first model that each one of the second is.
-Handles pairObjects(Model const& before, Model const& after) {
-    Handles pairs{{after.GetRootObject(), before.GetRootObject()}};
-    std::unordered_set<VEX_HANDLE> taken{before.GetRootObject()};
-    auto const pairWith = [&](VEX_HANDLE object, VEX_HANDLE other) {
-        if (other.IsNotNull() && !pairs.contains(object) && taken.insert(other).second) {
-            pairs.emplace(object, other);
+/// The object of the first model that each one of the second is, by the number of that one.
+std::vector<VEX_HANDLE> pairObjects(Model const& before, Model const& after) {
+    std::vector<VEX_HANDLE> pairs(after.elementCount());
+    std::vector<bool> isTaken(before.elementCount(), false);
+    bool areAllPaired = true;
+    auto const pair = [&](std::size_t number, VEX_HANDLE other) {
+        bool const isFree = other.IsNotNull() && !isTaken[numberOf(before, other)];
+        if (isFree && !pairs[number].IsNotNull()) {
+            isTaken[numberOf(before, other)] = true;
+            pairs[number] = other;
         }
+        areAllPaired = areAllPaired && pairs[number].IsNotNull();
     };
+    pair(0, before.GetRootObject());
     for (std::size_t number = 1; number < after.elementCount(); ++number) {
         VEX_HANDLE const object = after.getElement(number);
-        pairWith(object, &before == &after ? object : before.findById(idOf(object)));
+        pair(number, &before == &after ? object : before.findById(idOf(object)));
     }
+    if (areAllPaired) {
+        return pairs;
+    }
+    std::vector<VEX_HANDLE> const like = NameResolution(before).firstsLike(after);
     for (std::size_t number = 1; number < after.elementCount(); ++number) {
-        VEX_HANDLE const object = after.getElement(number);
-        I18NString reference;
-        if (!pairs.contains(object) && after.getReference(object, reference)) {
-            pairWith(object, before.GetObjectByReference(reference, 0));
-        }
+        pair(number, like[number]);
     }
     return pairs;
-}
-
-using Presences = std::unordered_map<VEX_HANDLE, Presence>;
-
-Presences presencesIn(AnsweredTree const& trees) {
-    Presences presences;
-    for (AnsweredObject const& entry : trees) {
-        if (entry.fate == ObjectFate::Written) {
-            Presence& presence = presences[entry.object];
-            presence = std::max(presence, entry.behindShortcut ? Presence::BehindShortcuts
-                                                               : Presence::InItsPlace);
-        }
-    }
-    return presences;
-}
-
-Presence presenceOf(VEX_HANDLE object, Presences const& presences) {
-    auto const found = presences.find(object);
-    return found == presences.end() ? Presence::None : found->second;
 }
 
 I18NString wordOf(Presence presence) {
@@ -62,21 +47,35 @@ I18NString wordOf(Presence presence) {
     return words[static_cast<std::size_t>(presence)];
 }
 
-/// The names of the simple properties, those of the first object in front.
-std::vector<I18NString> propertiesOf(VEX_HANDLE before, VEX_HANDLE after) {
-    std::vector<I18NString> names;
+/// A simple property of one of two objects, or of both.
+struct SharedProperty {
+    I18NString name;
+    bool isBefore; // the first object has it
+    bool isAfter;
+};
+
+/// Those of the first object in front.
+std::vector<SharedProperty> propertiesOf(VEX_HANDLE before, VEX_HANDLE after) {
+    std::vector<SharedProperty> shared;
+    std::map<I18NString, std::size_t> places;
     for (VEX_HANDLE const object : {before, after}) {
+        bool const isFirst = object == before;
         Vex_Handle_Collection properties;
         VexObject(object).Properties(properties, nullptr, nullptr, false);
         for (VEX_HANDLE const property : properties) {
-            I18NString name = classOf(property); // of a property: its name
-            if (!VexObject(property).hasChildObjects() &&
-                std::find(names.begin(), names.end(), name) == names.end()) {
-                names.push_back(std::move(name));
+            if (VexObject(property).hasChildObjects()) {
+                continue;
+            }
+            I18NString const name = classOf(property); // of a property: its name
+            auto const [known, isNew] = places.try_emplace(name, shared.size());
+            if (isNew) {
+                shared.push_back({name, isFirst, !isFirst || before == after});
+            } else {
+                shared[known->second].isAfter = shared[known->second].isAfter || !isFirst;
             }
         }
     }
-    return names;
+    return shared;
 }
 
 I18NString valueOf(VEX_HANDLE object, I18NString const& property, I18NLocale const& locale) {
@@ -85,15 +84,28 @@ I18NString valueOf(VEX_HANDLE object, I18NString const& property, I18NLocale con
     return value;
 }
 
+/// A property's values on both sides; what an object has not is not looked for.
+struct BothValues {
+    I18NString before;
+    I18NString after;
+};
+
+BothValues valuesOf(ComparedObject const& object, SharedProperty const& property,
+                    I18NLocale const& localeBefore, I18NLocale const& localeAfter) {
+    return {property.isBefore ? valueOf(object.before, property.name, localeBefore) : I18NString(),
+            property.isAfter ? valueOf(object.after, property.name, localeAfter) : I18NString()};
+}
+
 class TreeComparison {
 public:
     TreeComparison(ComparedSide const& before, ComparedSide const& after)
-        : m_before(before), m_after(after), m_presencesBefore(presencesIn(before.trees)),
-          m_presencesAfter(presencesIn(after.trees)) {
+        : m_before(before), m_after(after), m_presencesBefore(before.model, before.trees),
+          m_presencesAfter(after.model, after.trees),
+          m_placeBefore(before.model.elementCount(), ComparedObject::NoContainer),
+          m_placeAfter(after.model.elementCount(), ComparedObject::NoContainer) {
         for (std::size_t number = 0; number < before.others.size(); ++number) {
             m_others.push_back({before.others[number].locale, after.others[number].locale,
-                                presencesIn(before.others[number].trees),
-                                presencesIn(after.others[number].trees)});
+                                before.others[number].presences, after.others[number].presences});
         }
         addObjects();
         for (std::size_t number = 0; number < m_objects.size(); ++number) {
@@ -119,50 +131,52 @@ private:
     struct Language {
         I18NLocale before;
         I18NLocale after;
-        Presences presencesBefore;
-        Presences presencesAfter;
+        Presences const& presencesBefore;
+        Presences const& presencesAfter;
     };
 
     /// One for each object of either model; the roots are the first.
     void addObjects() {
-        Handles const pairs = pairObjects(m_before.model, m_after.model);
+        std::vector<VEX_HANDLE> const pairs = pairObjects(m_before.model, m_after.model);
         for (std::size_t number = 0; number < m_after.model.elementCount(); ++number) {
             VEX_HANDLE const object = m_after.model.getElement(number);
-            auto const pair = pairs.find(object);
-            VEX_HANDLE const other = pair == pairs.end() ? VEX_HANDLE() : pair->second;
-            add(other, object, m_placeAfter, object);
+            add(pairs[number], object, placeOf(m_after.model, m_placeAfter, object));
         }
         for (std::size_t number = 0; number < m_before.model.elementCount(); ++number) {
             VEX_HANDLE const object = m_before.model.getElement(number);
-            if (!m_placeBefore.contains(object)) {
-                add(object, {}, m_placeBefore, object);
+            if (m_placeBefore[number] == ComparedObject::NoContainer) {
+                add(object, {}, placeOf(m_before.model, m_placeBefore, object));
             }
         }
     }
 
-    using Places = std::unordered_map<VEX_HANDLE, std::size_t>;
+    using Places = std::vector<std::size_t>; // by the number of the object
 
-    void add(VEX_HANDLE before, VEX_HANDLE after, Places const& places, VEX_HANDLE placed) {
-        auto const container = places.find(VexObject(placed).GetParent());
-        ComparedObject object;
+    /// The place of what an object stands in; the root stands in nothing.
+    static std::size_t placeOf(Model const& model, Places const& places, VEX_HANDLE object) {
+        VEX_HANDLE const container = VexObject(object).GetParent();
+        return container.IsNotNull() ? places[numberOf(model, container)]
+                                     : ComparedObject::NoContainer;
+    }
+
+    void add(VEX_HANDLE before, VEX_HANDLE after, std::size_t container) {
+        std::size_t const place = m_objects.size();
+        ComparedObject& object = m_objects.emplace_back();
         object.before = before;
         object.after = after;
-        object.container =
-            container == places.end() ? ComparedObject::NoContainer : container->second;
-        std::size_t const place = m_objects.size();
+        object.container = container;
         if (before.IsNotNull()) {
-            m_placeBefore.emplace(before, place);
+            m_placeBefore[numberOf(m_before.model, before)] = place;
         }
         if (after.IsNotNull()) {
-            m_placeAfter.emplace(after, place);
+            m_placeAfter[numberOf(m_after.model, after)] = place;
         }
-        m_objects.push_back(std::move(object));
     }
 
     void compare(ComparedObject& object) const {
         using Change = ComparedObject::Change;
-        object.presenceBefore = presenceOf(object.before, m_presencesBefore);
-        object.presenceAfter = presenceOf(object.after, m_presencesAfter);
+        object.presenceBefore = m_presencesBefore.of(object.before);
+        object.presenceAfter = m_presencesAfter.of(object.after);
         if (object.presenceBefore != object.presenceAfter) {
             object.change =
                 object.presenceBefore < object.presenceAfter ? Change::Appears : Change::Disappears;
@@ -180,8 +194,8 @@ private:
     /// What only a further language shows.
     void compareIn(Language const& language, ComparedObject& object) const {
         I18NString const suffix = I18NString(" (").append(language.before.getName()).append(")");
-        Presence const was = presenceOf(object.before, language.presencesBefore);
-        Presence const is = presenceOf(object.after, language.presencesAfter);
+        Presence const was = language.presencesBefore.of(object.before);
+        Presence const is = language.presencesAfter.of(object.after);
         if (was != is) {
             object.properties.push_back(
                 {I18NString("shown").append(suffix), wordOf(was), wordOf(is)});
@@ -189,14 +203,16 @@ private:
         if (was == Presence::None || is == Presence::None) {
             return;
         }
-        for (I18NString const& property : propertiesOf(object.before, object.after)) {
-            I18NString const before = valueOf(object.before, property, language.before);
-            I18NString const after = valueOf(object.after, property, language.after);
-            bool const isAsInTheFirst =
-                before == valueOf(object.before, property, m_before.locale) &&
-                after == valueOf(object.after, property, m_after.locale);
-            if (before != after && !isAsInTheFirst) {
-                object.properties.push_back({I18NString(property).append(suffix), before, after});
+        for (SharedProperty const& property : propertiesOf(object.before, object.after)) {
+            auto const [before, after] =
+                valuesOf(object, property, language.before, language.after);
+            if (before == after) {
+                continue;
+            }
+            BothValues const first = valuesOf(object, property, m_before.locale, m_after.locale);
+            if (before != first.before || after != first.after) {
+                object.properties.push_back(
+                    {I18NString(property.name).append(suffix), before, after});
             }
         }
     }
@@ -209,14 +225,14 @@ private:
         };
         note("ID", idOf(object.before), idOf(object.after));
         note("class", classOf(object.before), classOf(object.after));
-        for (I18NString const& property : propertiesOf(object.before, object.after)) {
-            note(property, valueOf(object.before, property, m_before.locale),
-                 valueOf(object.after, property, m_after.locale));
+        for (SharedProperty const& property : propertiesOf(object.before, object.after)) {
+            BothValues values = valuesOf(object, property, m_before.locale, m_after.locale);
+            note(property.name, std::move(values.before), std::move(values.after));
         }
-        VEX_HANDLE const was = VexObject(object.before).GetParent();
-        VEX_HANDLE const is = VexObject(object.after).GetParent();
-        if (m_placeBefore.at(was) != m_placeAfter.at(is)) {
-            note("container", keyOf(m_before.model, was), keyOf(m_after.model, is));
+        if (placeOf(m_before.model, m_placeBefore, object.before) !=
+            placeOf(m_after.model, m_placeAfter, object.after)) {
+            note("container", keyOf(m_before.model, VexObject(object.before).GetParent()),
+                 keyOf(m_after.model, VexObject(object.after).GetParent()));
         }
     }
 
@@ -258,6 +274,22 @@ private:
 };
 
 } // namespace
+
+Presences::Presences(Model const& model, AnsweredTree const& trees)
+    : m_model(&model), m_presences(model.elementCount(), Presence::None) {
+    for (AnsweredObject const& entry : trees) {
+        if (entry.fate == ObjectFate::Written) {
+            Presence& presence = m_presences[numberOf(model, entry.object)];
+            presence = std::max(presence, entry.behindShortcut ? Presence::BehindShortcuts
+                                                               : Presence::InItsPlace);
+        }
+    }
+}
+
+Presence Presences::of(VEX_HANDLE object) const {
+    std::size_t const number = numberOf(*m_model, object);
+    return number < m_presences.size() ? m_presences[number] : Presence::None;
+}
 
 bool ComparedObject::isRenamed() const {
     return std::any_of(properties.begin(), properties.end(), [](PropertyChange const& each) {

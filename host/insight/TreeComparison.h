@@ -2,14 +2,35 @@
 
 #include "host/insight/AnsweredTree.h"
 
+#include <cstdint>
 #include <vector>
 
 namespace vex {
 
-/// The trees of a model in a language.
-struct LanguageTrees {
+/// How somebody sees an object.
+enum class Presence : std::uint8_t {
+    None,
+    BehindShortcuts, // only as a member of what shortcuts stand for
+    InItsPlace,
+};
+
+/// How trees show each object of a model.
+class Presences {
+public:
+    Presences(Model const& model, AnsweredTree const& trees);
+
+    /// None for the null handle, too.
+    Presence of(VEX_HANDLE object) const;
+
+private:
+    Model const* m_model;
+    std::vector<Presence> m_presences; // by the number of the object
+};
+
+/// What the trees of a model show in a language.
+struct LanguagePresences {
     I18NLocale locale;
-    AnsweredTree trees;
+    Presences presences;
 };
 
 /// What somebody sees of a model.
@@ -17,14 +38,7 @@ struct ComparedSide {
     Model const& model;
     I18NLocale const& locale;
     AnsweredTree const& trees;
-    std::vector<LanguageTrees> others = {}; // further languages, the same ones on both sides
-};
-
-/// How somebody sees an object.
-enum class Presence {
-    None,
-    BehindShortcuts, // only as a member of what shortcuts stand for
-    InItsPlace,
+    std::vector<LanguagePresences> others = {}; // further languages, the same ones on both sides
 };
 
 struct PropertyChange {

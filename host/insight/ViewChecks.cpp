@@ -1,5 +1,6 @@
 #include "VexObject.h"
 #include "host/insight/ModelFindings.h"
+#include "host/insight/ObjectReference.h"
 #include "resources.h"
 
 #include <algorithm>
@@ -33,19 +34,22 @@ public:
             below(view, resources::getString(resources::ViewMember));
         bool const isDefault = isRoleBased && members.size() == 0;
         if (entries == 0 && !isDefault) { // an empty default view hides nothing on purpose
-            m_findings.add("view-without-set", view,
-                           nameOfView(view) + " has no set with an entry, so it shows nothing");
+            m_findings.add("view-without-set", view, [&] {
+                return nameOfView(view) + " has no set with an entry, so it shows nothing";
+            });
         }
         if (isRoleBased && members.size() > 1) {
-            m_findings.add("ignored-member", members[1],
-                           "only the first member's role counts for " + nameOfView(view) +
-                               "; make a view for each role");
+            m_findings.add("ignored-member", members[1], [&] {
+                return "only the first member's role counts for " + nameOfView(view) +
+                       "; make a view for each role";
+            });
         }
         if (isDefault) {
             if (m_default.IsNotNull()) {
-                m_findings.add("replaced-default-view", m_default,
-                               nameOfView(m_default) + " has no effect: " + nameOfView(view) +
-                                   " is a later role-based view without members");
+                m_findings.add("replaced-default-view", m_default, [&] {
+                    return nameOfView(m_default) + " has no effect: " + nameOfView(view) +
+                           " is a later role-based view without members";
+                });
             }
             m_default = view;
         }
@@ -58,17 +62,17 @@ public:
         for (std::size_t index = 0; index < model.elementCount(); ++index) {
             VEX_HANDLE const element = model.getElement(index);
             I18NString text;
-            if (!model.getReference(element, text) || !VexObject(element).GetName(text) ||
+            if (!hasReference(model, element) || !VexObject(element).GetName(text) ||
                 text == shortcut) { // shortcuts are shown without a test
                 continue;
             }
             I18NString id;
             VexObject(element).GetId(id);
             if (m_included.count(id) == 0) {
-                m_findings.add("object-in-no-view", element,
-                               "no view includes " + text.toUtf8() + ' ' +
-                                   m_findings.nameOf(element) +
-                                   (id.empty() ? "; it has no id to include it by" : ""));
+                m_findings.add("object-in-no-view", element, [&] {
+                    return "no view includes " + text.toUtf8() + ' ' + m_findings.nameOf(element) +
+                           (id.empty() ? "; it has no id to include it by" : "");
+                });
             }
         }
     }
@@ -82,9 +86,10 @@ private:
             return kind == resources::getString(known);
         });
         if (!isKnown) {
-            m_findings.add("unknown-set-kind", set,
-                           "the kind of the set is " + inQuotes(kind) +
-                               ", so it has no effect; write included, excluded or hidden");
+            m_findings.add("unknown-set-kind", set, [&] {
+                return "the kind of the set is " + inQuotes(kind) +
+                       ", so it has no effect; write included, excluded or hidden";
+            });
         }
         bool const isIncluded = kind == resources::getString(resources::Included);
         Vex_Handle_Collection const entries = below(set, resources::getString(resources::SetEntry));
@@ -92,9 +97,9 @@ private:
             I18NString id;
             VexObject(entry).GetValue(id, true);
             if (!m_findings.getModel().findById(id).IsNotNull()) {
-                m_findings.add("set-entry-without-object", entry,
-                               "no object has the id " + inQuotes(id) +
-                                   " that the security set lists");
+                m_findings.add("set-entry-without-object", entry, [&] {
+                    return "no object has the id " + inQuotes(id) + " that the security set lists";
+                });
             }
             if (isIncluded) {
                 m_included.insert(id);

@@ -130,8 +130,9 @@ private:
         I18NString const word = classOf(element);
         I18NString const& meant = misspelt.meantBy(word);
         if (!meant.empty()) {
-            m_findings.add("misspelt-class", element,
-                           "the class is " + inQuotes(word) + didYouMean(meant.toUtf8()));
+            m_findings.add("misspelt-class", element, [&] {
+                return "the class is " + inQuotes(word) + didYouMean(meant.toUtf8());
+            });
         }
     }
 
@@ -140,9 +141,10 @@ private:
             I18NString const word = classOf(property);
             I18NString const& meant = misspelt.meantBy(word);
             if (!meant.empty()) {
-                m_findings.add("misspelt-property", element,
-                               "the " + called(m_findings, element) + " has the property " +
-                                   inQuotes(word) + didYouMean(meant.toUtf8()));
+                m_findings.add("misspelt-property", element, [&] {
+                    return "the " + called(m_findings, element) + " has the property " +
+                           inQuotes(word) + didYouMean(meant.toUtf8());
+                });
             }
         }
     }
@@ -174,11 +176,11 @@ void checkValues(ModelFindings& findings, VEX_HANDLE element) {
     std::string const ofDatatype =
         complaintAbout(findings, element, "datatype", KnownWords::datatypes());
     if (!ofDatatype.empty()) {
-        findings.add("unknown-datatype", element, ofDatatype);
+        findings.add("unknown-datatype", element, [&] { return ofDatatype; });
     }
     std::string const ofUsage = complaintAbout(findings, element, "usage", KnownWords::usages());
     if (!ofUsage.empty()) {
-        findings.add("unknown-usage", element, ofUsage);
+        findings.add("unknown-usage", element, [&] { return ofUsage; });
     }
 }
 

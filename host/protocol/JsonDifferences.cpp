@@ -3,6 +3,9 @@
 #include "host/protocol/JsonObjects.h"
 #include "host/protocol/JsonText.h"
 
+#include <map>
+#include <string_view>
+
 #include <nlohmann/json.hpp>
 
 namespace vex {
@@ -21,6 +24,26 @@ constexpr char const* codeOf(Presence presence) {
     return codes[static_cast<std::size_t>(presence)];
 }
 
+/// Of two changes that are called alike the second is told, in the place of the first.
+void addProperties(ToldChange const& told, Json& entry) {
+    std::map<std::string_view, ToldPropertyChange const*> byName;
+    for (ToldPropertyChange const& change : told.properties) {
+        byName[change.property] = &change;
+    }
+    Json properties = Json::object();
+    for (ToldPropertyChange const& each : told.properties) {
+        auto const change = byName.find(each.property);
+        if (change != byName.end()) {
+            appendMember(properties, each.property,
+                         {{"before", change->second->before}, {"after", change->second->after}});
+            byName.erase(change);
+        }
+    }
+    if (!properties.empty()) {
+        entry["properties"] = std::move(properties);
+    }
+}
+
 Json describe(ToldChange const& told) {
     Json entry{{"change", codeOf(told.change)},
                {"id", told.object.id},
@@ -30,10 +53,7 @@ Json describe(ToldChange const& told) {
                {"presence", {{"before", codeOf(told.before)}, {"after", codeOf(told.after)}}}};
     if (told.change == Change::Changes) {
         entry["renamed"] = told.isRenamed;
-        for (ToldPropertyChange const& change : told.properties) {
-            entry["properties"][change.property] = {{"before", change.before},
-                                                    {"after", change.after}};
-        }
+        addProperties(told, entry);
     }
     return entry;
 }

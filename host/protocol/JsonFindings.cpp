@@ -1,7 +1,7 @@
 #include "host/protocol/JsonFindings.h"
 
 #include "host/insight/FileFindings.h"
-#include "host/protocol/JsonText.h"
+#include "host/protocol/JsonListText.h"
 
 #include <nlohmann/json.hpp>
 
@@ -9,20 +9,20 @@ namespace vex {
 
 std::string toJson(Diagnostics const& found) {
     FindingCounts const counts = countFindings(found);
-    Json findings = Json::array();
+    JsonListText text(Json{{"errors", counts.errors},
+                           {"warnings", counts.warnings},
+                           {"notes", counts.notes},
+                           {"findings", Json::array()}},
+                      "findings", 1);
     for (Diagnostic const& each : found) {
-        findings.push_back({{"severity", toString(each.severity)},
-                            {"rule", each.rule},
-                            {"file", each.file},
-                            {"line", each.line},
-                            {"column", each.column},
-                            {"text", each.text}});
+        text.add({{"severity", toString(each.severity)},
+                  {"rule", each.rule},
+                  {"file", each.file},
+                  {"line", each.line},
+                  {"column", each.column},
+                  {"text", each.text}});
     }
-    return toText(Json{{"errors", counts.errors},
-                       {"warnings", counts.warnings},
-                       {"notes", counts.notes},
-                       {"findings", std::move(findings)}},
-                  JsonForm::Indented);
+    return std::move(text).finish();
 }
 
 } // namespace vex

@@ -1,6 +1,7 @@
 #include "host/protocol/JsonSight.h"
 
-#include "host/protocol/JsonText.h"
+#include "host/protocol/JsonListText.h"
+#include "host/protocol/JsonObjects.h"
 
 #include <nlohmann/json.hpp>
 
@@ -59,23 +60,24 @@ std::string toJson(SightMatrix const& matrix) {
     for (SightMatrix::Column const& column : matrix.columns) {
         for (std::string const& name : namesOf(column)) {
             if (!column.refusal.empty()) {
-                refused[name] = column.refusal;
+                appendMember(refused, name, column.refusal);
             }
         }
     }
-    Json rows = Json::array();
+    JsonListText text(Json{{"refused", std::move(refused)}, {"objects", Json::array()}}, "objects",
+                      1);
     for (SightMatrix::Row const& row : matrix.rows) {
         Json told = describe(row.object);
-        told["sees"] = Json::object();
+        Json sees = Json::object();
         for (std::size_t number = 0; number < matrix.columns.size(); ++number) {
             for (std::string const& name : namesOf(matrix.columns[number])) {
-                told["sees"][name] = codeOf(row.cells[number]);
+                appendMember(sees, name, codeOf(row.cells[number]));
             }
         }
-        rows.push_back(std::move(told));
+        told["sees"] = std::move(sees);
+        text.add(told);
     }
-    return toText(Json{{"refused", std::move(refused)}, {"objects", std::move(rows)}},
-                  JsonForm::Indented);
+    return std::move(text).finish();
 }
 
 std::string toCsv(SightMatrix const& matrix) {

@@ -35,11 +35,11 @@ Json rules() {
 } // namespace
 
 std::string toSarif(Diagnostics const& found, std::string_view version) {
-    Json results = Json::array();
+    JsonListText log = sarifLog(rules(), version);
     for (Diagnostic const& each : found) {
-        results.push_back(resultOf(each));
+        log.add(resultOf(each));
     }
-    return sarifLog(rules(), std::move(results), version);
+    return std::move(log).finish();
 }
 
 } // namespace vex

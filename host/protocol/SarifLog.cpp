@@ -34,16 +34,17 @@ Json sarifPlace(std::string_view file, unsigned long line, unsigned long column)
     return place;
 }
 
-std::string sarifLog(Json rules, Json results, std::string_view version) {
+JsonListText sarifLog(Json rules, std::string_view version) {
+    constexpr std::size_t depthOfResults = 3;
     Json const driver{
         {"name", "vexma"}, {"version", std::string(version)}, {"rules", std::move(rules)}};
     Json const run{{"tool", {{"driver", driver}}},
                    {"columnKind", "utf16CodeUnits"},
-                   {"results", std::move(results)}};
-    return toText(Json{{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
-                       {"version", "2.1.0"},
-                       {"runs", Json::array({run})}},
-                  JsonForm::Indented);
+                   {"results", Json::array()}};
+    return {Json{{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
+                 {"version", "2.1.0"},
+                 {"runs", Json::array({run})}},
+            "results", depthOfResults};
 }
 
 } // namespace vex

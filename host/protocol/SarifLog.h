@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/protocol/JsonText.h"
+#include "host/protocol/JsonListText.h"
 
 #include <string>
 #include <string_view>
@@ -13,7 +13,7 @@ std::string toUri(std::string_view path);
 /// Where something stands in a file; without a line, the file.
 Json sarifPlace(std::string_view file, unsigned long line, unsigned long column);
 
-/// An indented log of one run of this program, with its rules and results.
-std::string sarifLog(Json rules, Json results, std::string_view version);
+/// An indented log of one run of this program, with its rules; takes the results one by one.
+JsonListText sarifLog(Json rules, std::string_view version);
 
 } // namespace vex

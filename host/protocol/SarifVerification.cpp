@@ -62,16 +62,16 @@ Json resultOf(VerifyFinding const& finding, std::string const& file, UserVerific
 } // namespace
 
 std::string toSarif(Verification const& verification, std::string_view version) {
-    Json results = Json::array();
+    JsonListText log = sarifLog(rules(), version);
     for (VerifyFinding const& finding : verification.findings) {
-        results.push_back(resultOf(finding, verification.file, nullptr));
+        log.add(resultOf(finding, verification.file, nullptr));
     }
     for (UserVerification const& user : verification.users) {
         for (VerifyFinding const& finding : user.findings) {
-            results.push_back(resultOf(finding, verification.file, &user));
+            log.add(resultOf(finding, verification.file, &user));
         }
     }
-    return sarifLog(rules(), std::move(results), version);
+    return std::move(log).finish();
 }
 
 } // namespace vex

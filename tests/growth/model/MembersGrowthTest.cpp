@@ -35,22 +35,19 @@ TEST(MembersGrowth, AreAskedForByManyClassesThatTakeTurns) {
                                           EXPECT_EQ(found.size(), size / 2);
                                       });
                                   },
-                                  {.memory = 100}));
+                                  {.memory = 40}));
 }
 
 TEST(MembersGrowth, DistinctTextsAreCollected) {
-    EXPECT_TRUE(staysInProportion(2'000,
-                                  [](std::size_t size) {
-                                      return countWork(20 * size, [&] {
-                                          Vex_I18NString_Collection texts;
-                                          for (std::size_t number = 0; number < 2 * size;
-                                               ++number) {
-                                              texts.Add(numbered("text", number % size));
-                                          }
-                                          EXPECT_EQ(texts.Size(), size);
-                                      });
-                                  },
-                                  {.memory = 30}));
+    EXPECT_TRUE(staysInProportion(2'000, [](std::size_t size) {
+        return countWork(20 * size, [&] {
+            Vex_I18NString_Collection texts;
+            for (std::size_t number = 0; number < 2 * size; ++number) {
+                texts.Add(numbered("text", number % size));
+            }
+            EXPECT_EQ(texts.Size(), size);
+        });
+    }));
 }
 
 // As in VexIdSetTest: ids of eight units that a hash without a seed takes for one.
@@ -66,17 +63,15 @@ TEST(MembersGrowth, IdsThatWereChosenToHashAlikeAreLookedUp) {
         std::memcpy(id.data() + 4, &second, sizeof second);
         return id;
     };
-    EXPECT_TRUE(staysInProportion(2'000,
-                                  [&](std::size_t size) {
-                                      return countWork(16 * size, [&] {
-                                          VexIdSet ids;
-                                          for (std::size_t number = 0; number < size; ++number) {
-                                              ids.insert(alike(number));
-                                          }
-                                          for (std::size_t number = 0; number < size; ++number) {
-                                              EXPECT_TRUE(ids.contains(I18NString(alike(number))));
-                                          }
-                                      });
-                                  },
-                                  {.memory = 30}));
+    EXPECT_TRUE(staysInProportion(2'000, [&](std::size_t size) {
+        return countWork(16 * size, [&] {
+            VexIdSet ids;
+            for (std::size_t number = 0; number < size; ++number) {
+                ids.insert(alike(number));
+            }
+            for (std::size_t number = 0; number < size; ++number) {
+                EXPECT_TRUE(ids.contains(I18NString(alike(number))));
+            }
+        });
+    }));
 }

@@ -111,7 +111,9 @@ TEST(ModelChecks, FindAGrantOfAViewThatTheModelLacks) {
         "<catalog><model path='/content/m' file='m.xml'><grant role='r' view='v1'/>\n"
         "<grant role='r' view='v2'/></model><user name='u'><role>r</role></user></catalog>",
         "c.xml", "", found);
-    vex::checkGrants(*catalogue, catalogue->models[0], *model, "c.xml", found);
+    std::string const file = "c.xml";
+    vex::CatalogueFindings findings(file, found);
+    vex::GrantCheck(*catalogue, findings).check(catalogue->models[0], vex::GrantedModel(*model));
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found[0].rule, "granted-view-missing");
     EXPECT_EQ(found[0].line, 2U);
@@ -128,7 +130,9 @@ TEST(ModelChecks, FindEachRoleThatNoUserHasOnce) {
         "<grant role='g' view='v'/><grant role='held' view='v'/></model>"
         "<user name='u'><role>held</role></user></catalog>",
         "c.xml", "", found);
-    vex::checkGrants(*catalogue, catalogue->models[0], *model, "c.xml", found);
+    std::string const file = "c.xml";
+    vex::CatalogueFindings findings(file, found);
+    vex::GrantCheck(*catalogue, findings).check(catalogue->models[0], vex::GrantedModel(*model));
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(found[0].rule, "role-without-user");
     EXPECT_EQ(found[0].line, 2U);
@@ -142,7 +146,9 @@ TEST(ModelChecks, FindAModelPathUnderWhichNobodyIsRestricted) {
     auto const catalogue = vex::readCatalogueText(
         "<catalog><model path='/content/m' file='m.xml'/><model path='/m' file='m.xml'/></catalog>",
         "c.xml", "", found);
-    vex::checkCatalogue(*catalogue, "c.xml", found);
+    std::string const file = "c.xml";
+    vex::CatalogueFindings findings(file, found);
+    vex::checkCatalogue(*catalogue, findings);
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found[0].rule, "unrestricted-path");
 }
@@ -154,7 +160,9 @@ TEST(ModelChecks, FindAUserWhoMayUseNoView) {
             "<catalog>" + models +
                 "\n<user name='a'><role>r</role></user>\n<user name='b'/></catalog>",
             "c.xml", "", found);
-        vex::checkCatalogue(*catalogue, "c.xml", found);
+        std::string const file = "c.xml";
+        vex::CatalogueFindings findings(file, found);
+        vex::checkCatalogue(*catalogue, findings);
         std::vector<std::string> lines;
         for (vex::Diagnostic const& each : found) {
             lines.push_back(each.rule + '@' + std::to_string(each.line));

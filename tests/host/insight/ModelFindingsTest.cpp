@@ -24,11 +24,12 @@ protected:
     std::shared_ptr<vex::Model const> m_model = load(true);
     std::string const m_file = "m.xml";
     vex::Diagnostics m_found;
-    vex::ModelFindings m_findings{*m_model, m_file, m_found};
+    vex::FindingLimit m_limit;
+    vex::ModelFindings m_findings{*m_model, m_file, m_found, m_limit};
 };
 
 TEST_F(ModelFindingsTest, GiveAFindingTheSeverityOfItsRuleAndTheElementsPlace) {
-    m_findings.add("dangling-refobj", m_model->findById("f"), "it is lost");
+    m_findings.add("dangling-refobj", m_model->findById("f"), [] { return "it is lost"; });
     ASSERT_EQ(m_found.size(), 1U);
     EXPECT_EQ(m_found[0].severity, vex::Severity::Warning);
     EXPECT_EQ(m_found[0].rule, "dangling-refobj");
@@ -39,15 +40,15 @@ TEST_F(ModelFindingsTest, GiveAFindingTheSeverityOfItsRuleAndTheElementsPlace) {
 
 TEST_F(ModelFindingsTest, HaveNoPlaceInAModelThatKeptNone) {
     auto const bare = load(false);
-    vex::ModelFindings findings(*bare, m_file, m_found);
-    findings.add("duplicate-reference", bare->findById("f"), "twice");
+    vex::ModelFindings findings(*bare, m_file, m_found, m_limit);
+    findings.add("duplicate-reference", bare->findById("f"), [] { return "twice"; });
     EXPECT_EQ(m_found[0].line, 0U);
     EXPECT_EQ(m_found[0].column, 0U);
 }
 
 TEST_F(ModelFindingsTest, StandInTheOrderInWhichTheyWereAdded) {
-    m_findings.add("object-in-no-view", m_model->findById("f"), "first");
-    m_findings.add("dangling-refobj", m_model->findById("n"), "second");
+    m_findings.add("object-in-no-view", m_model->findById("f"), [] { return "first"; });
+    m_findings.add("dangling-refobj", m_model->findById("n"), [] { return "second"; });
     ASSERT_EQ(m_found.size(), 2U);
     EXPECT_EQ(m_found[0].text, "first");
     EXPECT_EQ(m_found[0].severity, vex::Severity::Note);

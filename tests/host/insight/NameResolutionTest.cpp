@@ -25,7 +25,8 @@ std::shared_ptr<vex::Model const> const& model() {
 }
 
 /// "id of used", for each candidate.
-std::vector<std::string> resolve(char const* reader, std::vector<std::u16string> const& names) {
+std::vector<std::string> resolve(char const* reader,
+                                 std::vector<std::u16string_view> const& names) {
     vex::NameResolution resolution(*model());
     vex::ResolvedNames const found = *reader == '\0'
                                          ? resolution.resolve(names)

@@ -7,10 +7,13 @@ namespace {
 /// "before|a|b", with "'" before what is quoted and "&" before a member's key.
 std::vector<std::string> referencesIn(char const* text) {
     std::vector<std::string> found;
-    for (vex::TextReference const& each : vex::referencesIn(text)) {
-        std::string line = (each.isQuoted ? "'" : "") + std::string(each.isMemberKey ? "&" : "") +
-                           I18NString(each.before).toUtf8();
-        for (std::u16string const& name : each.names) {
+    I18NString const whole(text);
+    vex::TextReferences references(whole);
+    while (vex::TextReference const* const each = references.next()) {
+        std::string line = (each->isQuoted() ? "'" : "") +
+                           std::string(each->isMemberKey() ? "&" : "") +
+                           I18NString(each->before()).toUtf8();
+        for (std::u16string_view const name : each->names()) {
             line += '|' + I18NString(name).toUtf8();
         }
         found.push_back(line);
@@ -36,6 +39,13 @@ TEST(TextReferences, KnowWhatStandsInALiteral) {
     EXPECT_EQ(referencesIn("[A] = 'as in [B]' or \"[C]\" or [D]"),
               (Found{"|A", "'|B", "'|C", "|D"}));
     EXPECT_EQ(referencesIn("the customer's [A] and the shop's [B]"), (Found{"|A", "|B"}));
+}
+
+TEST(TextReferences, KnowWhichOfManyMarksCloses) {
+    EXPECT_EQ(referencesIn("[A]][B] [[C] [D]]] []]] []] [E"), (Found{"|A][B", "|[C", "|D]", "|]"}));
+    EXPECT_EQ(referencesIn("\"\"\"[A]\" \"\"[B]"), (Found{"'|A", "|B"}));
+    EXPECT_EQ(referencesIn("'''[A] ''[B] 'c''[C] d"), (Found{"'|A", "'|B", "|C"}));
+    EXPECT_EQ(referencesIn("'a'[B] \"a[C]"), (Found{"a|B", "a|C"}));
 }
 
 TEST(TextReferences, KnowKeysOfMembers) {

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vex {
+
+/// A text as people read it, as UTF-8: what is long loses its middle. Messages that repeat what
+/// stands in a document would grow without bounds.
+std::string shortened(std::u16string_view text);
+
+} // namespace vex

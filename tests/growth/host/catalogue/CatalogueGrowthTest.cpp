@@ -1,0 +1,80 @@
+#include "host/catalogue/Catalogue.h"
+#include "host/insight/FileFindings.h"
+#include "host/protocol/JsonFindings.h"
+#include "tests/growth/GeneratedText.h"
+#include "tests/growth/Growth.h"
+
+namespace {
+
+std::string grantsOf(std::size_t count) {
+    return textOfEach(count, [](std::string const& number) {
+        return "<grant role='r" + number + "' view='v" + number + "'/>";
+    });
+}
+
+std::string rolesOf(std::size_t count) {
+    return textOfEach(count,
+                      [](std::string const& number) { return "<role>r" + number + "</role>"; });
+}
+
+std::string catalogueOf(std::string const& grants, std::string const& users) {
+    return "<catalog><model path='/content/m' file='m.xml'>" + grants + "</model>" + users +
+           "</catalog>";
+}
+
+TEST(CatalogueGrowth, OfViewsFollowsTheGrantsAndTheRolesOfAUser) {
+    EXPECT_TRUE(staysInProportion(1'000, [](std::size_t size) {
+        std::string const text =
+            catalogueOf(grantsOf(size), "<user name='u'>" + rolesOf(size) + "</user>");
+        auto const catalogue = vex::loadCatalogueText(text, "c.xml", "");
+        return countWork(text.size(), [&] {
+            EXPECT_EQ(availableViews(catalogue->models[0], catalogue->users[0]).size(), size);
+        });
+    }));
+}
+
+/// What it takes to look through a catalogue and to write what was found.
+Measurement checkOf(std::string const& text) {
+    return countWork(text.size(), [&] {
+        vex::Diagnostics const found = vex::findInCatalogue(text, "c.xml", "");
+        EXPECT_FALSE(toJson(found).empty());
+        EXPECT_FALSE(toSarif(found, "1").empty());
+    });
+}
+
+/// More findings than are kept of a rule.
+constexpr std::size_t many = 6'000;
+
+TEST(CatalogueGrowth, OfFindingsFollowsTheCatalogue) {
+    struct Row {
+        char const* name;
+        std::string (*make)(std::size_t size);
+    };
+    constexpr Row rows[] = {
+        {"elements that have no place",
+         [](std::size_t size) { return catalogueOf("", repeated("<x/>", size)); }},
+        {"grants and users of other roles",
+         [](std::size_t size) {
+             return catalogueOf(grantsOf(size), textOfEach(size, [](std::string const& number) {
+                                    return "<user name='u" + number + "'><role>s" + number +
+                                           "</role></user>";
+                                }));
+         }},
+        {"models",
+         [](std::size_t size) {
+             return "<catalog>" +
+                    textOfEach(size,
+                               [](std::string const& number) {
+                                   return "<model path='/m" + number + "' file='m.xml'/>";
+                               }) +
+                    "<user name='u'/></catalog>";
+         }},
+    };
+    for (Row const& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_TRUE(
+            staysInProportion(many, [&](std::size_t size) { return checkOf(row.make(size)); }));
+    }
+}
+
+} // namespace

@@ -1,0 +1,94 @@
+#include "host/import/xml/ModelLoader.h"
+#include "host/insight/Differences.h"
+#include "host/protocol/JsonDifferences.h"
+#include "tests/growth/GeneratedText.h"
+#include "tests/growth/Growth.h"
+
+namespace {
+
+/// A tree that shows every object in its place.
+vex::AnsweredTree wholeTreeOf(vex::Model const& model) {
+    vex::AnsweredTree tree(model.elementCount());
+    for (std::size_t number = 0; number < tree.size(); ++number) {
+        tree[number].object = model.getElement(number);
+    }
+    return tree;
+}
+
+enum class Form { Data, Json };
+
+/// What it takes to compare two models of these elements and to tell the differences.
+Measurement comparisonOf(std::string const& before, std::string const& after, Form form) {
+    auto const load = [](std::string const& elements) {
+        return vex::loadModelText("<model defaultLocale='en'><locales><locale>en</locale></locales>"
+                                  "<namespace id='n' name='n'>" +
+                                      elements + "</namespace></model>",
+                                  "m.xml");
+    };
+    auto const one = load(before);
+    auto const two = load(after);
+    vex::AnsweredTree const treeBefore = wholeTreeOf(*one);
+    vex::AnsweredTree const treeAfter = wholeTreeOf(*two);
+    return countWork(before.size() + after.size(), [&] {
+        vex::Differences const told = vex::tellDifferences({*one, one->defaultLocale(), treeBefore},
+                                                           {*two, two->defaultLocale(), treeAfter});
+        EXPECT_FALSE(told.areNone());
+        if (form == Form::Json) {
+            EXPECT_FALSE(toJson(told, {}).empty());
+        }
+    });
+}
+
+std::string propertyTexts(std::size_t count, std::string const& value) {
+    return textOfEach(count, [&](std::string const& number) {
+        return "<property name='p" + number + "'>" + value + "</property>";
+    });
+}
+
+std::string propertiesOf(std::size_t count, std::string const& value) {
+    return "<queryItem id='i' name='i'>" + propertyTexts(count, value) + "</queryItem>";
+}
+
+/// What is written is the answer itself: as long as it is, so much memory it takes.
+constexpr Proportion ofAnswers{.work = 1.2, .memory = 200};
+
+TEST(TreeComparisonGrowth, FollowsThePropertiesOfAnObject) {
+    auto const differ = [](std::size_t size, Form form) {
+        return comparisonOf(propertiesOf(size, "a first value"), propertiesOf(size, "a second one"),
+                            form);
+    };
+    EXPECT_TRUE(
+        staysInProportion(1'000, [&](std::size_t size) { return differ(size, Form::Data); }));
+    EXPECT_TRUE(staysInProportion(
+        1'000, [&](std::size_t size) { return differ(size, Form::Json); }, ofAnswers));
+}
+
+TEST(TreeComparisonGrowth, FollowsPropertiesThatOneSideLacksBesideManyMembers) {
+    auto const inSubject = [](std::string const& text) {
+        return "<querySubject id='q' name='q'>" + text + "</querySubject>";
+    };
+    EXPECT_TRUE(staysInProportion(1'000, [&](std::size_t size) {
+        return comparisonOf(inSubject(repeated("<a/>", size)),
+                            inSubject(propertyTexts(size, "a value of twenty")), Form::Data);
+    }));
+}
+
+TEST(TreeComparisonGrowth, FollowsTheObjectsThatReferencesPair) {
+    constexpr std::size_t levels = 200;
+    auto const deep = [&](std::size_t size, std::string const& value) {
+        return repeated("<querySubject name='" + std::string(500, 'a') + "'>", levels) +
+               textOfEach(size,
+                          [&](std::string const& number) {
+                              return "<queryItem name='" + number + "' usage='" + value + "'/>";
+                          }) +
+               repeated("</querySubject>", levels);
+    };
+    EXPECT_TRUE(staysInProportion(
+        500,
+        [&](std::size_t size) {
+            return comparisonOf(deep(size, "fact"), deep(size, "attribute"), Form::Json);
+        },
+        ofAnswers));
+}
+
+} // namespace
