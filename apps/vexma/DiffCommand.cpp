@@ -195,7 +195,10 @@ struct DiffCommand {
             before.others.push_back({locale, {before.model, trees.before.objects}});
             after.others.push_back({locale, {after.model, trees.after.objects}});
         }
-        return sides.before.together([&] { told.differences = tellDifferences(before, after); });
+        CallEnd end =
+            sides.before.together([&] { told.differences = tellDifferences(before, after); });
+        told.unfinished = end.text;
+        return end;
     }
 
     /// How the first call ended that was not answered; what there is to say of it is noted.
