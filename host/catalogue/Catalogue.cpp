@@ -3,6 +3,7 @@
 #include "I18NHash.h"
 
 #include <algorithm>
+#include <set>
 #include <string_view>
 #include <unordered_set>
 
