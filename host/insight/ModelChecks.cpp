@@ -82,8 +82,9 @@ void checkCatalogue(Catalogue const& catalogue, CatalogueFindings& findings) {
 GrantedModel::GrantedModel(Model const& model) {
     for (VEX_HANDLE const member : ModelFindings::elementsBelow(
              model.GetRootObject(), resources::getString(resources::ViewMember))) {
-        roles.insert(
-            ModelFindings::valueOf(member, resources::getString(resources::MemberRole), nullptr));
+        I18NString const role =
+            ModelFindings::valueOf(member, resources::getString(resources::MemberRole), nullptr);
+        roles.insert(role); // a copy, since the model may go before
     }
     roles.erase(I18NString());
     for (VEX_HANDLE const view : ModelFindings::elementsBelow(

@@ -195,6 +195,9 @@ TEST(UntimelyEnd, IsNotNeededWhereverMemoryEnds) {
 }
 
 TEST(UntimelyEnd, IsNotNeededWithoutAFileSystemOfProcesses) {
+    if (isSanitized) {
+        GTEST_SKIP(); // the sanitizer reads it
+    }
     ToolResult const result = ToolFolder().RunShell(
         "export LD_LIBRARY_PATH=$(dirname \"$VEXMA\"); " // the system's loader asks /proc too
         "unshare --mount sh -c 'mount -t tmpfs none /proc && exec \"$0\" tree small.model.xml' "
