@@ -48,7 +48,6 @@ public:
         return before;
     }
     friend bool operator==(CountedByte a, CountedByte b) { return a.m_at == b.m_at; }
-    friend bool operator!=(CountedByte a, CountedByte b) { return a.m_at != b.m_at; }
 
 private:
     char const* m_at;
