@@ -7,6 +7,7 @@
 
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace vex {
 
@@ -56,13 +57,14 @@ struct AccessCommand {
     int runForAll(Workplace const& workplace, ObjectArguments const& arguments,
                   Vex_Handle_Collection const& objects, Console& console) const {
         Viewers const viewers = Viewers::usersOf(workplace.catalogue(), "");
-        std::map<std::string, AccessAnswer> answers;
+        std::vector<AccessAnswer> answers;
+        std::map<std::string, std::size_t> answerOf; // by the name of the user
         int status = Done;
         for (Viewer const& viewer : viewers.all()) {
             Workplace further(workplace, viewer.user);
-            AccessAnswer const answer = further.access(objects, mode);
+            AccessAnswer const& answer = answers.emplace_back(further.access(objects, mode));
             for (std::string const& name : viewer.names()) {
-                answers.emplace(name, answer);
+                answerOf.emplace(name, answers.size() - 1);
                 if (!answer.end.isAnswered()) {
                     console.complain(name +
                                      (answer.end.isDecided() ? ": every request is refused: "
@@ -74,9 +76,10 @@ struct AccessCommand {
                 status = Unfinished; // nothing is known of the user
             }
         }
+        std::vector<std::string> const names = namesIn(workplace);
         for (std::size_t index = 0; index < objects.size(); ++index) {
-            for (std::string const& name : namesIn(workplace)) {
-                AccessAnswer const& answer = answers.at(name);
+            for (std::string const& name : names) {
+                AccessAnswer const& answer = answers[answerOf.at(name)];
                 bool const isAnswered = index < answer.verdicts.size();
                 write(console,
                       !isAnswered              ? answer.end.isDecided() ? "-" : "?"

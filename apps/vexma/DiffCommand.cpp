@@ -176,9 +176,21 @@ struct DiffCommand {
 
     int statusOf(bool areNone) const { return hasExitCode && !areNone ? Different : Done; }
 
-    /// Every language that both models have, unless one was asked for. Gives how the call
-    /// ended that was not answered, and who was refused.
+    /// All that is done for a user, under one budget. Gives how the call ended that was not
+    /// answered, and who was refused.
     CallEnd compare(BothSides const& sides, UserDifferences& told) const {
+        CallEnd end;
+        CallEnd const whole = sides.before.together([&] { end = compareLanguages(sides, told); });
+        if (whole.isAnswered()) {
+            return end;
+        }
+        told.unfinished = whole.text;
+        told.differences = {};
+        return whole;
+    }
+
+    /// Every one that both models have, unless one was asked for.
+    CallEnd compareLanguages(BothSides const& sides, UserDifferences& told) const {
         BothTrees const main = askForBoth(sides);
         if (std::optional<CallEnd> const end = endOf(main, told)) {
             return *end;
@@ -195,10 +207,8 @@ struct DiffCommand {
             before.others.push_back({locale, {before.model, trees.before.objects}});
             after.others.push_back({locale, {after.model, trees.after.objects}});
         }
-        CallEnd end =
-            sides.before.together([&] { told.differences = tellDifferences(before, after); });
-        told.unfinished = end.text;
-        return end;
+        told.differences = tellDifferences(before, after);
+        return {.kind = CallEnd::Kind::Answered};
     }
 
     /// How the first call ended that was not answered; what there is to say of it is noted.

@@ -6,6 +6,7 @@
 #include "host/protocol/JsonExplanation.h"
 
 #include <memory>
+#include <optional>
 
 namespace vex {
 
@@ -22,14 +23,30 @@ struct ExplainCommand {
         Workplace workplace(source, console);
         complainAboutLocale(workplace, console);
         Vex_Handle_Collection const objects = arguments.findIn(workplace.model());
+        std::optional<Explanation> told;
+        CallEnd end;
+        CallEnd const whole = workplace.together([&] { end = explain(workplace, objects, told); });
+        if (!whole.isAnswered()) {
+            return complainAbout(whole, console);
+        }
+        if (told) {
+            write(console, *told);
+        }
+        return end.isAnswered() ? Done : complainAbout(end, console);
+    }
+
+    /// How the call ended that was not answered. Without trees it is told why there are none;
+    /// a plug-in may refuse them.
+    CallEnd explain(Workplace& workplace, Vex_Handle_Collection const& objects,
+                    std::optional<Explanation>& told) const {
         AccessReasons const reasons = workplace.explain(objects, mode == 1);
         if (!reasons.end.isAnswered()) {
-            return complainAbout(reasons.end, console);
+            return reasons.end;
         }
         ModelTrees const trees = askForTrees(workplace);
-        write(console, tellAccess(workplace.model(), workplace.locale(), objects,
-                                  reasons.explanation, trees.objects, refusalOf(trees)));
-        return Done;
+        told = tellAccess(workplace.model(), workplace.locale(), objects, reasons.explanation,
+                          trees.objects, refusalOf(trees));
+        return trees.refusal && !trees.refusal->isDecided() ? *trees.refusal : reasons.end;
     }
 
     static std::optional<std::string> refusalOf(ModelTrees const& trees) {

@@ -49,7 +49,6 @@ struct MatrixCommand {
         Workplace const workplace(source, console);
         complainAboutLocale(workplace, console);
         checkClasses(workplace.model());
-        std::vector<std::size_t> const rows = rowsOf(workplace.model());
         Viewers const viewers = by == "roles"
                                     ? Viewers::rolesOf(workplace.catalogue(), workplace.modelPath())
                                     : Viewers::usersOf(workplace.catalogue(), source.user);
@@ -58,10 +57,18 @@ struct MatrixCommand {
                                  "--catalog CATALOG.xml --model PATH");
         }
         SightMatrix matrix;
-        for (std::size_t const row : rows) {
-            matrix.rows.push_back(
-                {labelOf(workplace.model(), workplace.model().getElement(row), workplace.locale()),
-                 {}});
+        std::vector<std::size_t> rows;
+        CallEnd const end = workplace.together([&] {
+            rows = rowsOf(workplace.model());
+            for (std::size_t const row : rows) {
+                matrix.rows.push_back({labelOf(workplace.model(), workplace.model().getElement(row),
+                                               workplace.locale()),
+                                       {}});
+            }
+        });
+        if (!end.isAnswered()) {
+            complainAbout(end, console);
+            return Unfinished; // nothing is known of anybody
         }
         bool isFinished = true;
         for (Viewer const& viewer : viewers.all()) {
@@ -117,24 +124,39 @@ struct MatrixCommand {
     static bool addColumn(Workplace const& workplace, Viewer const& viewer,
                           std::vector<std::size_t> const& rows, SightMatrix& matrix,
                           Console& console) {
-        Progress progress(console, "asking for " + viewer.name);
         Workplace further(workplace, viewer.user);
-        AccessOfAll const access = askForAccessOfAll(further, progress);
-        ModelTrees const trees = access.end.isAnswered() ? askForTrees(further) : ModelTrees();
-        CallEnd const* const refusal = !access.end.isAnswered() ? &access.end
-                                       : trees.refusal          ? &*trees.refusal
-                                                                : nullptr;
-        bool const isDecided = refusal == nullptr || refusal->isDecided();
-        matrix.columns.push_back(
-            {viewer.name, viewer.alike, refusal == nullptr ? "" : refusal->text});
-        std::vector<Sight> const sights =
-            refusal != nullptr ? std::vector<Sight>(further.model().elementCount(),
-                                                    isDecided ? Sight::Refused : Sight::Unknown)
-                               : sightOfAll(further.model(), trees.objects, access.verdicts);
+        std::vector<Sight> sights;
+        CallEnd end;
+        CallEnd const whole =
+            further.together([&] { end = look(further, viewer.name, sights, console); });
+        if (!whole.isAnswered()) {
+            end = whole;
+        }
+        if (!end.isAnswered()) {
+            sights.assign(further.model().elementCount(),
+                          end.isDecided() ? Sight::Refused : Sight::Unknown);
+        }
+        matrix.columns.push_back({viewer.name, viewer.alike, end.text});
         for (std::size_t number = 0; number < rows.size(); ++number) {
             matrix.rows[number].cells.push_back(sights[rows[number]]);
         }
-        return isDecided;
+        return end.isDecided();
+    }
+
+    /// How somebody sees each element; how the call ended that was not answered.
+    static CallEnd look(Workplace& workplace, std::string const& name, std::vector<Sight>& sights,
+                        Console& console) {
+        Progress progress(console, "asking for " + name);
+        AccessOfAll const access = askForAccessOfAll(workplace, progress);
+        if (!access.end.isAnswered()) {
+            return access.end;
+        }
+        ModelTrees const trees = askForTrees(workplace);
+        if (trees.refusal) {
+            return *trees.refusal;
+        }
+        sights = sightOfAll(workplace.model(), trees.objects, access.verdicts);
+        return access.end;
     }
 };
 

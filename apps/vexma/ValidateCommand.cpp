@@ -3,7 +3,7 @@
 #include "apps/vexma/FindingsReport.h"
 #include "apps/vexma/InputSizes.h"
 #include "apps/vexma/Progress.h"
-#include "apps/vexma/SourceOptions.h"
+#include "apps/vexma/Workplace.h"
 #include "host/import/xml/FileText.h"
 #include "host/insight/DiagnosticRules.h"
 #include "host/insight/FileFindings.h"
@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace vex {
@@ -86,6 +87,13 @@ struct Examination {
     std::map<std::string, std::size_t> switchedOff; // findings, by the file of rules
 };
 
+/// Checks of files that came to no end.
+std::size_t countUnfinished(Diagnostics const& found) {
+    return static_cast<std::size_t>(
+        std::count_if(found.begin(), found.end(),
+                      [](Diagnostic const& each) { return each.rule == "unfinished"; }));
+}
+
 std::string summaryOf(Examination const& examined, bool showsNotes) {
     FindingCounts const counts = countFindings(examined.found);
     std::string text = "errors: " + std::to_string(counts.errors + examined.unread) +
@@ -93,6 +101,9 @@ std::string summaryOf(Examination const& examined, bool showsNotes) {
     if (counts.notes != 0) {
         text +=
             ", notes: " + std::to_string(counts.notes) + (showsNotes ? "" : " (--all shows them)");
+    }
+    if (std::size_t const count = countUnfinished(examined.found); count != 0) {
+        text += ", not finished: " + std::to_string(count);
     }
     for (auto const& [file, count] : examined.switchedOff) {
         text += ", switched off by " + file + ": " + std::to_string(count);
@@ -109,6 +120,7 @@ struct ValidateCommand {
     bool isStrict = false;
     bool all = false;
     bool listsRules = false;
+    std::optional<double> deadlineSeconds;
     InputSizes sizes;
 
     int run(Console& console) const {
@@ -123,9 +135,10 @@ struct ValidateCommand {
         if (!examined.found.empty() || !examined.switchedOff.empty() || examined.unread != 0) {
             console.complain(summaryOf(examined, all || format != "text"));
         }
+        std::size_t const unfinished = countUnfinished(examined.found);
         std::size_t const broken =
-            counts.errors + examined.unread + (isStrict ? counts.warnings : 0);
-        return broken == 0 ? Done : Unreadable;
+            counts.errors - unfinished + examined.unread + (isStrict ? counts.warnings : 0);
+        return broken != 0 ? Unreadable : unfinished != 0 ? Unfinished : Done;
     }
 
     /// The files that stand without an option.
@@ -169,7 +182,11 @@ struct ValidateCommand {
         auto const levels = rules.forFile(file);
         Diagnostics found;
         try {
-            found = findIn(readFileText(file, sizes.model()), file, isCatalogue, console);
+            std::string const text = readFileText(file, sizes.model());
+            ActionLimits limits;
+            limits.time = deadlineOf(deadlineSeconds);
+            // What ends it stands among the findings.
+            workWithin(limits, [&] { found = findIn(text, file, isCatalogue, console); });
         } catch (KRLDocumentException const& problem) {
             if (format == "text") { // said where other files' complaints are not
                 console.complain(problem.what());
@@ -189,6 +206,8 @@ struct ValidateCommand {
                        Console const& console) const {
         Progress progress(console);
         auto const report = [&](std::size_t done, std::size_t total) {
+            constexpr std::size_t stepsOfAPiece = 1'024;
+            Budget::charge(stepsOfAPiece); // the parser's own work
             progress.report(done, total);
         };
         std::string const name = nameOf(file);
@@ -234,12 +253,18 @@ CommandRun addValidateCommand(CommandSyntax& command) {
     command.add({.name = "--list-rules",
                  .into = &validate->listsRules,
                  .help = "List the rules and read nothing"});
+    command.add({.name = "--deadline",
+                 .into = &validate->deadlineSeconds,
+                 .help = "Seconds that the check of one file may take (default: any)",
+                 .word = "SECONDS",
+                 .group = "Limits",
+                 .isPositive = true});
     validate->sizes.addTo(command);
     command.epilog =
         R"(Writes one line for each finding: file:line:column, severity, text, [rule]. json and
 sarif hold 5000 findings of a rule in a file, and how many more there are. Exit status: 3
-when one of them is an error, with --strict also when one is a warning, else 0; notes never
-count. A line of the rules file is
+when one of them is an error, with --strict also when one is a warning, else 5 when a limit or
+an interrupt ended a check, else 0; notes never count. A line of the rules file is
 "RULE: off", "RULE: note", "RULE: warning" or "RULE: error".
 
 Examples:

@@ -63,34 +63,56 @@ struct WhoCommand {
     static bool tell(Workplace const& workplace, Viewer const& viewer, bool areRoles,
                      Vex_Handle_Collection const& objects, std::vector<ObjectSight>& told) {
         Workplace further(workplace, viewer.user);
-        AccessReasons const reasons = further.explain(objects, false);
-        ModelTrees const trees = reasons.end.isAnswered() ? askForTrees(further) : ModelTrees();
-        CallEnd const* const refusal = !reasons.end.isAnswered() ? &reasons.end
-                                       : trees.refusal           ? &*trees.refusal
-                                                                 : nullptr;
-        ToldViewers about{viewer.names(), areRoles, Sight::Refused, "", {}};
-        if (refusal != nullptr) {
-            about.sight = refusal->isDecided() ? Sight::Refused : Sight::Unknown;
-            about.why = refusal->text;
-            for (ObjectSight& object : told) {
-                object.add(about);
-            }
-            return refusal->isDecided();
+        std::vector<ToldViewers> about;
+        CallEnd end;
+        CallEnd const whole =
+            further.together([&] { end = look(further, viewer, areRoles, objects, about); });
+        if (!whole.isAnswered()) {
+            end = whole;
         }
-        Explanation const explanation =
-            tellAccess(further.model(), further.locale(), objects, reasons.explanation,
-                       trees.objects, std::nullopt);
-        std::vector<bool> const isWritten = writtenIn(trees.objects, further.model());
+        if (!end.isAnswered()) {
+            about.assign(objects.size(), {viewer.names(),
+                                          areRoles,
+                                          end.isDecided() ? Sight::Refused : Sight::Unknown,
+                                          end.text,
+                                          {}});
+        }
+        for (std::size_t number = 0; number < objects.size(); ++number) {
+            told[number].add(std::move(about[number]));
+        }
+        return end.isDecided();
+    }
+
+    /// What there is to tell about a viewer, for each object; how the call ended that was not
+    /// answered.
+    static CallEnd look(Workplace& workplace, Viewer const& viewer, bool areRoles,
+                        Vex_Handle_Collection const& objects, std::vector<ToldViewers>& about) {
+        AccessReasons const reasons = workplace.explain(objects, false);
+        if (!reasons.end.isAnswered()) {
+            return reasons.end;
+        }
+        ModelTrees const trees = askForTrees(workplace);
+        if (trees.refusal) {
+            return *trees.refusal;
+        }
+        Model const& model = workplace.model();
+        Explanation const explanation = tellAccess(
+            model, workplace.locale(), objects, reasons.explanation, trees.objects, std::nullopt);
+        std::vector<bool> const isWritten = writtenIn(trees.objects, model);
         for (std::size_t number = 0; number < objects.size(); ++number) {
             ToldObject const& object = explanation.objects[number];
-            about.sight = object.accessible                                       ? Sight::Seen
-                          : isWritten[numberOf(further.model(), objects[number])] ? Sight::PastViews
-                                                                                  : Sight::NotSeen;
-            about.why = object.verdict;
-            about.tree = about.sight == Sight::PastViews ? object.tree : std::vector<std::string>();
-            told[number].add(about);
+            ToldViewers& each = about.emplace_back();
+            each.names = viewer.names();
+            each.areRoles = areRoles;
+            each.sight = object.accessible                             ? Sight::Seen
+                         : isWritten[numberOf(model, objects[number])] ? Sight::PastViews
+                                                                       : Sight::NotSeen;
+            each.why = object.verdict;
+            if (each.sight == Sight::PastViews) {
+                each.tree = object.tree;
+            }
         }
-        return true;
+        return reasons.end;
     }
 };
 

@@ -88,15 +88,19 @@ Visit openVisit(SourceOptions const& options, Console& console) {
     return openVisit(*content, request);
 }
 
-ActionLimits limitsOf(SourceOptions const& options) {
+std::optional<std::chrono::milliseconds> deadlineOf(std::optional<double> const& seconds) {
     constexpr double longest = 1e9; // a deadline of thirty years is none
     constexpr double millisecondsPerSecond = 1e3;
+    if (!seconds || *seconds >= longest) {
+        return std::nullopt;
+    }
+    return std::chrono::milliseconds(std::llround(*seconds * millisecondsPerSecond));
+}
+
+ActionLimits limitsOf(SourceOptions const& options) {
     ActionLimits limits;
     limits.response = options.response;
-    if (options.deadlineSeconds && *options.deadlineSeconds < longest) {
-        limits.time = std::chrono::milliseconds(
-            std::llround(*options.deadlineSeconds * millisecondsPerSecond));
-    }
+    limits.time = deadlineOf(options.deadlineSeconds);
     return limits;
 }
 
@@ -175,8 +179,12 @@ CallEnd Workplace::explainTree(KRLIDOM_Document const& request, VexTreeObserver&
 }
 
 CallEnd Workplace::together(std::function<void()> const& work) const {
-    return interruptible(m_limits, [&](ActionLimits const& limits) -> CallEnd {
-        Budget const budget(budgetOf(limits));
+    return workWithin(m_limits, work);
+}
+
+CallEnd workWithin(ActionLimits limits, std::function<void()> const& work) {
+    return interruptible(limits, [&](ActionLimits const& interrupted) -> CallEnd {
+        Budget const budget(budgetOf(interrupted));
         try {
             work();
             return {.kind = CallEnd::Kind::Answered};

@@ -5,8 +5,10 @@
 #include "host/import/xml/ModelLoader.h"
 #include "host/service/Service.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace vex {
 
@@ -46,9 +48,8 @@ public:
                           VexTreeObserver& observer);
     /// @}
 
-    /// Does what belongs together, calls and what the host makes of their answers, under
-    /// one budget of the command line's limits; an interrupt ends it. Gives "Answered", or
-    /// what ended it.
+    /// `workWithin` the command line's limits: calls, and what the host makes of their
+    /// answers.
     CallEnd together(std::function<void()> const& work) const;
 
 private:
@@ -67,6 +68,12 @@ Visit openVisit(SourceOptions const& options, Console& console);
 
 /// What one call may use up, by the options.
 ActionLimits limitsOf(SourceOptions const& options);
+/// None for the longest ones, too.
+std::optional<std::chrono::milliseconds> deadlineOf(std::optional<double> const& seconds);
+
+/// Does what belongs together under one budget of these limits; an interrupt ends it. Gives
+/// "Answered", or what ended it.
+CallEnd workWithin(ActionLimits limits, std::function<void()> const& work);
 
 /// Complains about a call that was not answered; gives the status to end with.
 int complainAbout(CallEnd const& end, Console& console);

@@ -1,11 +1,8 @@
 #include "host/catalogue/Catalogue.h"
 
-#include "I18NHash.h"
-
 #include <algorithm>
 #include <set>
 #include <string_view>
-#include <unordered_set>
 
 namespace vex {
 
@@ -40,16 +37,10 @@ CatalogueUser const* Catalogue::findUser(I18NString const& name) const {
 }
 
 std::vector<I18NString> availableViews(CatalogueModel const& model, CatalogueUser const& user) {
-    // A user may have as many as there are grants.
-    std::unordered_set<std::u16string_view, I18NTextHasher> roles;
-    roles.reserve(user.roles.size());
-    for (I18NString const& role : user.roles) {
-        roles.insert(role.view());
-    }
     std::set<std::u16string_view> granted; // ascending, each once
-    for (CatalogueGrant const& grant : model.grants) {
-        if (roles.contains(grant.role.view())) {
-            granted.insert(grant.view.view());
+    for (I18NString const& role : user.roles) {
+        for (std::uint32_t const place : model.grantsOfRoles.ofRole(model.grants, role)) {
+            granted.insert(model.grants[place].view.view());
         }
     }
     std::vector<I18NString> views;

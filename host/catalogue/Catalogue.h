@@ -1,6 +1,7 @@
 #pragma once
 
 #include "I18NLocale.h"
+#include "host/catalogue/GrantIndex.h"
 #include "host/import/xml/FileText.h"
 #include "host/store/build/Diagnostic.h"
 
@@ -45,6 +46,7 @@ struct CatalogueModel {
     CataloguePackage package;
     bool hasPackage = false;
     std::vector<CatalogueGrant> grants;
+    GrantIndex grantsOfRoles{}; // see `availableViews`
     unsigned long line = 0;
     unsigned long column = 0;
 };

@@ -109,6 +109,8 @@ inline constexpr DiagnosticRule diagnosticRules[] = {
     {"user-without-view", Severity::Warning,
      "A user may use no view of any model: every request is refused."},
     {"unrestricted-path", Severity::Warning, "Nobody is restricted under the model path."},
+    {"unfinished", Severity::Error,
+     "A limit or an interrupt ended the check: nothing is known of what was not looked at."},
 };
 
 /// Names a rule of the table; what is no such name does not compile.

@@ -3,6 +3,7 @@
 #include "host/insight/NameResolution.h"
 #include "host/insight/ObjectText.h"
 #include "host/insight/TextReferences.h"
+#include "host/store/image/Budget.h"
 #include "host/store/image/ShortText.h"
 
 #include <algorithm>
@@ -30,6 +31,7 @@ public:
         m_literals.reset();
         TextReferences references(text);
         while (TextReference const* const reference = references.next()) {
+            Budget::charge();
             if (!reference->isQuoted() && !reference->isMemberKey()) {
                 checkReference(element, property, text, *reference);
             }

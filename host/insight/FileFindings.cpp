@@ -4,6 +4,7 @@
 #include "host/import/xml/FileText.h"
 #include "host/insight/DiagnosticRules.h"
 #include "host/insight/ModelChecks.h"
+#include "host/store/image/Budget.h"
 
 #include <algorithm>
 #include <map>
@@ -50,6 +51,11 @@ void append(Diagnostics& list, Diagnostics const& more) {
     list.insert(list.end(), more.begin(), more.end());
 }
 
+Diagnostic unfinished(std::string const& file, KRLLimitException const& stopped) {
+    return finding("unfinished", file, 0, 0,
+                   std::string("not finished, so not everything is known: ") + stopped.what());
+}
+
 /// Reads a model and appends its findings, in the order of their places; null
 /// when one is an error.
 std::shared_ptr<Model const> examineModel(std::string const& text, std::string const& name,
@@ -58,9 +64,15 @@ std::shared_ptr<Model const> examineModel(std::string const& text, std::string c
     options.keepPositions = true;
     options.progress = progress;
     Diagnostics found;
-    std::shared_ptr<Model const> model = loadModelText(text, name, options, found);
-    if (model != nullptr) {
-        checkModel(*model, name, found);
+    std::shared_ptr<Model const> model;
+    try {
+        model = loadModelText(text, name, options, found);
+        if (model != nullptr) {
+            checkModel(*model, name, found);
+        }
+    } catch (KRLLimitException const& stopped) {
+        found.push_back(unfinished(name, stopped));
+        model = nullptr;
     }
     sortByPlace(found);
     append(list, found);
@@ -103,30 +115,47 @@ Diagnostics findInModel(std::string const& text, std::string const& name,
     return found;
 }
 
+namespace {
+
+/// Appends what is found in a catalogue itself, and in its models.
+void examineCatalogue(std::string const& text, std::string const& name, std::string const& folder,
+                      ProgressReport const& progress, InputLimit const& ofModels,
+                      Diagnostics& found, Diagnostics& inModels) {
+    auto const catalogue = readCatalogueText(text, name, folder, found);
+    if (catalogue == nullptr) {
+        return;
+    }
+    CatalogueFindings findings(name, found);
+    checkCatalogue(*catalogue, findings);
+    GrantCheck const grants(*catalogue, findings);
+    std::map<std::string, std::optional<GrantedModel>> models; // several paths may share a file
+    for (CatalogueModel const& entry : catalogue->models) {
+        Budget::charge();
+        auto const [model, isNew] = models.try_emplace(entry.file);
+        if (isNew) {
+            auto const examined = examineEntry(entry, progress, ofModels, findings, inModels);
+            if (examined != nullptr) {
+                model->second.emplace(*examined);
+            }
+        }
+        if (model->second) {
+            grants.check(entry, *model->second);
+        }
+    }
+    findings.tellRest();
+}
+
+} // namespace
+
 Diagnostics findInCatalogue(std::string const& text, std::string const& name,
                             std::string const& folder, ProgressReport const& progress,
                             InputLimit const& ofModels) {
     Diagnostics found;
     Diagnostics inModels;
-    auto const catalogue = readCatalogueText(text, name, folder, found);
-    if (catalogue != nullptr) {
-        CatalogueFindings findings(name, found);
-        checkCatalogue(*catalogue, findings);
-        GrantCheck const grants(*catalogue, findings);
-        std::map<std::string, std::optional<GrantedModel>> models; // several paths may share a file
-        for (CatalogueModel const& entry : catalogue->models) {
-            auto const [model, isNew] = models.try_emplace(entry.file);
-            if (isNew) {
-                auto const examined = examineEntry(entry, progress, ofModels, findings, inModels);
-                if (examined != nullptr) {
-                    model->second.emplace(*examined);
-                }
-            }
-            if (model->second) {
-                grants.check(entry, *model->second);
-            }
-        }
-        findings.tellRest();
+    try {
+        examineCatalogue(text, name, folder, progress, ofModels, found, inModels);
+    } catch (KRLLimitException const& stopped) {
+        found.push_back(unfinished(name, stopped));
     }
     sortByPlace(found);
     append(found, inModels);

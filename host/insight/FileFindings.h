@@ -20,7 +20,8 @@ FindingCounts countFindings(Diagnostics const& found);
 bool isCatalogueText(std::string_view text);
 
 /// All that is wrong or doubtful in a model document, in the order of places.
-/// `name` stands for the file; `progress` is called while the document is read.
+/// `name` stands for the file; `progress` is called while the document is read. When the call's
+/// `Budget` ends it, one of the findings says so.
 Diagnostics findInModel(std::string const& text, std::string const& name,
                         decltype(LoadOptions::progress) const& progress = {});
 

@@ -4,6 +4,7 @@
 #include "host/insight/NameResolution.h"
 #include "host/insight/ObjectText.h"
 #include "host/insight/TextReferences.h"
+#include "host/store/image/Budget.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -56,6 +57,7 @@ private:
         }
         TextReferences references(text);
         while (TextReference const* const reference = references.next()) {
+            Budget::charge();
             NameResolution::Names names = reference->names();
             ResolvedNames const named = isForPeople(property) || reference->isMemberKey()
                                             ? m_names.resolve(names)

@@ -3,6 +3,7 @@
 #include "VexObject.h"
 #include "host/insight/ModelFindings.h"
 #include "host/insight/ObjectText.h"
+#include "host/store/image/Budget.h"
 #include "host/store/image/ShortText.h"
 #include "resources.h"
 
@@ -22,11 +23,13 @@ void checkUsers(Catalogue const& catalogue, CatalogueFindings& findings) {
     bool isAnyUnrestricted = false;
     for (CatalogueModel const& model : catalogue.models) {
         isAnyUnrestricted = isAnyUnrestricted || !isRestrictedPath(model.path);
+        Budget::charge(model.grants.size());
         for (CatalogueGrant const& grant : model.grants) {
             seeing.insert(grant.role);
         }
     }
     for (CatalogueUser const& user : catalogue.users) {
+        Budget::charge(1 + user.roles.size());
         bool const seesSomething =
             isAnyUnrestricted ||
             std::any_of(user.roles.begin(), user.roles.end(),
@@ -102,6 +105,7 @@ void GrantCheck::check(CatalogueModel const& entry, GrantedModel const& model) c
     std::string const file = shortened(I18NString::fromUtf8(entry.file).view());
     std::set<I18NString> told; // once is enough
     for (CatalogueGrant const& grant : entry.grants) {
+        Budget::charge();
         if (!model.views.contains(grant.view)) {
             m_findings.add("granted-view-missing", grant.line, grant.column, [&] {
                 return "the role " + inQuotes(grant.role) + " is granted the view " +

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace vex {
@@ -44,6 +45,10 @@ struct ObjectSight {
 
     /// Puts viewers to those of whom the same is said.
     void add(ToldViewers viewers);
+
+    /// The places in `viewers` by the hash of what is said: there may be as many things to
+    /// say as there are viewers.
+    std::unordered_multimap<std::uint64_t, std::size_t> places{};
 };
 
 /// Objects by those who may look at them.

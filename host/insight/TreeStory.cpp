@@ -1,9 +1,13 @@
 #include "host/insight/TreeStory.h"
 
+#include "I18NHash.h"
 #include "VexObject.h"
 #include "host/insight/ObjectText.h"
+#include "host/store/image/Budget.h"
 
 #include <algorithm>
+#include <functional>
+#include <unordered_set>
 
 namespace vex {
 
@@ -40,8 +44,10 @@ std::vector<std::size_t> TreeStory::entriesOf(VEX_HANDLE object) const {
 
 std::vector<std::string> TreeStory::treatmentOf(VEX_HANDLE object, bool isIncluded) const {
     std::vector<std::string> sentences;
+    std::unordered_set<std::string, I18NTextHasher, std::equal_to<>> said;
     auto const addOnce = [&](std::string sentence) {
-        if (std::find(sentences.begin(), sentences.end(), sentence) == sentences.end()) {
+        Budget::charge();
+        if (said.insert(sentence).second) {
             sentences.push_back(std::move(sentence));
         }
     };

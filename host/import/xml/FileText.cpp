@@ -1,6 +1,7 @@
 #include "host/import/xml/FileText.h"
 
 #include "KRLException.h"
+#include "host/store/image/Budget.h"
 
 #include <array>
 #include <cerrno>
@@ -32,6 +33,8 @@ private:
     int m_number;
 };
 
+constexpr std::size_t stepsOfAPiece = 1'024; // of what a budget takes
+
 [[noreturn]] void refuse(std::string const& file, std::string const& problem) {
     throw KRLDocumentException(file == "-" ? "standard input" : file, 0, 0, problem);
 }
@@ -51,6 +54,7 @@ std::string readFileText(std::string const& file, InputLimit const& limit) {
     std::string text;
     std::array<char, 65'536> buffer;
     for (;;) {
+        Budget::charge(stepsOfAPiece);
         ssize_t const count = ::read(descriptor.number(), buffer.data(), buffer.size());
         if (count == 0) {
             return text;

@@ -181,4 +181,59 @@ TEST_F(CleanModel, DiffersUnknowinglyWhereAComparisonIsNotFinished) {
     }
 }
 
+TEST_F(CleanModel, DiffersUnknowinglyWhereNoTimeIsLeft) {
+    for (char const* const status : {"", "--exit-code "}) {
+        std::string const more = std::string("--all-users --deadline 1e-9 ") + status;
+        ToolResult const text = run("", "diff", more);
+        EXPECT_EQ(text.status, 1);
+        EXPECT_THAT(text.out, HasSubstr("ann: not finished, so nothing is known: the deadline"));
+        EXPECT_THAT(text.out, HasSubstr("ben: not finished, so nothing is known: the deadline"));
+        EXPECT_THAT(text.out, Not(HasSubstr("no difference")));
+        EXPECT_THAT(text.error, HasSubstr("the deadline of the call has passed"));
+        ToolResult const told = run("", "diff", more + "--json");
+        EXPECT_EQ(told.status, 1);
+        json const users = json::parse(told.out).at("users");
+        ASSERT_EQ(users.size(), 2);
+        EXPECT_THAT(users[0].at("unfinished"), HasSubstr("deadline"));
+        EXPECT_THAT(users[1].at("unfinished"), HasSubstr("deadline"));
+    }
+}
+
+// An interrupt that comes when the plug-in has answered reaches what the host makes of it.
+TEST_F(CleanModel, IsNotFinishedWhereTheHostsOwnWorkIsNot) {
+    ToolResult const who = run("tree 1 1 after", "who", "i");
+    EXPECT_EQ(who.status, 5);
+    EXPECT_THAT(who.out, HasSubstr("the check did not finish for user ann\n    the call was "
+                                   "cancelled"));
+    EXPECT_THAT(who.out, HasSubstr("  seen by user ben\n"));
+    ToolResult const matrix = run("tree 1 1 after", "matrix", "--class queryItem");
+    EXPECT_EQ(matrix.status, 5);
+    EXPECT_THAT(matrix.out, HasSubstr("?     yes   queryItem \"I\" (i)\n"));
+    ToolResult const explain = run("tree 1 1 after", "explain", "--user ann i");
+    EXPECT_EQ(explain.status, 1);
+    EXPECT_EQ(explain.out, "");
+    EXPECT_THAT(explain.error, HasSubstr("the call was cancelled"));
+    ToolResult const verify = run("tree 1 1 after", "verify");
+    EXPECT_EQ(verify.status, 5);
+    EXPECT_THAT(verify.out, HasSubstr("ann: not finished, so nothing is known: "));
+    ToolResult const diff = run("tree 2 2 after", "diff", "--all-users");
+    EXPECT_EQ(diff.status, 1);
+    EXPECT_THAT(diff.out, HasSubstr("ann: not finished, so nothing is known: "));
+    EXPECT_THAT(diff.out, HasSubstr("ben: no difference\n"));
+}
+
+TEST_F(CleanModel, IsUnknownToEverybodyWhenNoTimeIsLeft) {
+    ToolResult const who = run("", "who", "i --json --deadline 1e-9");
+    EXPECT_EQ(who.status, 5);
+    EXPECT_THAT(who.out, HasSubstr("\"sees\": \"unknown\""));
+    EXPECT_THAT(who.out, Not(HasSubstr("\"sees\": \"no\"")));
+    ToolResult const matrix = run("", "matrix", "--deadline 1e-9");
+    EXPECT_EQ(matrix.status, 5);
+    EXPECT_EQ(matrix.out, "");
+    EXPECT_THAT(matrix.error, HasSubstr("the deadline of the call has passed"));
+    ToolResult const explain = run("", "explain", "--user ann i --deadline 1e-9");
+    EXPECT_EQ(explain.status, 1);
+    EXPECT_EQ(explain.out, "");
+}
+
 } // namespace

@@ -239,4 +239,69 @@ TEST(Validate, SaysWhenTheFileCannotBeRead) {
     EXPECT_THAT(result.error, HasSubstr("none.xml: cannot be opened"));
 }
 
+constexpr char const* unfinishedText =
+    "error: not finished, so not everything is known: the deadline";
+
+TEST(Validate, IsNotFinishedWhenNoTimeIsLeft) {
+    ToolFolder const folder;
+    folder.Write("sound.model.xml", "<model><namespace name='A'/></model>");
+    folder.Write("sound.catalog.xml",
+                 "<catalog><model path='/content/a' file='sound.model.xml'/></catalog>");
+    for (char const* const file : {"sound.model.xml", "sound.catalog.xml"}) {
+        ToolResult const text = folder.Run({"validate", file, "--deadline", "1e-9"});
+        EXPECT_EQ(text.status, 5);
+        EXPECT_THAT(text.out, HasSubstr(unfinishedText));
+        EXPECT_THAT(text.out, HasSubstr("[unfinished]\n"));
+        EXPECT_THAT(text.error, HasSubstr(", not finished: 1"));
+        for (char const* const format : {"json", "sarif"}) {
+            ToolResult const told =
+                folder.Run({"validate", file, "--deadline", "1e-9", "--format", format});
+            EXPECT_EQ(told.status, 5);
+            EXPECT_TRUE(nlohmann::json::accept(told.out));
+            EXPECT_THAT(told.out, HasSubstr("\"unfinished\""));
+        }
+    }
+    EXPECT_EQ(folder.Run({"validate", "sound.model.xml", "--deadline", "1e9"}).status, 0);
+}
+
+TEST(Validate, TellsOfEveryFileThatIsNotFinished) {
+    ToolFolder const folder;
+    folder.Write("a.xml", "<model><namespace name='A'/></model>");
+    folder.Write("b.xml", "<model><namespace name='B'/></model>");
+    ToolResult const result = folder.Run({"validate", "a.xml", "b.xml", "--deadline", "1e-9"});
+    EXPECT_EQ(result.status, 5);
+    EXPECT_THAT(result.out, HasSubstr("a.xml: " + std::string(unfinishedText)));
+    EXPECT_THAT(result.out, HasSubstr("b.xml: " + std::string(unfinishedText)));
+    EXPECT_THAT(result.error, HasSubstr(", not finished: 2"));
+}
+
+TEST(Validate, EndsWithStatusThreeWhenSomethingIsWrongBesidesWhatIsNotFinished) {
+    ToolFolder const folder;
+    folder.Write("a.xml", "<model><namespace name='A'/></model>");
+    EXPECT_EQ(folder.Run({"validate", "none.xml", "a.xml", "--deadline", "1e-9"}).status, 3);
+}
+
+TEST(Validate, KeepsNoRuleFileFromTellingThatItIsNotFinished) {
+    ToolFolder const folder;
+    folder.Write("a.xml", "<model><namespace name='A'/></model>");
+    ToolResult const result =
+        folder.Run({"validate", "a.xml", "--rules", "-", "--deadline", "1e-9"}, "unfinished: off");
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.error, HasSubstr("stays an error"));
+}
+
+/// The model is a pipe, which is opened while the catalogue is checked.
+TEST(Validate, EndsTheCheckOfAFileAtAnInterruptAndGoesOnWithTheNext) {
+    ToolFolder const folder;
+    folder.Write("c.xml", "<catalog><model path='/content/a' file='pipe'/></catalog>");
+    folder.Write("bad.xml", "<model><x id='a'/><x id='a'/></model>");
+    ToolResult const result = folder.RunShell(
+        "mkfifo pipe; \"$VEXMA\" validate c.xml bad.xml > found & pid=$!; exec 3> pipe; "
+        "kill -INT $pid; echo '<model/>' >&3; exec 3>&-; wait $pid; echo $?; cat found");
+    EXPECT_THAT(result.out, StartsWith("3\nc.xml: error: not finished, so not everything is "
+                                       "known: the call was cancelled"));
+    EXPECT_THAT(result.out, HasSubstr("bad.xml:1:"));
+    EXPECT_THAT(result.error, HasSubstr("errors: 2, warnings: 0, not finished: 1"));
+}
+
 } // namespace

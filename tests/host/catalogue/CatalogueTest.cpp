@@ -84,6 +84,17 @@ TEST(Catalogue, GrantsEachViewOnceAndAscending) {
     EXPECT_TRUE(availableViews(catalogue->models[1], catalogue->users[0]).empty());
 }
 
+TEST(Catalogue, FindsTheGrantsOfACopyAnew) {
+    Catalogue copy = *readWhole();
+    EXPECT_THAT(availableViews(copy.models[0], copy.users[0]), ElementsAre("v1", "v2"));
+    Catalogue other = copy;
+    other.models[0].grants = {{"clerk", "v9", 0, 0}, {"boss", "v3", 0, 0}, {"clerk", "v1", 0, 0}};
+    EXPECT_THAT(availableViews(other.models[0], other.users[0]), ElementsAre("v1", "v3", "v9"));
+    copy = other;
+    EXPECT_THAT(availableViews(copy.models[0], copy.users[0]), ElementsAre("v1", "v3", "v9"));
+    EXPECT_TRUE(availableViews(copy.models[0], {"eve", {"cler", "clerks", ""}}).empty());
+}
+
 TEST(Catalogue, AnswersAPackagePropertyForTheLocaleItself) {
     EXPECT_EQ(packageText("screenTip", "de_AT"), "Vertrieb");
 }

@@ -31,6 +31,17 @@ TEST(ObjectSight, PutsViewersTogetherOfWhomTheSameIsSaid) {
     EXPECT_EQ(sight.viewers[0].names, (std::vector<std::string>{"ann", "cid"}));
 }
 
+TEST(ObjectSight, KeepsViewersApartOfWhomSomethingElseIsSaid) {
+    vex::ObjectSight sight;
+    sight.add({{"ann"}, false, Sight::PastViews, "why", {"in a tree"}});
+    sight.add({{"ben"}, false, Sight::PastViews, "why", {"in another"}});
+    sight.add({{"cid"}, false, Sight::PastViews, "why", {"in a tree", "in another"}});
+    sight.add({{"dan"}, false, Sight::PastViews, "why not", {"in a tree"}});
+    sight.add({{"eve"}, false, Sight::PastViews, "why", {"in another"}});
+    ASSERT_EQ(sight.viewers.size(), 4U);
+    EXPECT_EQ(sight.viewers[1].names, (std::vector<std::string>{"ben", "eve"}));
+}
+
 TEST(SightMatrix, IsQuotedWhereCommaSeparatedValuesNeedIt) {
     vex::SightMatrix matrix;
     matrix.columns = {{"ann, the clerk", {"bea"}, ""}};

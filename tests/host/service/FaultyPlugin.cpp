@@ -92,6 +92,15 @@ void goWrong(std::string const& how) {
     }
 }
 
+void goWrongAfterwards(std::string const& how) {
+    if (how == "late") {
+        throw std::runtime_error("too late");
+    }
+    if (how == "after") {
+        std::raise(SIGINT);
+    }
+}
+
 /// Appends what an action appends that is done: a verdict that is none; an empty tree, or one
 /// of something else.
 void answerOddly(bool isAccess, bool isStrange, VexParams& out) {
@@ -136,9 +145,7 @@ public:
             return {VexErrorCode::Handled, nullptr};
         }
         VexErrorCode const code = m_real->DoAction(session, action, exception, in, out);
-        if (how == "late") {
-            throw std::runtime_error("too late");
-        }
+        goWrongAfterwards(how);
         return code;
     }
 
@@ -159,9 +166,7 @@ void explainTree(VexSession& session, I18NString const& modelPath, KRLIDOM_Node&
         return;
     }
     realExtension<VexExplainTree>().explain(session, modelPath, request, response, observer);
-    if (how == "late") {
-        throw std::runtime_error("too late");
-    }
+    goWrongAfterwards(how);
 }
 
 constexpr VexExplainTree treeExplanation{explainTree};

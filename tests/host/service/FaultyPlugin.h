@@ -19,6 +19,7 @@ constexpr char const* realVariable = "VEX_REAL_PLUGIN";
 ///   refuse    raises that the user has no view or role
 ///   late      throws when everything is done
 ///   interrupt sends SIGINT to the program before it answers
+///   after     sends it when everything is done
 constexpr char const* faultVariable = "VEX_FAULT";
 
 } // namespace faultyPlugin

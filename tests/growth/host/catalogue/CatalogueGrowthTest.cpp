@@ -33,6 +33,21 @@ TEST(CatalogueGrowth, OfViewsFollowsTheGrantsAndTheRolesOfAUser) {
     }));
 }
 
+TEST(CatalogueGrowth, OfViewsFollowsTheRolesThatAreAskedForOneByOne) {
+    EXPECT_TRUE(staysInProportion(1'000, [](std::size_t size) {
+        std::string const text = catalogueOf(
+            grantsOf(size), textOfEach(size, [](std::string const& number) {
+                return "<user name='u" + number + "'><role>r" + number + "</role></user>";
+            }));
+        auto const catalogue = vex::loadCatalogueText(text, "c.xml", "");
+        return countWork(text.size(), [&] {
+            for (vex::CatalogueUser const& user : catalogue->users) {
+                EXPECT_EQ(availableViews(catalogue->models[0], user).size(), 1U);
+            }
+        });
+    }));
+}
+
 /// What it takes to look through a catalogue and to write what was found.
 Measurement checkOf(std::string const& text) {
     return countWork(text.size(), [&] {
