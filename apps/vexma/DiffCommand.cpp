@@ -133,7 +133,9 @@ struct DiffCommand {
             return complainAbout(end, console);
         }
         if (json) {
-            console.out(Spelling::Json) << toJson(told.differences, rights) << '\n';
+            std::ostream& out = console.out(Spelling::Json);
+            writeJson(out, told.differences, rights);
+            out << '\n';
         } else {
             writeRights(console.out(), rights, console.outHasColour());
             drawDifferences(console.out(), told.differences, console.outHasColour());
@@ -164,7 +166,9 @@ struct DiffCommand {
             }
         }
         if (json) {
-            console.out(Spelling::Json) << toJson(users, rights) << '\n';
+            std::ostream& out = console.out(Spelling::Json);
+            writeJson(out, users, rights);
+            out << '\n';
         } else {
             writeRights(console.out(), rights, console.outHasColour());
             for (UserDifferences const& user : users) {

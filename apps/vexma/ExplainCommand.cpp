@@ -55,7 +55,9 @@ struct ExplainCommand {
 
     void write(Console& console, Explanation const& explanation) const {
         if (json) {
-            console.out(Spelling::Json) << toJson(explanation) << '\n';
+            std::ostream& out = console.out(Spelling::Json);
+            writeJson(out, explanation);
+            out << '\n';
         } else {
             writeExplanation(console.out(), explanation, console.outHasColour());
         }

@@ -28,7 +28,9 @@ std::map<std::string, Format> const formats{
     {"csv", [](Console& console, SightMatrix const& matrix) { console.out() << toCsv(matrix); }},
     {"json",
      [](Console& console, SightMatrix const& matrix) {
-         console.out(Spelling::Json) << toJson(matrix) << '\n';
+         std::ostream& out = console.out(Spelling::Json);
+         writeJson(out, matrix);
+         out << '\n';
      }},
 };
 

@@ -25,10 +25,16 @@ namespace {
 using Format = void (*)(std::ostream&, Diagnostics const&, FindingsForm);
 std::map<std::string, Format> const formats{
     {"text", &writeFindings},
-    {"json", [](std::ostream& out, Diagnostics const& found,
-                FindingsForm) { out << toJson(found) << '\n'; }},
-    {"sarif", [](std::ostream& out, Diagnostics const& found,
-                 FindingsForm) { out << toSarif(found, VEX_VERSION) << '\n'; }},
+    {"json",
+     [](std::ostream& out, Diagnostics const& found, FindingsForm) {
+         writeJson(out, found);
+         out << '\n';
+     }},
+    {"sarif",
+     [](std::ostream& out, Diagnostics const& found, FindingsForm) {
+         writeSarif(out, found, VEX_VERSION);
+         out << '\n';
+     }},
 };
 
 /// What messages call a file.

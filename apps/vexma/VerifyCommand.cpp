@@ -5,6 +5,7 @@
 #include "apps/vexma/Viewers.h"
 #include "apps/vexma/WordWarning.h"
 #include "host/import/xml/FileText.h"
+#include "host/insight/FindingRoom.h"
 #include "host/insight/ModelChecks.h"
 #include "host/protocol/AcceptedLines.h"
 #include "host/protocol/JsonVerification.h"
@@ -28,10 +29,18 @@ std::map<std::string, Format> const formats{
      [](Console& console, Verification const& found, bool all) {
          writeVerification(console.out(), found, all, console.outHasColour());
      }},
-    {"json", [](Console& console, Verification const& found,
-                bool) { console.out(Spelling::Json) << toJson(found) << '\n'; }},
-    {"sarif", [](Console& console, Verification const& found,
-                 bool) { console.out(Spelling::Json) << toSarif(found, VEX_VERSION) << '\n'; }},
+    {"json",
+     [](Console& console, Verification const& found, bool) {
+         std::ostream& out = console.out(Spelling::Json);
+         writeJson(out, found);
+         out << '\n';
+     }},
+    {"sarif",
+     [](Console& console, Verification const& found, bool) {
+         std::ostream& out = console.out(Spelling::Json);
+         writeSarif(out, found, VEX_VERSION);
+         out << '\n';
+     }},
     {"junit",
      [](Console& console, Verification const& found, bool all) {
          console.out(Spelling::Xml)
@@ -56,33 +65,44 @@ int statusOf(VerifyOutcome outcome) {
     return Refused;
 }
 
-UserVerification verify(Workplace& workplace, std::string const& user, Console& console) {
+/// Adds what is found for those whom `told` names.
+void verify(Workplace& workplace, UserVerification& told, FindingRoom& room, Console& console) {
+    std::string const& user = told.user;
     Progress progress(console, "verifying" + (user.empty() ? "" : " for " + user));
     ModelTrees const trees = matchTrees(workplace);
     AccessOfAll const access = askForAccessOfAll(workplace, progress);
     CallEnd const answered{.kind = CallEnd::Kind::Answered};
-    if (auto told = tellEnds(user, trees.refusal.value_or(answered), access.end)) {
-        return *std::move(told);
+    if (auto ended = tellEnds(user, trees.refusal.value_or(answered), access.end)) {
+        ended->alike = std::move(told.alike);
+        told = *std::move(ended);
+        return;
     }
-    UserVerification told =
-        tellCheck(user, checkTrees(workplace.model(), trees.objects, access.verdicts),
-                  workplace.model(), workplace.locale());
+    tellCheck(told, checkTrees(workplace.model(), trees.objects, access.verdicts),
+              workplace.model(), workplace.locale(), room);
     told.notGoneIntoAgain =
         labelsOf(workplace.model(), notGoneIntoAgain(trees.objects), workplace.locale());
-    return told;
 }
 
 /// The same, what the host makes of the answers too, under one budget.
-UserVerification verifyTogether(Workplace& workplace, std::string const& user, Console& console) {
+UserVerification verifyTogether(Workplace& workplace, Viewer const& viewer, FindingRoom& room,
+                                Console& console) {
     UserVerification told;
-    CallEnd const end = workplace.together([&] { told = verify(workplace, user, console); });
-    return end.isAnswered() ? told : tellUnfinished(user, end.text);
+    told.user = viewer.name;
+    told.alike = viewer.alike;
+    CallEnd const end = workplace.together([&] { verify(workplace, told, room, console); });
+    if (!end.isAnswered()) {
+        room.giveBack(told); // nothing is known of the user
+        told = tellUnfinished(viewer.name, end.text);
+        told.alike = viewer.alike;
+    }
+    return told;
 }
 
 struct VerifyCommand {
     SourceOptions source;
     std::vector<std::string> acceptFiles;
     std::size_t maxAccepted = std::size_t{16} << 20U;
+    std::size_t maxFindings = FindingRoom::UsualOfAKind;
     std::string baselineFile;
     std::string format = "text";
     bool json = false;
@@ -98,8 +118,9 @@ struct VerifyCommand {
         AcceptedFindings accepted = readAcceptFiles();
         Workplace workplace(source, console);
         complainAboutLocale(workplace, console);
-        Verification verification = verifyAll(workplace, console);
+        Verification verification = verifyAll(workplace, accepted, console);
         accept(verification, accepted);
+        complainAboutLeftOut(verification, console);
         complainAboutUnused(accepted, verification, console);
         bool const isWritten =
             baselineFile.empty() || writeBaseline(verification, accepted, console);
@@ -117,7 +138,10 @@ struct VerifyCommand {
         return accepted;
     }
 
-    Verification verifyAll(Workplace const& workplace, Console& console) const {
+    Verification verifyAll(Workplace const& workplace, AcceptedFindings& accepted,
+                           Console& console) const {
+        AcceptedIndex index(accepted);
+        FindingRoom room(maxFindings, index);
         Viewers const viewers = Viewers::usersOf(workplace.catalogue(), source.user);
         Verification verification;
         verification.file = fileOf(workplace);
@@ -125,8 +149,7 @@ struct VerifyCommand {
         addUnrestricted(workplace, verification, console);
         for (Viewer const& viewer : viewers.all()) {
             Workplace further(workplace, viewer.user);
-            verification.users.push_back(verifyTogether(further, viewer.name, console));
-            verification.users.back().alike = viewer.alike;
+            verification.users.push_back(verifyTogether(further, viewer, room, console));
         }
         verification.addNobodyCompared();
         return verification;
@@ -155,6 +178,17 @@ struct VerifyCommand {
         verification.addUnrestricted(text);
     }
 
+    void complainAboutLeftOut(Verification const& verification, Console& console) const {
+        LeftOutFindings const left = verification.leftOut();
+        if (left.open + left.accepted == 0) {
+            return;
+        }
+        console.complain(counted(left.open + left.accepted, "finding") +
+                         " past the limit counted, not listed, " + std::to_string(left.accepted) +
+                         " of them accepted: of a kind there is room for " +
+                         std::to_string(maxFindings) + "; raise it with --max-findings");
+    }
+
     static void complainAboutUnused(AcceptedFindings const& accepted,
                                     Verification const& verification, Console& console) {
         for (AcceptedFinding const& entry : accepted) {
@@ -179,6 +213,12 @@ struct VerifyCommand {
         console.complain(std::to_string(everything.size()) + " entries written to " + baselineFile +
                          "; --accept " + baselineFile + " accepts them");
         accept(verification, everything);
+        if (std::size_t const open = verification.leftOut().open; open != 0) {
+            console.complain(counted(open, "finding") + " past the limit in no entry of " +
+                             baselineFile +
+                             ", and not accepted by it; raise the limit with "
+                             "--max-findings");
+        }
         return true;
     }
 };
@@ -203,6 +243,13 @@ CommandRun addVerifyCommand(CommandSyntax& command) {
     command.add({.name = "--max-accepted",
                  .into = &verifying->maxAccepted,
                  .help = "Bytes that a file of accepted findings may have",
+                 .word = "N",
+                 .group = "Limits",
+                 .showsDefault = true,
+                 .isPositive = true});
+    command.add({.name = "--max-findings",
+                 .into = &verifying->maxFindings,
+                 .help = "Findings of a kind that are listed; all are counted",
                  .word = "N",
                  .group = "Limits",
                  .showsDefault = true,

@@ -36,6 +36,12 @@ public:
             line(m_colours.detail, "  " + note);
         }
         writeFindings(user.findings);
+        for (VerifyKindRow const& row : verifyKinds()) {
+            if (std::size_t const left = user.leftOutOf(row.kind); left != 0) {
+                line(colourOf(row.kind), "  " + prefixOf(row) + std::to_string(left) +
+                                             " more past the limit; --max-findings raises it");
+            }
+        }
     }
 
     void writeSum(Verification const& verification) {

@@ -52,7 +52,9 @@ struct WhoCommand {
             }
         }
         if (json) {
-            console.out(Spelling::Json) << toJson(told) << '\n';
+            std::ostream& out = console.out(Spelling::Json);
+            writeJson(out, told);
+            out << '\n';
         } else {
             writeSight(console.out(), told, console.outHasColour());
         }

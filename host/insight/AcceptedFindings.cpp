@@ -1,11 +1,9 @@
 #include "host/insight/AcceptedFindings.h"
 
-#include "I18NHash.h"
+#include "host/store/image/Budget.h"
 
 #include <algorithm>
-#include <functional>
 #include <iterator>
-#include <unordered_map>
 
 namespace vex {
 
@@ -31,70 +29,34 @@ constexpr std::optional<std::string> AcceptedFinding::*values[] = {
     &AcceptedFinding::cause, &AcceptedFinding::property, &AcceptedFinding::names,
 };
 
-bool covers(AcceptedFinding const& entry, AcceptedFinding const& finding) {
-    return std::all_of(std::begin(values), std::end(values), [&](auto const value) {
-        return !(entry.*value) || entry.*value == finding.*value;
-    });
+/// What entries have that give these values, and no others.
+std::string keyOf(AcceptedFinding const& finding, unsigned given) {
+    std::string key;
+    unsigned bit = 1;
+    for (auto const value : values) {
+        if ((given & bit) != 0) {
+            std::string const text = (finding.*value).value_or("");
+            key += ((finding.*value) ? std::to_string(text.size()) : "-") + ':' + text;
+        }
+        bit <<= 1U;
+    }
+    return key;
 }
 
-/// The entries by the object that they name, so that long lists are no burden.
-class AcceptedIndex {
-public:
-    explicit AcceptedIndex(AcceptedFindings& accepted) {
-        for (AcceptedFinding& entry : accepted) {
-            (entry.object ? m_byObject[*entry.object] : m_others).push_back(&entry);
-        }
+unsigned givenBy(AcceptedFinding const& entry) {
+    unsigned given = 0;
+    unsigned bit = 1;
+    for (auto const value : values) {
+        given |= entry.*value ? bit : 0U;
+        bit <<= 1U;
     }
-
-    bool isCovered(AcceptedFinding const& finding) {
-        bool found = markIn(m_others, finding);
-        if (finding.object) {
-            auto const entries = m_byObject.find(*finding.object);
-            found = (entries != m_byObject.end() && markIn(entries->second, finding)) || found;
-        }
-        return found;
-    }
-
-private:
-    using Entries = std::vector<AcceptedFinding*>;
-
-    static bool markIn(Entries& entries, AcceptedFinding const& finding) {
-        bool found = false;
-        for (AcceptedFinding* const entry : entries) {
-            if (covers(*entry, finding)) {
-                entry->isUsed = true;
-                found = true;
-            }
-        }
-        return found;
-    }
-
-    std::unordered_map<std::string, Entries, I18NTextHasher, std::equal_to<>> m_byObject;
-    Entries m_others;
-};
-
-std::vector<std::string> usersOf(UserVerification const& verified) {
-    std::vector<std::string> users{verified.user};
-    users.insert(users.end(), verified.alike.begin(), verified.alike.end());
-    return users;
+    return given;
 }
 
 /// Nothing that was found out can be accepted where nothing was.
 bool isAcceptable(VerifyKind kind) {
     return kind != VerifyKind::Unfinished && kind != VerifyKind::NotVerified &&
            kind != VerifyKind::NobodyCompared;
-}
-
-void acceptFor(VerifyFinding& finding, std::vector<std::string> const& users,
-               AcceptedIndex& accepted) {
-    if (!isAcceptable(finding.kind)) {
-        return;
-    }
-    std::size_t covered = 0;
-    for (std::string const& user : users) {
-        covered += accepted.isCovered(exactly(finding, user)) ? 1 : 0;
-    }
-    finding.isAccepted = covered == users.size();
 }
 
 bool counts(VerifyFinding const& finding) {
@@ -104,15 +66,59 @@ bool counts(VerifyFinding const& finding) {
 
 } // namespace
 
+AcceptedIndex::AcceptedIndex(AcceptedFindings& accepted) {
+    for (AcceptedFinding& entry : accepted) {
+        unsigned const given = givenBy(entry);
+        auto known = std::find_if(m_entries.begin(), m_entries.end(),
+                                  [&](auto const& each) { return each.first == given; });
+        if (known == m_entries.end()) {
+            known = m_entries.insert(known, {given, ByValues()});
+        }
+        known->second[keyOf(entry, given)].push_back(&entry);
+        m_givesUsers = m_givesUsers || entry.user.has_value();
+    }
+}
+
+bool AcceptedIndex::accepts(VerifyFinding const& finding, std::string const& user,
+                            std::vector<std::string> const& alike) {
+    if (!isAcceptable(finding.kind) || m_entries.empty()) {
+        return false;
+    }
+    bool isAccepted = mark(exactly(finding, user));
+    if (m_givesUsers) {
+        for (std::string const& other : alike) {
+            isAccepted = mark(exactly(finding, other)) && isAccepted;
+        }
+    }
+    return isAccepted;
+}
+
+bool AcceptedIndex::mark(AcceptedFinding const& finding) {
+    bool found = false;
+    for (auto& [given, byValues] : m_entries) {
+        Budget::charge();
+        auto const entries = byValues.find(keyOf(finding, given));
+        if (entries == byValues.end()) {
+            continue;
+        }
+        found = true;
+        if (!entries->second.front()->isUsed) { // all of them, or none
+            for (AcceptedFinding* const entry : entries->second) {
+                entry->isUsed = true;
+            }
+        }
+    }
+    return found;
+}
+
 void accept(Verification& verification, AcceptedFindings& accepted) {
     AcceptedIndex index(accepted);
     for (VerifyFinding& finding : verification.findings) {
-        acceptFor(finding, {""}, index);
+        finding.isAccepted = index.accepts(finding, "");
     }
     for (UserVerification& user : verification.users) {
-        std::vector<std::string> const users = usersOf(user);
         for (VerifyFinding& finding : user.findings) {
-            acceptFor(finding, users, index);
+            finding.isAccepted = index.accepts(finding, user.user, user.alike);
         }
     }
 }
@@ -123,7 +129,7 @@ bool isNoLongerFound(AcceptedFinding const& entry, Verification const& verificat
     }
     bool areAllCompared = verification.isOfAllUsers;
     for (UserVerification const& user : verification.users) {
-        std::vector<std::string> const users = usersOf(user);
+        std::vector<std::string> const users = user.users();
         if (entry.user && std::find(users.begin(), users.end(), *entry.user) != users.end()) {
             return user.isCompared();
         }
@@ -144,7 +150,7 @@ AcceptedFindings acceptAll(Verification const& verification, AcceptedFindings co
         }
     }
     for (UserVerification const& user : verification.users) {
-        for (std::string const& name : usersOf(user)) {
+        for (std::string const& name : user.users()) {
             for (VerifyFinding const& finding : user.findings) {
                 if (counts(finding)) {
                     all.push_back(exactly(finding, name));

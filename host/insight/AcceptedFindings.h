@@ -1,9 +1,14 @@
 #pragma once
 
+#include "I18NHash.h"
 #include "host/insight/Verification.h"
 
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace vex {
@@ -22,6 +27,28 @@ struct AcceptedFinding {
 };
 
 using AcceptedFindings = std::vector<AcceptedFinding>;
+
+/// What is accepted, to be asked finding by finding. Entries that give the same values are
+/// found together, however many they are.
+class AcceptedIndex {
+public:
+    /// The entries stay where they are; those that accept something are marked as used.
+    explicit AcceptedIndex(AcceptedFindings& accepted);
+
+    /// True when a finding is accepted for a user and for each of those who are alike.
+    bool accepts(VerifyFinding const& finding, std::string const& user,
+                 std::vector<std::string> const& alike = {});
+
+private:
+    using Values = unsigned; // which ones entries give, a bit for each
+    using Entries = std::vector<AcceptedFinding*>;
+    using ByValues = std::unordered_map<std::string, Entries, I18NTextHasher, std::equal_to<>>;
+
+    bool mark(AcceptedFinding const& finding);
+
+    std::vector<std::pair<Values, ByValues>> m_entries;
+    bool m_givesUsers = false; // some entry does
+};
 
 /// Marks the findings of a verification that are accepted, and what they are accepted by.
 /// A check that did not finish is not accepted by anything, nor is one of nobody. What is found for

@@ -1,6 +1,7 @@
 #include "host/insight/Verification.h"
 
 #include "VexMessageTexts.h"
+#include "host/insight/FindingRoom.h"
 
 #include <algorithm>
 
@@ -108,11 +109,26 @@ VerifyKindRow const& rowOf(VerifyKind kind) {
 }
 
 std::size_t UserVerification::count(VerifyKind kind) const {
-    return countIn(findings, kind);
+    return countIn(findings, kind) + leftOutOf(kind);
 }
 
 std::size_t UserVerification::accepted() const {
-    return acceptedIn(findings);
+    std::size_t total = acceptedIn(findings);
+    for (auto const& [kind, left] : leftOut) {
+        total += left.accepted;
+    }
+    return total;
+}
+
+std::vector<std::string> UserVerification::users() const {
+    std::vector<std::string> all{user};
+    all.insert(all.end(), alike.begin(), alike.end());
+    return all;
+}
+
+std::size_t UserVerification::leftOutOf(VerifyKind kind) const {
+    auto const found = leftOut.find(kind);
+    return found == leftOut.end() ? 0 : found->second.open;
 }
 
 std::size_t Verification::count(VerifyKind kind) const {
@@ -143,6 +159,17 @@ std::size_t Verification::comparedUsers() const {
     std::size_t total = 0;
     for (UserVerification const& user : users) {
         total += user.isCompared() ? user.userCount() : 0;
+    }
+    return total;
+}
+
+LeftOutFindings Verification::leftOut() const {
+    LeftOutFindings total;
+    for (UserVerification const& user : users) {
+        for (auto const& [kind, left] : user.leftOut) {
+            total.open += left.open;
+            total.accepted += left.accepted;
+        }
     }
     return total;
 }
@@ -179,21 +206,18 @@ void Verification::addNobodyCompared() {
     }
 }
 
-UserVerification tellCheck(std::string user, TreeCheck const& check, Model const& model,
-                           I18NLocale const& locale) {
-    UserVerification told;
-    told.user = std::move(user);
+void tellCheck(UserVerification& told, TreeCheck const& check, Model const& model,
+               I18NLocale const& locale, FindingRoom& room) {
     told.objects = check.objects;
     for (Leak const& leak : check.leaks) {
-        told.findings.push_back(tellLeak(leak, model, locale));
+        room.add(told, tellLeak(leak, model, locale));
     }
     for (TreeDifference const& difference : check.differences) {
-        told.findings.push_back(tellDifference(difference, model, locale));
+        room.add(told, tellDifference(difference, model, locale));
     }
     for (HiddenContainer const& container : check.hiddenContainers) {
-        told.findings.push_back(tellContainer(container, model, locale));
+        room.add(told, tellContainer(container, model, locale));
     }
-    return told;
 }
 
 UserVerification tellRefusal(std::string user, std::string text) {

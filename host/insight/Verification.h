@@ -4,6 +4,7 @@
 #include "host/insight/TreeCheck.h"
 #include "host/service/CallEnd.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -59,6 +60,12 @@ struct VerifyFinding {
     bool isAccepted = false;
 };
 
+/// Findings of a kind that are counted, not kept: see `FindingRoom`.
+struct LeftOutFindings {
+    std::size_t open = 0;
+    std::size_t accepted = 0;
+};
+
 /// What verifying found for those who have the same roles.
 struct UserVerification {
     std::string user;               // "" where nobody is restricted
@@ -67,8 +74,9 @@ struct UserVerification {
     std::size_t objects = 0;        // that were compared
     std::vector<VerifyFinding> findings;
     std::vector<ObjectLabel> notGoneIntoAgain = {}; // behind shortcuts, by the trees
+    std::map<VerifyKind, LeftOutFindings> leftOut = {};
 
-    /// How many findings of a kind are not accepted.
+    /// How many findings of a kind are not accepted, kept or not.
     std::size_t count(VerifyKind kind) const;
     /// How many are.
     std::size_t accepted() const;
@@ -76,7 +84,13 @@ struct UserVerification {
     /// check did not come to its end.
     bool isCompared() const { return objects != 0; }
     std::size_t userCount() const { return 1 + alike.size(); }
+    /// Those who have the same roles.
+    std::vector<std::string> users() const;
+    /// How many findings of a kind, not accepted, are not kept.
+    std::size_t leftOutOf(VerifyKind kind) const;
 };
+
+class FindingRoom;
 
 /// What verifying found, user by user. Plain data: no model needs to stay for it.
 struct Verification {
@@ -89,6 +103,8 @@ struct Verification {
     std::size_t accepted() const;
     std::size_t userCount() const;
     std::size_t comparedUsers() const;
+    /// How many findings are counted and not kept; of these, how many are not accepted.
+    LeftOutFindings leftOut() const;
     /// The worst of what is not accepted.
     VerifyOutcome outcome() const;
     bool isFinished() const {
@@ -106,9 +122,10 @@ struct Verification {
     void addNobodyCompared();
 };
 
-/// What a check of the trees on `model` found, with names in that locale.
-UserVerification tellCheck(std::string user, TreeCheck const& check, Model const& model,
-                           I18NLocale const& locale);
+/// Adds what a check of the trees on `model` found, with names in that locale, as far as there
+/// is room for it.
+void tellCheck(UserVerification& told, TreeCheck const& check, Model const& model,
+               I18NLocale const& locale, FindingRoom& room);
 
 /// A user whose requests are all refused, for want of a view or role.
 UserVerification tellRefusal(std::string user, std::string text);

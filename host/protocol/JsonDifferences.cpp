@@ -1,10 +1,10 @@
 #include "host/protocol/JsonDifferences.h"
 
+#include "I18NHash.h"
 #include "host/protocol/JsonObjects.h"
-#include "host/protocol/JsonText.h"
 
-#include <map>
 #include <string_view>
+#include <unordered_map>
 
 #include <nlohmann/json.hpp>
 
@@ -25,92 +25,103 @@ constexpr char const* codeOf(Presence presence) {
 }
 
 /// Of two changes that are called alike the second is told, in the place of the first.
-void addProperties(ToldChange const& told, Json& entry) {
-    std::map<std::string_view, ToldPropertyChange const*> byName;
+void addProperties(JsonStream& json, ToldChange const& told) {
+    if (told.properties.empty()) {
+        return;
+    }
+    std::unordered_map<std::string_view, ToldPropertyChange const*, I18NTextHasher> byName;
     for (ToldPropertyChange const& change : told.properties) {
         byName[change.property] = &change;
     }
-    Json properties = Json::object();
+    json.beginObject("properties");
     for (ToldPropertyChange const& each : told.properties) {
         auto const change = byName.find(each.property);
-        if (change != byName.end()) {
-            appendMember(properties, each.property,
-                         {{"before", change->second->before}, {"after", change->second->after}});
-            byName.erase(change);
+        if (change->second != nullptr) {
+            json.member(each.property,
+                        {{"before", change->second->before}, {"after", change->second->after}});
+            change->second = nullptr;
         }
     }
-    if (!properties.empty()) {
-        entry["properties"] = std::move(properties);
-    }
+    json.end();
 }
 
-Json describe(ToldChange const& told) {
-    Json entry{{"change", codeOf(told.change)},
-               {"id", told.object.id},
-               {"reference", told.object.reference},
-               {"class", told.object.className},
-               {"name", told.object.name},
-               {"presence", {{"before", codeOf(told.before)}, {"after", codeOf(told.after)}}}};
+void addChange(JsonStream& json, ToldChange const& told) {
+    json.beginObject();
+    json.member("change", codeOf(told.change));
+    json.member("id", told.object.id);
+    json.member("reference", told.object.reference);
+    json.member("class", told.object.className);
+    json.member("name", told.object.name);
+    json.member("presence", {{"before", codeOf(told.before)}, {"after", codeOf(told.after)}});
     if (told.change == Change::Changes) {
-        entry["renamed"] = told.isRenamed;
-        addProperties(told, entry);
+        json.member("renamed", told.isRenamed);
+        addProperties(json, told);
     }
-    return entry;
+    json.end();
 }
 
-Json describe(Differences const& differences) {
-    Json list = Json::array();
+void addDifferences(JsonStream& json, Differences const& differences) {
+    json.member("appear", differences.appear);
+    json.member("disappear", differences.disappear);
+    json.member("change", differences.change);
+    json.member("renamed", differences.renamed);
+    json.beginList("objects");
     for (ToldChange const& told : differences.objects) {
         if (told.change != Change::None) {
-            list.push_back(describe(told));
+            addChange(json, told);
         }
     }
-    Json whole{{"appear", differences.appear},
-               {"disappear", differences.disappear},
-               {"change", differences.change},
-               {"renamed", differences.renamed},
-               {"objects", std::move(list)}};
-    addNotGoneIntoAgain(whole, differences.notGoneIntoAgain);
-    return whole;
+    json.end();
+    addNotGoneIntoAgain(json, differences.notGoneIntoAgain);
 }
 
-void addRights(Json& whole, std::vector<RightChange> const& rights) {
+void addRights(JsonStream& json, std::vector<RightChange> const& rights) {
+    if (rights.empty()) {
+        return;
+    }
+    json.beginList("rights");
     for (RightChange const& change : rights) {
-        whole["rights"].push_back(
-            {{"change", change.isAdded ? "appears" : "disappears"}, {"text", change.text}});
+        json.entry({{"change", change.isAdded ? "appears" : "disappears"}, {"text", change.text}});
+    }
+    json.end();
+}
+
+/// Where there is something to say.
+void addText(JsonStream& json, char const* member, std::string const& text) {
+    if (!text.empty()) {
+        json.member(member, text);
     }
 }
 
 } // namespace
 
-std::string toJson(Differences const& differences, std::vector<RightChange> const& rights) {
-    Json whole = describe(differences);
-    addRights(whole, rights);
-    return toText(whole, JsonForm::Indented);
+void writeJson(std::ostream& out, Differences const& differences,
+               std::vector<RightChange> const& rights) {
+    JsonStream json(out);
+    json.beginObject();
+    addDifferences(json, differences);
+    addRights(json, rights);
+    json.end();
 }
 
-std::string toJson(std::vector<UserDifferences> const& users,
-                   std::vector<RightChange> const& rights) {
-    Json whole{{"users", Json::array()}};
+void writeJson(std::ostream& out, std::vector<UserDifferences> const& users,
+               std::vector<RightChange> const& rights) {
+    JsonStream json(out);
+    json.beginObject();
+    json.beginList("users");
     for (UserDifferences const& user : users) {
-        Json told{{"user", user.user}};
-        for (std::string const& other : user.alike) {
-            told["alsoFor"].push_back(other);
-        }
-        if (!user.unfinished.empty()) {
-            told["unfinished"] = user.unfinished;
-        }
-        if (!user.refusedBefore.empty()) {
-            told["refusedBefore"] = user.refusedBefore;
-        }
-        if (!user.refusedAfter.empty()) {
-            told["refusedAfter"] = user.refusedAfter;
-        }
-        told.update(describe(user.differences));
-        whole["users"].push_back(std::move(told));
+        json.beginObject();
+        json.member("user", user.user);
+        addNames(json, "alsoFor", user.alike);
+        addText(json, "unfinished", user.unfinished);
+        addText(json, "refusedBefore", user.refusedBefore);
+        addText(json, "refusedAfter", user.refusedAfter);
+        addDifferences(json, user.differences);
+        json.end();
     }
-    addRights(whole, rights);
-    return toText(whole, JsonForm::Indented);
+    json.end();
+    addRights(json, rights);
+    json.end();
 }
 
 } // namespace vex

@@ -2,7 +2,6 @@
 
 #include "host/insight/AccessStory.h"
 #include "host/protocol/JsonObjects.h"
-#include "host/protocol/JsonText.h"
 
 #include <nlohmann/json.hpp>
 
@@ -35,16 +34,21 @@ Json describe(ToldView const& view) {
 
 } // namespace
 
-std::string toJson(Explanation const& explanation) {
-    Json whole{{"objects", Json::array()}, {"views", Json::array()}};
+void writeJson(std::ostream& out, Explanation const& explanation) {
+    JsonStream json(out);
+    json.beginObject();
+    json.beginList("objects");
     for (ToldObject const& object : explanation.objects) {
-        whole["objects"].push_back(describe(object));
+        json.entry(describe(object));
     }
+    json.end();
+    json.beginList("views");
     for (ToldView const& view : explanation.views) {
-        whole["views"].push_back(describe(view));
+        json.entry(describe(view));
     }
-    addNotGoneIntoAgain(whole, explanation.notGoneIntoAgain);
-    return toText(whole, JsonForm::Indented);
+    json.end();
+    addNotGoneIntoAgain(json, explanation.notGoneIntoAgain);
+    json.end();
 }
 
 } // namespace vex

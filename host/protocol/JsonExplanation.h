@@ -2,11 +2,11 @@
 
 #include "host/insight/Explanation.h"
 
-#include <string>
+#include <ostream>
 
 namespace vex {
 
-/// One JSON object with the objects and the views, indented.
-std::string toJson(Explanation const& explanation);
+/// Writes one JSON object with the objects and the views, indented.
+void writeJson(std::ostream& out, Explanation const& explanation);
 
 } // namespace vex

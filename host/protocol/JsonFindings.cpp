@@ -1,28 +1,30 @@
 #include "host/protocol/JsonFindings.h"
 
 #include "host/insight/FileFindings.h"
-#include "host/protocol/JsonListText.h"
+#include "host/protocol/JsonStream.h"
 
 #include <nlohmann/json.hpp>
 
 namespace vex {
 
-std::string toJson(Diagnostics const& found) {
+void writeJson(std::ostream& out, Diagnostics const& found) {
     FindingCounts const counts = countFindings(found);
-    JsonListText text(Json{{"errors", counts.errors},
-                           {"warnings", counts.warnings},
-                           {"notes", counts.notes},
-                           {"findings", Json::array()}},
-                      "findings", 1);
+    JsonStream json(out);
+    json.beginObject();
+    json.member("errors", counts.errors);
+    json.member("warnings", counts.warnings);
+    json.member("notes", counts.notes);
+    json.beginList("findings");
     for (Diagnostic const& each : found) {
-        text.add({{"severity", toString(each.severity)},
-                  {"rule", each.rule},
-                  {"file", each.file},
-                  {"line", each.line},
-                  {"column", each.column},
-                  {"text", each.text}});
+        json.entry({{"severity", toString(each.severity)},
+                    {"rule", each.rule},
+                    {"file", each.file},
+                    {"line", each.line},
+                    {"column", each.column},
+                    {"text", each.text}});
     }
-    return std::move(text).finish();
+    json.end();
+    json.end();
 }
 
 } // namespace vex

@@ -2,16 +2,16 @@
 
 #include "host/store/build/Diagnostic.h"
 
-#include <string>
+#include <ostream>
 #include <string_view>
 
 namespace vex {
 
-/// One JSON object with counts and every finding, indented.
-std::string toJson(Diagnostics const& found);
+/// Writes one JSON object with counts and every finding, indented.
+void writeJson(std::ostream& out, Diagnostics const& found);
 
-/// An indented log of the Static Analysis Results Interchange Format, version
+/// Writes an indented log of the Static Analysis Results Interchange Format, version
 /// 2.1.0, with all rules. `version` is the program's.
-std::string toSarif(Diagnostics const& found, std::string_view version);
+void writeSarif(std::ostream& out, Diagnostics const& found, std::string_view version);
 
 } // namespace vex

@@ -1,29 +1,37 @@
 #pragma once
 
 #include "host/insight/ObjectText.h"
+#include "host/protocol/JsonStream.h"
 
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <nlohmann/json.hpp>
 
 namespace vex {
 
-/// Adds a member that the object has not, without looking for it among the others.
-inline void appendMember(nlohmann::ordered_json& object, std::string name,
-                         nlohmann::ordered_json value) {
-    using Members = nlohmann::ordered_json::object_t::Container;
-    Members& members = object.get_ref<nlohmann::ordered_json::object_t&>();
-    members.emplace_back(std::move(name), std::move(value));
+/// Adds a list of names, where there are any.
+inline void addNames(JsonStream& json, char const* member, std::vector<std::string> const& names) {
+    if (names.empty()) {
+        return;
+    }
+    json.beginList(member);
+    for (std::string const& name : names) {
+        json.entry(Json(name));
+    }
+    json.end();
 }
 
 /// Adds what the trees did not go into again, where there is such, by what it is known by.
-inline void addNotGoneIntoAgain(nlohmann::ordered_json& whole,
-                                std::vector<ObjectLabel> const& objects) {
-    for (ObjectLabel const& object : objects) {
-        whole["notGoneIntoAgain"].push_back(object.key());
+inline void addNotGoneIntoAgain(JsonStream& json, std::vector<ObjectLabel> const& objects) {
+    if (objects.empty()) {
+        return;
     }
+    json.beginList("notGoneIntoAgain");
+    for (ObjectLabel const& object : objects) {
+        json.entry(Json(object.key()));
+    }
+    json.end();
 }
 
 } // namespace vex

@@ -1,7 +1,8 @@
 #include "host/protocol/JsonSight.h"
 
-#include "host/protocol/JsonListText.h"
-#include "host/protocol/JsonObjects.h"
+#include "host/protocol/JsonStream.h"
+
+#include <algorithm>
 
 #include <nlohmann/json.hpp>
 
@@ -9,24 +10,30 @@ namespace vex {
 
 namespace {
 
-Json describe(ObjectLabel const& object) {
-    return {{"id", object.id},
-            {"reference", object.reference},
-            {"class", object.className},
-            {"name", object.name}};
+void addLabel(JsonStream& json, ObjectLabel const& object) {
+    json.member("id", object.id);
+    json.member("reference", object.reference);
+    json.member("class", object.className);
+    json.member("name", object.name);
 }
 
-Json describe(ToldViewers const& viewers) {
-    return {{viewers.areRoles ? "roles" : "users", viewers.names},
-            {"sees", codeOf(viewers.sight)},
-            {"why", viewers.why},
-            {"tree", viewers.tree}};
+void addViewers(JsonStream& json, ToldViewers const& viewers) {
+    json.beginObject();
+    json.beginList(viewers.areRoles ? "roles" : "users");
+    for (std::string const& name : viewers.names) {
+        json.entry(Json(name));
+    }
+    json.end();
+    json.member("sees", codeOf(viewers.sight));
+    json.member("why", viewers.why);
+    json.member("tree", viewers.tree);
+    json.end();
 }
 
-std::vector<std::string> namesOf(SightMatrix::Column const& column) {
-    std::vector<std::string> names{column.name};
-    names.insert(names.end(), column.alike.begin(), column.alike.end());
-    return names;
+/// Hands over each name that a column stands for.
+template <class Take> void eachName(SightMatrix::Column const& column, Take const& take) {
+    take(column.name);
+    std::for_each(column.alike.begin(), column.alike.end(), take);
 }
 
 std::string csvField(std::string const& text) {
@@ -42,50 +49,55 @@ std::string csvField(std::string const& text) {
 
 } // namespace
 
-std::string toJson(std::vector<ObjectSight> const& objects) {
-    Json list = Json::array();
+void writeJson(std::ostream& out, std::vector<ObjectSight> const& objects) {
+    JsonStream json(out);
+    json.beginObject();
+    json.beginList("objects");
     for (ObjectSight const& object : objects) {
-        Json told = describe(object.object);
-        told["seenBy"] = Json::array();
+        json.beginObject();
+        addLabel(json, object.object);
+        json.beginList("seenBy");
         for (ToldViewers const& viewers : object.viewers) {
-            told["seenBy"].push_back(describe(viewers));
+            addViewers(json, viewers);
         }
-        list.push_back(std::move(told));
+        json.end();
+        json.end();
     }
-    return toText(Json{{"objects", std::move(list)}}, JsonForm::Indented);
+    json.end();
+    json.end();
 }
 
-std::string toJson(SightMatrix const& matrix) {
-    Json refused = Json::object();
+void writeJson(std::ostream& out, SightMatrix const& matrix) {
+    JsonStream json(out);
+    json.beginObject();
+    json.beginObject("refused");
     for (SightMatrix::Column const& column : matrix.columns) {
-        for (std::string const& name : namesOf(column)) {
-            if (!column.refusal.empty()) {
-                appendMember(refused, name, column.refusal);
-            }
+        if (!column.refusal.empty()) {
+            eachName(column, [&](std::string const& name) { json.member(name, column.refusal); });
         }
     }
-    JsonListText text(Json{{"refused", std::move(refused)}, {"objects", Json::array()}}, "objects",
-                      1);
+    json.end();
+    json.beginList("objects");
     for (SightMatrix::Row const& row : matrix.rows) {
-        Json told = describe(row.object);
-        Json sees = Json::object();
+        json.beginObject();
+        addLabel(json, row.object);
+        json.beginObject("sees");
         for (std::size_t number = 0; number < matrix.columns.size(); ++number) {
-            for (std::string const& name : namesOf(matrix.columns[number])) {
-                appendMember(sees, name, codeOf(row.cells[number]));
-            }
+            eachName(matrix.columns[number], [&](std::string const& name) {
+                json.member(name, codeOf(row.cells[number]));
+            });
         }
-        told["sees"] = std::move(sees);
-        text.add(told);
+        json.end();
+        json.end();
     }
-    return std::move(text).finish();
+    json.end();
+    json.end();
 }
 
 std::string toCsv(SightMatrix const& matrix) {
     std::string text = "id,reference,class,name";
     for (SightMatrix::Column const& column : matrix.columns) {
-        for (std::string const& name : namesOf(column)) {
-            text += ',' + csvField(name);
-        }
+        eachName(column, [&](std::string const& name) { text += ',' + csvField(name); });
     }
     text += "\r\n";
     for (SightMatrix::Row const& row : matrix.rows) {

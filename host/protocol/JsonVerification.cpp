@@ -1,7 +1,6 @@
 #include "host/protocol/JsonVerification.h"
 
 #include "host/protocol/JsonObjects.h"
-#include "host/protocol/JsonText.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -37,19 +36,20 @@ Json describeDifference(VerifyFinding const& difference) {
 }
 
 /// The findings of the kinds; what is accepted says so.
-Json listOf(std::vector<VerifyFinding> const& findings, std::initializer_list<VerifyKind> kinds,
-            Json (*describeOne)(VerifyFinding const&)) {
-    Json list = Json::array();
+void addList(JsonStream& json, char const* member, std::vector<VerifyFinding> const& findings,
+             std::initializer_list<VerifyKind> kinds, Json (*describeOne)(VerifyFinding const&)) {
+    json.beginList(member);
     for (VerifyFinding const& finding : findings) {
         if (std::find(kinds.begin(), kinds.end(), finding.kind) == kinds.end()) {
             continue;
         }
-        Json& told = list.emplace_back(describeOne(finding));
+        Json told = describeOne(finding);
         if (finding.isAccepted) {
             told["accepted"] = true;
         }
+        json.entry(told);
     }
-    return list;
+    json.end();
 }
 
 std::string const* textOf(UserVerification const& user, VerifyKind kind) {
@@ -61,53 +61,76 @@ std::string const* textOf(UserVerification const& user, VerifyKind kind) {
     return nullptr;
 }
 
-Json describe(UserVerification const& user) {
-    Json told{{"user", user.user}};
-    for (std::string const& other : user.alike) {
-        told["alsoFor"].push_back(other);
+/// How many findings are counted and not listed, where there are such.
+void addLeftOut(JsonStream& json, UserVerification const& user) {
+    if (user.leftOut.empty()) {
+        return;
     }
+    std::size_t accepted = 0;
+    json.beginObject("notListed");
+    for (VerifyKindRow const& row : verifyKinds()) {
+        auto const left = user.leftOut.find(row.kind);
+        if (left != user.leftOut.end()) {
+            json.member(row.code, left->second.open);
+            accepted += left->second.accepted;
+        }
+    }
+    json.member("accepted", accepted);
+    json.end();
+}
+
+void addUser(JsonStream& json, UserVerification const& user) {
+    json.member("user", user.user);
+    addNames(json, "alsoFor", user.alike);
     if (auto const* const text = textOf(user, VerifyKind::Unfinished)) {
-        told["unfinished"] = *text;
-        return told;
+        json.member("unfinished", *text);
+        return;
     }
     if (auto const* const text = textOf(user, VerifyKind::NotVerified)) {
-        told["notVerified"] = *text;
-        return told;
+        json.member("notVerified", *text);
+        return;
     }
     auto const* const byOne = textOf(user, VerifyKind::RefusedByOne);
     if (byOne != nullptr || !user.isCompared()) {
-        told["refused"] = byOne != nullptr ? "one" : "both";
-        told["text"] = byOne != nullptr ? *byOne : user.refusal;
-        return told;
+        json.member("refused", byOne != nullptr ? "one" : "both");
+        json.member("text", byOne != nullptr ? *byOne : user.refusal);
+        return;
     }
-    told["objects"] = user.objects;
-    told["leaks"] = listOf(user.findings, {VerifyKind::Leak}, &describeLeak);
-    told["joinKeys"] = listOf(user.findings, {VerifyKind::JoinKey}, &describeLeak);
-    told["hiddenContainers"] =
-        listOf(user.findings, {VerifyKind::HiddenContainer}, &describeContainer);
-    told["differences"] = listOf(
-        user.findings, {VerifyKind::Unexplained, VerifyKind::ShownPastViews, VerifyKind::Required},
-        &describeDifference);
-    addNotGoneIntoAgain(told, user.notGoneIntoAgain);
-    return told;
+    json.member("objects", user.objects);
+    addList(json, "leaks", user.findings, {VerifyKind::Leak}, &describeLeak);
+    addList(json, "joinKeys", user.findings, {VerifyKind::JoinKey}, &describeLeak);
+    addList(json, "hiddenContainers", user.findings, {VerifyKind::HiddenContainer},
+            &describeContainer);
+    addList(json, "differences", user.findings,
+            {VerifyKind::Unexplained, VerifyKind::ShownPastViews, VerifyKind::Required},
+            &describeDifference);
+    addLeftOut(json, user);
+    addNotGoneIntoAgain(json, user.notGoneIntoAgain);
 }
 
 } // namespace
 
-std::string toJson(Verification const& verification) {
-    Json whole{{"clean", verification.isClean()},
-               {"finished", verification.isFinished()},
-               {"restricted", !verification.isUnrestricted()},
-               {"comparedUsers", verification.comparedUsers()}};
+void writeJson(std::ostream& out, Verification const& verification) {
+    JsonStream json(out);
+    json.beginObject();
+    json.member("clean", verification.isClean());
+    json.member("finished", verification.isFinished());
+    json.member("restricted", !verification.isUnrestricted());
+    json.member("comparedUsers", verification.comparedUsers());
+    json.beginObject("counts");
     for (VerifyKindRow const& row : verifyKinds()) {
-        whole["counts"][row.code] = verification.count(row.kind);
+        json.member(row.code, verification.count(row.kind));
     }
-    whole["counts"]["accepted"] = verification.accepted();
-    whole["users"] = Json::array();
+    json.member("accepted", verification.accepted());
+    json.end();
+    json.beginList("users");
     for (UserVerification const& user : verification.users) {
-        whole["users"].push_back(describe(user));
+        json.beginObject();
+        addUser(json, user);
+        json.end();
     }
-    return toText(whole, JsonForm::Indented);
+    json.end();
+    json.end();
 }
 
 } // namespace vex

@@ -43,8 +43,9 @@ struct Suite {
     std::size_t failures = 0;
     std::size_t skipped = 0;
 
+    /// `leftOut`: those that are not among the findings.
     void add(VerifyKindRow const& row, std::vector<VerifyFinding> const& findings,
-             std::size_t mostLines) {
+             std::size_t leftOut, std::size_t mostLines) {
         std::string lines;
         std::size_t found = 0;
         for (VerifyFinding const& finding : findings) {
@@ -53,7 +54,7 @@ struct Suite {
             }
         }
         begin(row.code);
-        if (found == 0) {
+        if (found + leftOut == 0) {
             tests += "/>\n";
             return;
         }
@@ -61,8 +62,11 @@ struct Suite {
         lines += found > mostLines
                      ? "and " + std::to_string(found - mostLines) + " more; --all shows them\n"
                      : "";
+        lines += leftOut != 0
+                     ? std::to_string(leftOut) + " more past the limit; --max-findings raises it\n"
+                     : "";
         tests += std::string(">\n      <failure type=\"") + row.code + "\" message=\"" +
-                 std::to_string(found) + ": " + escaped(row.meaning) + "\">" + lines +
+                 std::to_string(found + leftOut) + ": " + escaped(row.meaning) + "\">" + lines +
                  "</failure>\n    </testcase>\n";
     }
     void addSkipped(char const* test, std::string const& why) {
@@ -106,7 +110,7 @@ Suite suiteOf(UserVerification const& user, std::string const& name, std::size_t
     for (VerifyKindRow const& row : verifyKinds()) {
         bool const isKnown = user.isCompared() || user.count(row.kind) != 0;
         if (row.outcome != VerifyOutcome::Clean && !concernsAll(row.kind) && isKnown) {
-            suite.add(row, user.findings, mostLines);
+            suite.add(row, user.findings, user.leftOutOf(row.kind), mostLines);
         }
         if (row.outcome == VerifyOutcome::Clean && user.isCompared()) {
             suite.addCount(row, user.count(row.kind));
@@ -123,7 +127,7 @@ std::string toJunit(Verification const& verification, std::size_t mostLines) {
     all.name = "all";
     for (VerifyKindRow const& row : verifyKinds()) {
         if (concernsAll(row.kind)) {
-            all.add(row, verification.findings, mostLines);
+            all.add(row, verification.findings, 0, mostLines);
         }
     }
     for (UserVerification const& user : verification.users) {

@@ -34,12 +34,12 @@ Json rules() {
 
 } // namespace
 
-std::string toSarif(Diagnostics const& found, std::string_view version) {
-    JsonListText log = sarifLog(rules(), version);
+void writeSarif(std::ostream& out, Diagnostics const& found, std::string_view version) {
+    SarifLog log(out, rules(), version);
     for (Diagnostic const& each : found) {
         log.add(resultOf(each));
     }
-    return std::move(log).finish();
+    log.finish();
 }
 
 } // namespace vex

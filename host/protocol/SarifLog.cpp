@@ -34,17 +34,25 @@ Json sarifPlace(std::string_view file, unsigned long line, unsigned long column)
     return place;
 }
 
-JsonListText sarifLog(Json rules, std::string_view version) {
-    constexpr std::size_t depthOfResults = 3;
-    Json const driver{
-        {"name", "vexma"}, {"version", std::string(version)}, {"rules", std::move(rules)}};
-    Json const run{{"tool", {{"driver", driver}}},
-                   {"columnKind", "utf16CodeUnits"},
-                   {"results", Json::array()}};
-    return {Json{{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
-                 {"version", "2.1.0"},
-                 {"runs", Json::array({run})}},
-            "results", depthOfResults};
+SarifLog::SarifLog(std::ostream& out, Json const& rules, std::string_view version) : m_json(out) {
+    m_json.beginObject();
+    m_json.member("$schema", "https://json.schemastore.org/sarif-2.1.0.json");
+    m_json.member("version", "2.1.0");
+    m_json.beginList("runs");
+    m_json.beginObject();
+    m_json.beginObject("tool");
+    m_json.member("driver",
+                  {{"name", "vexma"}, {"version", std::string(version)}, {"rules", rules}});
+    m_json.end();
+    m_json.member("columnKind", "utf16CodeUnits");
+    m_json.beginList("results");
+}
+
+void SarifLog::finish() {
+    m_json.end(); // of the results
+    m_json.end();
+    m_json.end(); // of the runs
+    m_json.end();
 }
 
 } // namespace vex

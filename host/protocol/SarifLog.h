@@ -1,7 +1,8 @@
 #pragma once
 
-#include "host/protocol/JsonListText.h"
+#include "host/protocol/JsonStream.h"
 
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,16 @@ std::string toUri(std::string_view path);
 Json sarifPlace(std::string_view file, unsigned long line, unsigned long column);
 
 /// An indented log of one run of this program, with its rules; takes the results one by one.
-JsonListText sarifLog(Json rules, std::string_view version);
+class SarifLog {
+public:
+    SarifLog(std::ostream& out, Json const& rules, std::string_view version);
+
+    void add(Json const& result) { m_json.entry(result); }
+    /// Comes last.
+    void finish();
+
+private:
+    JsonStream m_json;
+};
 
 } // namespace vex

@@ -61,8 +61,8 @@ Json resultOf(VerifyFinding const& finding, std::string const& file, UserVerific
 
 } // namespace
 
-std::string toSarif(Verification const& verification, std::string_view version) {
-    JsonListText log = sarifLog(rules(), version);
+void writeSarif(std::ostream& out, Verification const& verification, std::string_view version) {
+    SarifLog log(out, rules(), version);
     for (VerifyFinding const& finding : verification.findings) {
         log.add(resultOf(finding, verification.file, nullptr));
     }
@@ -70,8 +70,17 @@ std::string toSarif(Verification const& verification, std::string_view version) 
         for (VerifyFinding const& finding : user.findings) {
             log.add(resultOf(finding, verification.file, &user));
         }
+        for (auto const& [kind, left] : user.leftOut) {
+            if (left.open != 0) {
+                VerifyFinding rest;
+                rest.kind = kind;
+                rest.text = std::to_string(left.open) + " more past the limit; --max-findings "
+                                                        "raises it";
+                log.add(resultOf(rest, verification.file, &user));
+            }
+        }
     }
-    return std::move(log).finish();
+    log.finish();
 }
 
 } // namespace vex

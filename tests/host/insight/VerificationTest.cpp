@@ -2,6 +2,7 @@
 
 #include "VexMessageTexts.h"
 #include "host/import/xml/ModelLoader.h"
+#include "host/insight/FindingRoom.h"
 
 #include <gtest/gtest.h>
 
@@ -158,8 +159,11 @@ TEST(Verification, TellsWhatACheckFoundByWhatObjectsAreKnownBy) {
                          {folder, false, DifferenceCause::NotGoneInto},
                          {folder, true, DifferenceCause::Unexplained}};
     check.hiddenContainers = {{folder, 3, filter}};
-    auto const told = vex::tellCheck("ann", check, *model, I18NLocale("de"));
-    EXPECT_EQ(told.user, "ann");
+    vex::AcceptedFindings accepted;
+    vex::AcceptedIndex index(accepted);
+    vex::FindingRoom room(vex::FindingRoom::UsualOfAKind, index);
+    vex::UserVerification told;
+    tellCheck(told, check, *model, I18NLocale("de"), room);
     EXPECT_TRUE(told.isCompared());
     ASSERT_EQ(told.findings.size(), 6U);
     vex::VerifyFinding const& leak = told.findings[0];

@@ -1,5 +1,7 @@
 #include "host/protocol/JsonDifferences.h"
 
+#include "tests/host/protocol/WrittenText.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -8,7 +10,7 @@ using vex::Presence;
 using Change = vex::ComparedObject::Change;
 
 TEST(JsonDifferences, AreNoneBetweenTheSame) {
-    EXPECT_EQ(vex::toJson(vex::Differences{}), R"({
+    EXPECT_EQ(jsonOf(vex::Differences{}), R"({
   "appear": 0,
   "disappear": 0,
   "change": 0,
@@ -42,7 +44,7 @@ TEST(JsonDifferences, LeaveOutWhatIsListedForWhatIsInsideIt) {
                             false,
                             {},
                             0}};
-    EXPECT_EQ(vex::toJson(differences), R"({
+    EXPECT_EQ(jsonOf(differences), R"({
   "appear": 1,
   "disappear": 1,
   "change": 0,
@@ -85,7 +87,7 @@ TEST(JsonDifferences, TellThePropertiesThatChangeInTheirOrder) {
                             true,
                             {{"name", "Old", "New"}, {"ID", "", "i"}},
                             vex::ToldChange::NoContainer}};
-    EXPECT_EQ(vex::toJson(differences), R"({
+    EXPECT_EQ(jsonOf(differences), R"({
   "appear": 0,
   "disappear": 0,
   "change": 1,

@@ -1,11 +1,13 @@
 #include "host/protocol/JsonExplanation.h"
 
+#include "tests/host/protocol/WrittenText.h"
+
 #include <gtest/gtest.h>
 
 namespace {
 
 TEST(JsonExplanation, HasAnEmptyListOfEachWhenThereIsNothingToTell) {
-    EXPECT_EQ(vex::toJson(vex::Explanation{}), R"({
+    EXPECT_EQ(jsonOf(vex::Explanation{}), R"({
   "objects": [],
   "views": []
 })");
@@ -18,7 +20,7 @@ TEST(JsonExplanation, TellsTheRuleTheSentencesAndTheViewsOfAnObject) {
                                  "hidden: why",
                                  {"left out", "in no tree"},
                                  {{"v1", true, false, true, "v1 includes, hides it"}}};
-    EXPECT_EQ(vex::toJson(vex::Explanation{{object}, {}}), R"({
+    EXPECT_EQ(jsonOf(vex::Explanation{{object}, {}}), R"({
   "objects": [
     {
       "id": "q",
@@ -48,7 +50,7 @@ TEST(JsonExplanation, TellsTheRuleTheSentencesAndTheViewsOfAnObject) {
 TEST(JsonExplanation, KeepsListsOfAnObjectThatNoViewNames) {
     vex::ToldObject object;
     object.accessible = true;
-    EXPECT_EQ(vex::toJson(vex::Explanation{{object}, {}}), R"({
+    EXPECT_EQ(jsonOf(vex::Explanation{{object}, {}}), R"({
   "objects": [
     {
       "id": "",
@@ -68,7 +70,7 @@ TEST(JsonExplanation, KeepsListsOfAnObjectThatNoViewNames) {
 TEST(JsonExplanation, TellsWhatAViewIs) {
     vex::ToldView const view{"v1",    "Clerks",  "v1 Clerks", true, VexViewRole::RoleHeld,
                              "clerk", "in force"};
-    EXPECT_EQ(vex::toJson(vex::Explanation{{}, {view}}), R"({
+    EXPECT_EQ(jsonOf(vex::Explanation{{}, {view}}), R"({
   "objects": [],
   "views": [
     {

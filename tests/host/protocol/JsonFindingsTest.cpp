@@ -1,5 +1,7 @@
 #include "host/protocol/JsonFindings.h"
 
+#include "tests/host/protocol/WrittenText.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -7,7 +9,7 @@ namespace {
 using vex::Severity;
 
 TEST(JsonFindings, AreCountedWhenThereAreNone) {
-    EXPECT_EQ(vex::toJson(vex::Diagnostics{}), R"({
+    EXPECT_EQ(jsonOf(vex::Diagnostics{}), R"({
   "errors": 0,
   "warnings": 0,
   "notes": 0,
@@ -17,8 +19,8 @@ TEST(JsonFindings, AreCountedWhenThereAreNone) {
 
 TEST(JsonFindings, TellSeverityRulePlaceAndText) {
     EXPECT_EQ(
-        vex::toJson(vex::Diagnostics{{Severity::Error, "duplicate-id", "m.xml", 3, 14, "two \"a\""},
-                                     {Severity::Note, "object-in-no-view", "m.xml", 0, 0, "none"}}),
+        jsonOf(vex::Diagnostics{{Severity::Error, "duplicate-id", "m.xml", 3, 14, "two \"a\""},
+                                {Severity::Note, "object-in-no-view", "m.xml", 0, 0, "none"}}),
         R"({
   "errors": 1,
   "warnings": 0,
@@ -46,7 +48,7 @@ TEST(JsonFindings, TellSeverityRulePlaceAndText) {
 
 TEST(JsonFindings, AreUtf8WhateverTheFilesNameIs) {
     std::string const json =
-        vex::toJson(vex::Diagnostics{{Severity::Warning, "root", "a\xFFz", 1, 1, "t"}});
+        jsonOf(vex::Diagnostics{{Severity::Warning, "root", "a\xFFz", 1, 1, "t"}});
     EXPECT_NE(json.find("\"file\": \"a\xEF\xBF\xBDz\""), std::string::npos) << json;
 }
 

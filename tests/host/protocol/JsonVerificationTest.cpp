@@ -1,5 +1,7 @@
 #include "host/protocol/JsonVerification.h"
 
+#include "tests/host/protocol/WrittenText.h"
+
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -22,7 +24,7 @@ vex::Verification of(std::vector<vex::UserVerification> users) {
 }
 
 json toldOf(vex::Verification const& verification) {
-    return json::parse(vex::toJson(verification));
+    return json::parse(jsonOf(verification));
 }
 
 VerifyFinding leakOf(VerifyKind kind) {
@@ -118,9 +120,9 @@ TEST(JsonVerification, TellsWhatIsAcceptedAndForWhomElseItHolds) {
 }
 
 TEST(SarifVerification, WeighsEachKindByWhatItComesTo) {
-    json const run = json::parse(vex::toSarif(of({annWith({{.kind = VerifyKind::HiddenContainer}}),
-                                                  vex::tellNotVerified("dan", "code 77")}),
-                                              "1.2.3"))
+    json const run = json::parse(sarifLogOf(of({annWith({{.kind = VerifyKind::HiddenContainer}}),
+                                                vex::tellNotVerified("dan", "code 77")}),
+                                            "1.2.3"))
                          .at("runs")[0];
     EXPECT_EQ(run.at("results")[0].at("ruleId"), "hidden-container");
     EXPECT_EQ(run.at("results")[0].at("level"), "note");
@@ -131,7 +133,7 @@ TEST(SarifVerification, WeighsEachKindByWhatItComesTo) {
 TEST(SarifVerification, HasAResultForEachFindingWhereItsObjectStands) {
     vex::UserVerification user = annWith({leakOf(VerifyKind::Leak), leakOf(VerifyKind::JoinKey)});
     user.findings[1].isAccepted = true;
-    json const run = json::parse(vex::toSarif(of({user}), "1.2.3")).at("runs")[0];
+    json const run = json::parse(sarifLogOf(of({user}), "1.2.3")).at("runs")[0];
     json const& leak = run.at("results")[0];
     EXPECT_EQ(leak.at("ruleId"), "leak");
     EXPECT_EQ(leak.at("level"), "error");

@@ -1,5 +1,6 @@
 #include "host/insight/DiagnosticRules.h"
 #include "host/protocol/JsonFindings.h"
+#include "tests/host/protocol/WrittenText.h"
 
 #include <algorithm>
 
@@ -13,11 +14,11 @@ using testing::StartsWith;
 using vex::Severity;
 
 std::string sarifOf(vex::Diagnostic const& found) {
-    return vex::toSarif({found}, "1.2.3");
+    return sarifLogOf(vex::Diagnostics{found}, "1.2.3");
 }
 
 TEST(SarifFindings, AreALogOfOneRunThatNamesTheProgramAndItsVersion) {
-    std::string const log = vex::toSarif({}, "1.2.3");
+    std::string const log = sarifLogOf(vex::Diagnostics{}, "1.2.3");
     EXPECT_THAT(log, StartsWith(R"({
   "$schema": "https://json.schemastore.org/sarif-2.1.0.json",
   "version": "2.1.0",
@@ -47,7 +48,7 @@ TEST(SarifFindings, AreALogOfOneRunThatNamesTheProgramAndItsVersion) {
 }
 
 TEST(SarifFindings, NameEveryRule) {
-    std::string const log = vex::toSarif({}, "1");
+    std::string const log = sarifLogOf(vex::Diagnostics{}, "1");
     for (vex::DiagnosticRule const& rule : vex::diagnosticRules) {
         EXPECT_THAT(log, HasSubstr("\"id\": \"" + std::string(rule.name) + '"'));
     }

@@ -1,6 +1,7 @@
 #include "host/catalogue/Catalogue.h"
 #include "host/insight/FileFindings.h"
 #include "host/protocol/JsonFindings.h"
+#include "tests/growth/CountingBuffer.h"
 #include "tests/growth/GeneratedText.h"
 #include "tests/growth/Growth.h"
 
@@ -52,8 +53,11 @@ TEST(CatalogueGrowth, OfViewsFollowsTheRolesThatAreAskedForOneByOne) {
 Measurement checkOf(std::string const& text) {
     return countWork(text.size(), [&] {
         vex::Diagnostics const found = vex::findInCatalogue(text, "c.xml", "");
-        EXPECT_FALSE(toJson(found).empty());
-        EXPECT_FALSE(toSarif(found, "1").empty());
+        CountingBuffer written;
+        std::ostream out(&written);
+        writeJson(out, found);
+        writeSarif(out, found, "1");
+        EXPECT_GT(written.count(), 0U);
     });
 }
 
