@@ -63,6 +63,8 @@ vex_package(hostdev libvexhost-dev libdevel
   DESCRIPTION "headers for hosts with the readers of Vex Metadata Access
 What a host is built with that uses the readers and helpers: their headers, the
 link to the library and the files by which CMake and pkg-config find them.")
+# What "vexma import database" reaches databases with.
+set(CPACK_DEBIAN_TOOL_PACKAGE_SUGGESTS "odbc-postgresql, libsqliteodbc")
 set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS "vex-ma-plugin")
 set(CPACK_DEBIAN_HOSTDEV_PACKAGE_SUGGESTS "vex-ma-plugin")
 

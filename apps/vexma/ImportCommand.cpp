@@ -1,16 +1,20 @@
 #include "I18NLocale.h"
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/ImportReport.h"
+#include "apps/vexma/Interrupt.h"
 #include "apps/vexma/SourceOptions.h"
 #include "host/import/draft/FinishedImport.h"
 #include "host/import/draft/WrittenFiles.h"
 #include "host/import/kinds/ImportKinds.h"
 #include "host/protocol/JsonImport.h"
+#include "host/store/image/Budget.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <optional>
 
 namespace vex {
 
@@ -24,18 +28,30 @@ std::vector<std::string> namesOfKinds() {
     return names;
 }
 
+using Clock = std::chrono::steady_clock;
+
+std::optional<Clock::time_point> deadlineIn(std::optional<double> const& seconds) {
+    constexpr double longest = 1e9; // a deadline of thirty years is none
+    if (!seconds.has_value() || *seconds >= longest) {
+        return std::nullopt;
+    }
+    return Clock::now() +
+           std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(*seconds));
+}
+
 struct ImportCommand {
     std::string kindName;
     std::string folder;
     std::string reportFile;
     bool membersOnly = false;
+    std::optional<double> deadlineSeconds;
     ImportRequest request;
     std::map<std::string, std::vector<std::string>> optionsOfKinds; // by name, of all kinds
 
     int run(Console& console) {
         ImportKind const& kind = *findImportKind(kindName); // the command line was checked
         complete(kind);
-        ImportOutcome const outcome = runImport(kind, request);
+        ImportOutcome const outcome = runInTime(kind);
         for (Diagnostic const& each : outcome.found) {
             console.complain(toString(each));
         }
@@ -47,10 +63,24 @@ struct ImportCommand {
         return Done;
     }
 
+    /// What is no file may keep one waiting: an interrupt ends it as it ends any call.
+    ImportOutcome runInTime(ImportKind const& kind) const {
+        std::optional<InterruptScope> interrupt;
+        Budget::Allowed allowed{.deadline = deadlineIn(deadlineSeconds)};
+        if (!kind.isFile) {
+            allowed.cancelled = &interrupt.emplace().isInterrupted();
+        }
+        Budget const budget(allowed);
+        return runImport(kind, request);
+    }
+
     /// Fills in what the command line leaves to its other parts.
     void complete(ImportKind const& kind) {
         if (request.name.empty() && kind.isFile && request.source != "-") {
             request.name = std::filesystem::path(request.source).stem().string();
+        }
+        if (kind.shown != nullptr) {
+            request.shownSource = kind.shown(request.source);
         }
         if (request.name.empty()) {
             throw UsageException("the source has no name of its own; give one with --name NAME");
@@ -159,6 +189,11 @@ CommandRun addImportCommand(CommandSyntax& command) {
                  .into = &importing->reportFile,
                  .help = "Write the account as JSON to a file; \"-\" for standard output",
                  .word = "FILE"});
+    command.add({.name = "--deadline",
+                 .into = &importing->deadlineSeconds,
+                 .help = "Seconds that the import may take (default: any)",
+                 .word = "SECONDS",
+                 .isPositive = true});
     addOptionsOfKinds(command, *importing);
     command.epilog =
         R"(Makes a model and a catalogue of a source in another format, and tells what was read,
@@ -170,6 +205,7 @@ Examples:
   vexma import tabular sales.bim -o models
   vexma tree --catalog models/sales.catalog.xml --model /content/sales --user ann
   vexma import tabular sales.bim -o new --report - | jq .leftOut
+  vexma import database 'Driver=SQLite3;Database=sales.db' --name sales -o models
   vexma diff models/sales.model.xml new/sales.model.xml)";
     return [importing](Console& console) { return importing->run(console); };
 }

@@ -25,8 +25,9 @@ struct ImportLimits {
 
 /// What is asked of an import.
 struct ImportRequest {
-    std::string source; // a file, "-" for standard input; a kind may take something else
-    std::string name;   // of what is written
+    std::string source;        // a file, "-" for standard input; a kind may take something else
+    std::string shownSource{}; // in its place in messages, when it may hold what is secret
+    std::string name;          // of what is written
     /// The language of a source that does not say its own.
     std::string language = "en_US";
     /// Who sees everything. Without a name, that is somebody only when nobody sees anything.
@@ -38,7 +39,9 @@ struct ImportRequest {
     ImportLimits limits{};
 
     /// The source for messages.
-    std::string sourceName() const { return source == "-" ? "standard input" : source; }
+    std::string sourceName() const {
+        return !shownSource.empty() ? shownSource : source == "-" ? "standard input" : source;
+    }
 };
 
 /// An import at work. Its kind reads the request's source, fills the draft and tells the

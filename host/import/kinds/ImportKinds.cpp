@@ -1,5 +1,7 @@
 #include "host/import/kinds/ImportKinds.h"
 
+#include "host/import/database/DatabaseImport.h"
+#include "host/import/database/DatabaseSource.h"
 #include "host/import/draft/FinishedImport.h"
 #include "host/import/tabular/TabularImport.h"
 
@@ -9,8 +11,17 @@ namespace vex {
 
 namespace {
 
+constexpr ImportOption databaseOptions[] = {
+    {"schema", "NAME", "Only schemas of this name; * and ? stand for any characters"},
+    {"include", "TABLE", "Only tables of this name, or SCHEMA.TABLE; * and ? as well"},
+    {"exclude", "TABLE", "No tables of this name; as with --include"},
+    {"password-file", "FILE", "The first line of this file is the password"},
+};
+
 constexpr ImportKind kinds[] = {
     {"tabular", "a tabular model, the JSON of a .bim file", true, {}, &importTabular},
+    {"database", "a database over ODBC: a connection string, or a data source's name", false,
+     databaseOptions, &importDatabase, &shownDatabase},
 };
 
 } // namespace

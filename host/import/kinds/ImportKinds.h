@@ -29,6 +29,8 @@ struct ImportKind {
     /// Fills the work's draft and account. Raises `SourceReport::Stop` through `refuse`, and
     /// `KRLDocumentException` for a source that cannot be read.
     void (*read)(ImportWork& work);
+    /// A source for messages and reports; null when it may be shown as it was given.
+    std::string (*shown)(std::string const& source) = nullptr;
 };
 
 std::span<ImportKind const> importKinds();

@@ -67,8 +67,12 @@ TEST(OptionNumbers, ThatAreNegativeTooLargeOrNoneAreWrongUsageForEveryOption) {
             // 2^64 seconds are a deadline like any other.
             bool const isTime =
                 option.name == "--deadline" && bad == std::string("18446744073709551616");
-            ToolResult const result =
-                folder.Run({option.command, option.name + '=' + bad, "small.model.xml"});
+            std::string const given = option.name + '=' + bad;
+            std::vector<std::string> arguments{option.command, given, "small.model.xml"};
+            if (option.command == "import") { // it is told first what the file is
+                arguments = {option.command, "tabular", "small.model.xml", given};
+            }
+            ToolResult const result = folder.Run(arguments);
             if (!isTime) {
                 EXPECT_EQ(result.status, 2) << option.command << ' ' << option.name << '=' << bad;
                 EXPECT_EQ(result.out, "");
