@@ -1,5 +1,7 @@
 #include "tests/growth/Growth.h"
 
+#include "tests/support/ShellText.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
@@ -49,14 +51,6 @@ void tell(std::ostream& out, std::size_t size, Measurements const& measured) {
             << ", steps " << counts.steps << ", allocations " << counts.allocations
             << ", bytes allocated " << counts.bytes << ", at once " << counts.peak;
     }
-}
-
-std::string quoted(std::string const& argument) {
-    std::string text = "'";
-    for (char const character : argument) {
-        text += character == '\'' ? std::string("'\\''") : std::string(1, character);
-    }
-    return text + '\'';
 }
 
 } // namespace
@@ -123,9 +117,9 @@ std::string CommandFolder::read(std::string const& name) const {
 Measurement CommandFolder::countCommand(std::size_t inputBytes,
                                         std::vector<std::string> const& arguments) const {
     std::string line =
-        "cd " + quoted(m_path.string()) + " && VEXMA_COUNTS=counts " VEXMA_COUNTED_PROGRAM;
+        "cd " + quotedForShell(m_path.string()) + " && VEXMA_COUNTS=counts " VEXMA_COUNTED_PROGRAM;
     for (std::string const& argument : arguments) {
-        line += ' ' + quoted(argument);
+        line += ' ' + quotedForShell(argument);
     }
     line += " > out 2> error < /dev/null";
     int const status = std::system(line.c_str());

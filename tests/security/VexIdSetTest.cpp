@@ -1,6 +1,8 @@
 #include "security/VexIdSet.h"
 
-#include <cstring>
+#include "tests/support/AlikeNames.h"
+
+#include <cstdint>
 #include <set>
 #include <string>
 
@@ -109,33 +111,15 @@ TEST(VexIdSet, FindsEveryIdBesideOneThatIsThereManyTimes) {
     }
 }
 
-namespace {
-
-// Ids of eight units that a hash of multiplications and shifts, without a seed, takes for
-// one: the second half undoes what the first one did.
-std::u16string alike(std::uint64_t number) {
-    constexpr std::uint64_t factor = 0x9E37'79B9'7F4A'7C15;
-    std::uint64_t const first = number * 0x0001'0001'0001'0001;
-    std::uint64_t state = (8 * factor ^ first) * factor;
-    state ^= state >> 32U;
-    std::uint64_t const second = state ^ 0x0123'4567'89AB'CDEF;
-    std::u16string id(8, u'\0');
-    std::memcpy(id.data(), &first, sizeof first);
-    std::memcpy(id.data() + 4, &second, sizeof second);
-    return id;
-}
-
-} // namespace
-
 TEST(VexIdSet, IdsThatWereChosenToHashAlikeStandInNobodysWay) {
     VexIdSet ids;
     for (std::uint64_t number = 1; number <= 20'000; ++number) {
-        ids.insert(alike(number));
+        ids.insert(alikeId(number));
     }
     EXPECT_EQ(ids.longestSearch(), 0U); // no table yet
     for (int question = 0; question < 100; ++question) {
-        EXPECT_TRUE(ids.contains(I18NString(alike(20'000))));
-        EXPECT_FALSE(ids.contains(I18NString(alike(20'001))));
+        EXPECT_TRUE(ids.contains(I18NString(alikeId(20'000))));
+        EXPECT_FALSE(ids.contains(I18NString(alikeId(20'001))));
     }
     EXPECT_GE(ids.longestSearch(), 1U);
     EXPECT_LE(ids.longestSearch(), 200U); // of 20,000

@@ -32,29 +32,13 @@ private:
     SourcePosition position() const override { return {m_position}; }
 
     void writeObjects() {
-        struct Open {
-            std::size_t object;
-            std::size_t next; // of its members
-        };
-        std::vector<Open> open;
-        auto const enter = [&](std::size_t object) {
-            this->open(m_draft.model[object]);
-            open.push_back({object, 0});
-        };
-        enter(ModelDraft::Root);
-        while (!open.empty()) {
-            auto& [object, next] = open.back();
-            auto const& members = m_draft.model[object].members;
-            if (next < members.size()) {
-                enter(members[next++]);
-                continue;
-            }
-            if (object == ModelDraft::Root) {
-                writeViews();
-            }
-            m_writer.closeObject();
-            open.pop_back();
-        }
+        m_draft.model.walk([&](DraftObject const& object) { open(object); },
+                           [&](DraftObject const& object) {
+                               if (object.container == DraftObject::None) {
+                                   writeViews();
+                               }
+                               m_writer.closeObject();
+                           });
     }
 
     void open(DraftObject const& object) {

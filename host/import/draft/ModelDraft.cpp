@@ -86,6 +86,30 @@ std::vector<std::size_t> ModelDraft::inDocumentOrder() const {
     return order;
 }
 
+void ModelDraft::walk(std::function<void(DraftObject const&)> const& open,
+                      std::function<void(DraftObject const&)> const& close) const {
+    struct Open {
+        std::size_t object;
+        std::size_t next; // of its members
+    };
+    std::vector<Open> entered;
+    auto const enter = [&](std::size_t object) {
+        open(m_objects[object]);
+        entered.push_back({object, 0});
+    };
+    enter(Root);
+    while (!entered.empty()) {
+        auto& [object, next] = entered.back();
+        auto const& members = m_objects[object].members;
+        if (next < members.size()) {
+            enter(members[next++]);
+            continue;
+        }
+        close(m_objects[object]);
+        entered.pop_back();
+    }
+}
+
 std::vector<std::string> ModelDraft::settle(std::vector<DraftKey const*> const& others) {
     for (DraftObject& object : m_objects) {
         restateDefaults(object);

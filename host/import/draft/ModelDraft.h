@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -79,6 +80,11 @@ public:
 
     /// Objects in the order of the document: their numbers.
     std::vector<std::size_t> inDocumentOrder() const;
+
+    /// Goes through them in that order: `open` is called for each object before its members,
+    /// `close` after them.
+    void walk(std::function<void(DraftObject const&)> const& open,
+              std::function<void(DraftObject const&)> const& close) const;
 
     /// Gives each object its id, see `StableIds.h`, and makes what is said in the default
     /// language hold against more general ones. Called once, when everything was added. What

@@ -1,5 +1,7 @@
 #include "tests/apps/vexma/ToolRun.h"
 
+#include "tests/support/ShellText.h"
+
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -36,14 +38,6 @@ constexpr char const* smallCatalogue = R"(<catalog>
 </catalog>
 )";
 
-std::string quoted(std::string const& argument) {
-    std::string text = "'";
-    for (char const character : argument) {
-        text += character == '\'' ? std::string("'\\''") : std::string(1, character);
-    }
-    return text + '\'';
-}
-
 } // namespace
 
 ToolFolder::ToolFolder() {
@@ -67,14 +61,14 @@ ToolResult ToolFolder::Run(std::vector<std::string> const& arguments,
     Write("input", input);
     std::string command = "\"$VEXMA\"";
     for (std::string const& argument : arguments) {
-        command += ' ' + quoted(argument);
+        command += ' ' + quotedForShell(argument);
     }
     return RunShell(command + " < input");
 }
 
 ToolResult ToolFolder::RunShell(std::string const& command) const {
-    std::string const line = "cd " + quoted(m_path.string()) +
-                             " && VEXMA=" + quoted(VEXMA_PROGRAM) + " && { " + command +
+    std::string const line = "cd " + quotedForShell(m_path.string()) +
+                             " && VEXMA=" + quotedForShell(VEXMA_PROGRAM) + " && { " + command +
                              "; } > out 2> error";
     int const status = std::system(line.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Read("out"), Read("error")};

@@ -3,8 +3,9 @@
 #include "model/VexMembers.h"
 #include "security/VexIdSet.h"
 #include "tests/growth/Growth.h"
+#include "tests/support/AlikeNames.h"
 
-#include <cstring>
+#include <string>
 
 namespace {
 
@@ -50,27 +51,15 @@ TEST(MembersGrowth, DistinctTextsAreCollected) {
     }));
 }
 
-// As in VexIdSetTest: ids of eight units that a hash without a seed takes for one.
 TEST(MembersGrowth, IdsThatWereChosenToHashAlikeAreLookedUp) {
-    auto const alike = [](std::uint64_t number) {
-        constexpr std::uint64_t factor = 0x9E37'79B9'7F4A'7C15;
-        std::uint64_t const first = number * 0x0001'0001'0001'0001;
-        std::uint64_t state = (8 * factor ^ first) * factor;
-        state ^= state >> 32U;
-        std::uint64_t const second = state ^ 0x0123'4567'89AB'CDEF;
-        std::u16string id(8, u'\0');
-        std::memcpy(id.data(), &first, sizeof first);
-        std::memcpy(id.data() + 4, &second, sizeof second);
-        return id;
-    };
     EXPECT_TRUE(staysInProportion(2'000, [&](std::size_t size) {
         return countWork(16 * size, [&] {
             VexIdSet ids;
             for (std::size_t number = 0; number < size; ++number) {
-                ids.insert(alike(number));
+                ids.insert(alikeId(number));
             }
             for (std::size_t number = 0; number < size; ++number) {
-                EXPECT_TRUE(ids.contains(I18NString(alike(number))));
+                EXPECT_TRUE(ids.contains(I18NString(alikeId(number))));
             }
         });
     }));

@@ -4,11 +4,7 @@
 
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
 
 constexpr char const* oneTable = R"("columns":[{"name":"C"}])";
 
@@ -24,7 +20,7 @@ TEST(FinishedImport, LeavesThoseUsersOutWhenToldSo) {
     ImportedText const imported(
         R"({"model":{"tables":[{"name":"T"}],"roles":[{"name":"Clerks","modelPermission":"read"}]}})",
         request);
-    EXPECT_THAT(imported.catalogue(), Not(HasSubstr("user name=\"Clerks\"")));
+    EXPECT_THAT(imported.catalogue(), testing::Not(HasSubstr("user name=\"Clerks\"")));
 }
 
 TEST(FinishedImport, GivesNothingToAUserWhoHappensToBearTheNameOfARole) {
@@ -38,15 +34,15 @@ TEST(FinishedImport, GivesNothingToAUserWhoHappensToBearTheNameOfARole) {
 TEST(FinishedImport, NamesAnOwnerWhereNobodyWouldSeeAnything) {
     auto const imported = ImportedText::ofTable(oneTable);
     EXPECT_THAT(imported.seenBy("owner"),
-                ElementsAre("model:model", "table:[T]", "column:[T].[C]"));
+                testing::ElementsAre("model:model", "table:[T]", "column:[T].[C]"));
     EXPECT_THAT(imported.catalogue(), HasSubstr("<user name=\"owner\">"));
 }
 
 TEST(FinishedImport, GivesTheOwnersSightToNobodyOfTheSource) {
     auto const imported = ImportedText::ofTable(
         oneTable, R"("roles":[{"name":"owner","members":[{"memberName":"owner 2"}]}])");
-    EXPECT_THAT(imported.seenBy("owner"), IsEmpty());
-    EXPECT_THAT(imported.seenBy("owner 2"), IsEmpty());
+    EXPECT_THAT(imported.seenBy("owner"), testing::IsEmpty());
+    EXPECT_THAT(imported.seenBy("owner 2"), testing::IsEmpty());
     EXPECT_THAT(imported.catalogue(), HasSubstr("<user name=\"owner 3\">"));
 }
 
@@ -62,7 +58,8 @@ TEST(FinishedImport, NamesAnOwnerBesideOthersWhenAsked) {
 TEST(FinishedImport, TellsOfATextThatNoDocumentHoldsWhereItStands) {
     auto const imported = ImportedText::ofTable("\n\"columns\":[\n{\"name\":\"a\\u0001b\"}]");
     EXPECT_FALSE(imported.isWritten());
-    EXPECT_THAT(imported.errors(), Contains(HasSubstr("m.bim:3:1: error: a text holds U+0001")));
+    EXPECT_THAT(imported.errors(),
+                testing::Contains(HasSubstr("m.bim:3:1: error: a text holds U+0001")));
 }
 
 TEST(FinishedImport, TellsOfUsersThatNoCatalogueHolds) {
@@ -70,7 +67,7 @@ TEST(FinishedImport, TellsOfUsersThatNoCatalogueHolds) {
         ImportedText::ofTable(oneTable, R"("roles":[{"name":"r","modelPermission":"read",
                                "members":[{"memberName":"a\u0001"}]}])");
     EXPECT_FALSE(imported.isWritten());
-    EXPECT_THAT(imported.errors(), Contains(HasSubstr("make no catalogue")));
+    EXPECT_THAT(imported.errors(), testing::Contains(HasSubstr("make no catalogue")));
 }
 
 TEST(ImportName, IsOneThatFilesAndModelPathsCanBear) {

@@ -5,11 +5,8 @@
 
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
 
 TEST(TabularImport, MakesQueryItemsOfColumnsAndMeasures) {
     auto const imported = ImportedText::ofTable(
@@ -114,8 +111,8 @@ TEST(TabularImport, GivesAThingWithALineageTagItsIdWhateverItIsCalled) {
 TEST(TabularImport, GivesAThingItsIdWhateverFolderItIsShownIn) {
     auto const before = ImportedText::ofTable(R"("columns":[{"name":"A","displayFolder":"F"}])");
     auto const after = ImportedText::ofTable(R"("columns":[{"name":"A"}])");
-    EXPECT_THAT(before.seenBy("owner"), Contains("column:[T].[A]"));
-    EXPECT_THAT(after.seenBy("owner"), Contains("column:[T].[A]"));
+    EXPECT_THAT(before.seenBy("owner"), testing::Contains("column:[T].[A]"));
+    EXPECT_THAT(after.seenBy("owner"), testing::Contains("column:[T].[A]"));
 }
 
 TEST(TabularImport, TellsOfKeysThatItDoesNotKnow) {
@@ -140,7 +137,7 @@ TEST(TabularImport, LeavesCalculationGroupsOutWithAllThatIsInThem) {
     ImportedText const imported(R"({"model":{"tables":[{"name":"G","calculationGroup":
         {"calculationItems":[{"name":"YTD","expression":"1"},{"name":"PY"}]},
         "columns":[{"name":"Shift"}]}]}})");
-    EXPECT_THAT(imported.model(), Not(HasSubstr("Shift")));
+    EXPECT_THAT(imported.model(), testing::Not(HasSubstr("Shift")));
     EXPECT_EQ(imported.account().readOf("calculation item"), 2U);
     EXPECT_EQ(imported.account().readOf("column"), 1U);
     EXPECT_EQ(imported.account().mappedOf("column") + imported.account().mappedOf("table"), 0U);
@@ -191,7 +188,7 @@ vex::ImportOutcome importModel(char const* name) {
 TEST(TabularImport, ReadsALargeModelOfOthers) {
     auto const outcome = importModel("AdventureWorks.bim");
     ASSERT_TRUE(outcome.documents.has_value());
-    EXPECT_THAT(outcome.found, IsEmpty());
+    EXPECT_THAT(outcome.found, testing::IsEmpty());
     struct Expected {
         char const* kind;
         std::size_t read;

@@ -6,11 +6,8 @@
 
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
 
 /// A role "r" that may read, with these permissions.
 std::string role(std::string const& permissions) {
@@ -144,7 +141,7 @@ TEST(TabularRoles, SeeNothingUnlessTheyMayRead) {
         auto const imported = ImportedText::ofTable(
             R"("columns":[{"name":"A"}])", R"("roles":[{"name":"r",)" + std::string(permission) +
                                                R"("members":[{"memberName":"ann"}]}])");
-        EXPECT_THAT(imported.seenBy("r"), IsEmpty()) << permission;
+        EXPECT_THAT(imported.seenBy("r"), testing::IsEmpty()) << permission;
         EXPECT_EQ(imported.reasonFor("role"), "it may not read the model, so it sees nothing");
         EXPECT_THAT(imported.catalogue(), HasSubstr("user name=\"ann\""));
     }
@@ -183,7 +180,7 @@ TEST(TabularRoles, TellOfRowFiltersThatNoViewCanSay) {
     auto const imported = ImportedText::ofTable(
         R"("columns":[{"name":"A"}])", role(R"({"name":"T","filterExpression":"[A] = 1"})"));
     EXPECT_THAT(imported.reasonFor("row filter"), HasSubstr("not which rows"));
-    EXPECT_THAT(imported.seenBy("r"), Contains("column:[T].[A]"));
+    EXPECT_THAT(imported.seenBy("r"), testing::Contains("column:[T].[A]"));
 }
 
 TEST(TabularRoles, HideWhatNamesATableThatIsNotMappedItself) {
@@ -193,7 +190,7 @@ TEST(TabularRoles, HideWhatNamesATableThatIsNotMappedItself) {
         {"name":"T","measures":[{"name":"M","expression":"SELECTEDVALUE(G[Shift]) "}]}],)" +
                                 role(hidingTable("G")) + "}}");
     EXPECT_THAT(imported.seenBy("r"), ElementsAre("model:model", "table:[T]"));
-    EXPECT_THAT(imported.model(), Not(HasSubstr("Shift\"")));
+    EXPECT_THAT(imported.model(), testing::Not(HasSubstr("Shift\"")));
 }
 
 TEST(TabularRoles, AreRefusedWhenTheirViewsWouldGrowPastTheLimit) {
