@@ -134,8 +134,9 @@ TEST(CommandLine, RefusesAPluginThatIsNone) {
 }
 
 TEST(CommandLine, EndsWithoutAWordButNotWellWhenTheReaderOfItsResultsStopsReading) {
-    ToolResult const result = ToolFolder().RunShell(
-        "{ sleep 0.2; \"$VEXMA\" metadata small.model.xml; echo $? >&2; } | true");
+    ToolResult const result =
+        ToolFolder().RunShell("mkfifo pipe; exec 3<> pipe 4> pipe 3<&-; "
+                              "\"$VEXMA\" metadata small.model.xml >&4; echo $? >&2");
     EXPECT_EQ(result.error, "1\n");
 }
 

@@ -217,9 +217,9 @@ TEST(ModelLoader, ReadsAPipeThatDeliversLittleByLittle) {
         (std::filesystem::temp_directory_path() / ("vex-pipe-" + std::to_string(::getpid())))
             .string();
     std::string const script = "mkfifo " + path +
-                               " && (for part in '<' 'mod' 'el><a i' \"d='1'\" "
+                               "; (for part in '<' 'mod' 'el><a i' \"d='1'\" "
                                "'/></mo' 'del>'; do printf %s \"$part\"; sleep 0.01; done) > " +
-                               path + " & sleep 0.2";
+                               path + " &";
     ASSERT_EQ(std::system(script.c_str()), 0);
     auto const model = vex::loadModel(path);
     std::filesystem::remove(path);
