@@ -3,6 +3,7 @@
 #include "VexPluginExtension.h"
 #include "VexTrace.h"
 #include "host/service/HostNotification.h"
+#include "host/service/LastingException.h"
 #include "host/service/PluginException.h"
 #include "host/service/PluginGuard.h"
 
@@ -51,7 +52,13 @@ private:
 };
 
 template <class Call> auto PluginProxy::guarded(char const* operation, Call const& call) const {
-    return guardedCall(getFile(), operation, PluginRaises::Platform, call);
+    return guardedCall(getFile(), operation, PluginRaises::Platform, [&] {
+        try {
+            return call();
+        } catch (KRLException const&) { // the plug-in may be unloaded on its way out
+            raiseLasting(m_library, described(operation));
+        }
+    });
 }
 
 template <class Call>

@@ -16,7 +16,8 @@
 namespace vex {
 
 /// A loaded plug-in, called by the rules: `Initialize` first, one call of a
-/// session at a time, nothing but `KRLException` out of it. Whoever breaks a
+/// session at a time, nothing but `KRLException` out of it, and none of a type whose code
+/// goes with the plug-in: that becomes a `KRLException` of the same text. Whoever breaks a
 /// rule gets a `PluginException` that names the plug-in, in place of undefined
 /// behaviour. A session that is confined to a model path may be asked about that one
 /// only: `ForeignPathException`, and the plug-in hears nothing. Threads: any, for

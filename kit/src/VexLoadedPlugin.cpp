@@ -4,9 +4,9 @@
 #include "VexException.h"
 #include "VexHostSession.h"
 #include "VexTrace.h"
+#include "host/service/LastingException.h"
 #include "host/service/PluginLibrary.h"
 #include "host/service/PluginObject.h"
-#include "kit/src/VexPluginCall.h"
 
 #include <exception>
 #include <optional>
@@ -18,6 +18,17 @@ constexpr int isDone = 1;
 
 std::string described(std::string const& file, std::string const& operation) {
     return "the plug-in " + file + ": " + operation;
+}
+
+// Runs a call into a plug-in of that library. What it raises often unloads the plug-in on
+// its way out, and the code of the plug-in's own types is gone with it.
+template <class Call>
+auto guarded(vex::PluginLibrary const& library, char const* operation, Call const& call) {
+    try {
+        return call();
+    } catch (...) {
+        vex::raiseLasting(library, described(library.getFile(), operation));
+    }
 }
 
 } // namespace
@@ -33,7 +44,7 @@ VexLoadedPlugin::VexLoadedPlugin(std::string const& file, std::string const& nam
                                  char const* parameters)
     : m_state(std::make_unique<State>(file)) {
     VexPluginFactory::Creator const& creator = m_state->library.findCreator(name);
-    int const result = VexPluginCall(m_state->library, "Initialize", [&] {
+    int const result = guarded(m_state->library, "Initialize", [&] {
         m_state->object.emplace(creator);
         return get()->Initialize(parameters);
     });
@@ -57,7 +68,7 @@ VexLoadedPlugin::~VexLoadedPlugin() {
 bool VexLoadedPlugin::act(VexSession& session, long action, VexParams const& in, VexParams& out) {
     VexException unused(0);
     VexPluginInterface& plugin = ready("DoAction");
-    long const code = VexPluginCall(m_state->library, "DoAction", [&] {
+    long const code = guarded(m_state->library, "DoAction", [&] {
         return plugin.DoAction(session, VexVariant(action), unused, in, out).GetCode();
     });
     if (code != VexErrorCode::Handled && code != VexErrorCode::NotHandled) {
@@ -69,8 +80,7 @@ bool VexLoadedPlugin::act(VexSession& session, long action, VexParams const& in,
 
 void VexLoadedPlugin::notify(VexSession& session, int kind) {
     VexPluginInterface& plugin = ready("Notify");
-    VexPluginCall(m_state->library, "Notify",
-                  [&] { plugin.Notify(VexSessionEvent(kind, session)); });
+    guarded(m_state->library, "Notify", [&] { plugin.Notify(VexSessionEvent(kind, session)); });
 }
 
 void VexLoadedPlugin::terminate(char const* parameters) {
@@ -83,7 +93,7 @@ void VexLoadedPlugin::terminate(char const* parameters) {
         std::optional<vex::PluginObject>& object;
     } const reset{m_state->object};
     int const result =
-        VexPluginCall(m_state->library, "Terminate", [&] { return get()->Terminate(parameters); });
+        guarded(m_state->library, "Terminate", [&] { return get()->Terminate(parameters); });
     if (result != isDone) {
         throw KRLException(described(file(), "Terminate") + " gave " + std::to_string(result) +
                            ": the plug-in did not end its work in order");

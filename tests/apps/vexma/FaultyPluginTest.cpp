@@ -102,9 +102,9 @@ TEST_P(VerifyWithFault, CannotBeAcceptedWhereNothingIsKnown) {
 
 INSTANTIATE_TEST_SUITE_P(
     InTheFirstPhase, VerifyWithFault,
-    testing::ValuesIn(faults({{"tree 1 1",
-                               {"foreign", "platform", "late", "interrupt", "raise", "refuse"}},
-                              {"tree 2 2", {"foreign", "interrupt", "raise"}}})));
+    testing::ValuesIn(faults(
+        {{"tree 1 1", {"foreign", "platform", "own", "late", "interrupt", "raise", "refuse"}},
+         {"tree 2 2", {"foreign", "interrupt", "raise"}}})));
 INSTANTIATE_TEST_SUITE_P(InTheSecondPhase, VerifyWithFault,
                          testing::ValuesIn(faults({{"metadata 1 1",
                                                     {"code", "nothing", "odd", "foreign",
@@ -122,7 +122,7 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(OfBothSides, VerifyWithFault,
                          testing::ValuesIn(faults({{"any 1 999",
                                                     {"code", "raise", "nothing", "odd", "foreign",
-                                                     "platform", "late", "interrupt"}}})));
+                                                     "own", "platform", "late", "interrupt"}}})));
 
 TEST_F(CleanModel, IsCleanWithoutAFault) {
     ToolResult const result = run("", "verify", "--json");

@@ -1,5 +1,6 @@
 #include "tests/host/service/FaultyPlugin.h"
 
+#include "KRLException.h"
 #include "KRLIDOM_Document.h"
 #include "KRLIDOM_Element.h"
 #include "KRLIDOM_Node.h"
@@ -74,12 +75,22 @@ Fault& fault() {
     exception.raise({"FaultyPlugin", 1}, "FaultyPlugin::DoAction", "KRL_THROW");
 }
 
+/// Its code goes with the plug-in.
+class OwnFailure final : public KRLException {
+public:
+    OwnFailure() : KRLException("") {}
+    char const* what() const noexcept override { return "a failure of its own"; }
+};
+
 void goWrong(std::string const& how) {
     if (how == "foreign") {
         throw 1;
     }
     if (how == "platform") {
         throw KRLException("a plain one");
+    }
+    if (how == "own") {
+        throw OwnFailure();
     }
     if (how == "raise") {
         raise(5);

@@ -15,6 +15,7 @@ constexpr char const* realVariable = "VEX_REAL_PLUGIN";
 ///   strange   says that it is done, with a tree of something that the model lacks
 ///   foreign   throws what is no exception of the platform
 ///   platform  throws an exception of the platform
+///   own       throws an exception of a type that only the plug-in knows
 ///   raise     raises a failure
 ///   refuse    raises that the user has no view or role
 ///   late      throws when everything is done

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <thread>
+#include <typeinfo>
 
 #include <gmock/gmock.h>
 
@@ -178,6 +179,20 @@ TEST_F(PluginProxyTest, LetsThePlatformsExceptionsPass) {
         FAIL() << "nothing was raised";
     } catch (KRLException const& problem) {
         EXPECT_STREQ(problem.what(), "a plain one");
+    }
+}
+
+TEST(PluginProxy, RaisesNothingWhoseCodeGoesWithThePlugin) {
+    vex::HostSession session(smallModel(), I18NLocale(), nullptr, nullptr);
+    try {
+        PluginProxy plugin(badPluginFile("RuleBreaker"), "RuleBreaker");
+        plugin.Initialize();
+        VexParams out;
+        plugin.DoAction(session, VexVariant(long{ruleBreaker::ThrowOwn}), VexParams(), out);
+        FAIL() << "nothing was raised";
+    } catch (KRLException const& problem) { // the plug-in is unloaded
+        EXPECT_STREQ(problem.what(), ruleBreaker::ownText);
+        EXPECT_EQ(typeid(problem), typeid(KRLException));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "tests/host/service/RuleBreaker.h"
 
+#include "KRLException.h"
 #include "KRLIDOM_Document.h"
 #include "KRLPluginCreator.h"
 #include "VexAction.h"
@@ -28,6 +29,13 @@ long actionOf(VexVariant const& action, VexParams const& in) {
     }
     return std::strtol(static_cast<I18NString*>(in[1])->c_str(), nullptr, 10);
 }
+
+/// A failure whose text and code go with the plug-in.
+class OwnFailure final : public KRLException {
+public:
+    OwnFailure() : KRLException("") {}
+    char const* what() const noexcept override { return ruleBreaker::ownText; }
+};
 
 class RuleBreaker final : public VexPluginInterface {
 public:
@@ -82,6 +90,8 @@ public:
             for (;;) {
                 response->appendChild(response->getOwnerDocument().createElement("more"));
             }
+        case ruleBreaker::ThrowOwn:
+            throw OwnFailure();
         case ruleBreaker::AnswerNothing:
             return {VexErrorCode::Handled, nullptr};
         default:

@@ -17,8 +17,11 @@ enum Action : long {
     ReadForEver = 8,    // lists the model root's children until something raises
     GrowForEver = 9,    // appends elements to the response until something raises
     AnswerNothing = 10, // gives Handled
+    ThrowOwn = 11,      // an exception of a type of its own, with the text `ownText`
 };
 
+/// The text of an exception whose code goes with the plug-in.
+constexpr char const* ownText = "a failure of a type of the plug-in's own";
 /// What `Initialize` is given to say that it is not ready.
 constexpr char const* notReady = "not ready";
 /// What `Terminate` is given to throw.

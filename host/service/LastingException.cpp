@@ -1,4 +1,4 @@
-#include "kit/src/VexPluginCall.h"
+#include "host/service/LastingException.h"
 
 #include "KRLException.h"
 
@@ -7,6 +7,8 @@
 
 #include <cxxabi.h>
 #include <dlfcn.h>
+
+namespace vex {
 
 namespace {
 
@@ -17,14 +19,14 @@ void const* libraryOf(void const* address) {
 }
 
 // Every plug-in exports its version, or it would not be loaded.
-bool isOfPlugin(vex::PluginLibrary const& library, std::type_info const* type) {
+bool isOfPlugin(PluginLibrary const& library, std::type_info const* type) {
     return type != nullptr &&
            libraryOf(type) == libraryOf(library.findExport("VexPlugin_platformVersion"));
 }
 
 } // namespace
 
-void VexRaiseForHost(vex::PluginLibrary const& library, std::string const& what) {
+void raiseLasting(PluginLibrary const& library, std::string const& what) {
     if (!isOfPlugin(library, abi::__cxa_current_exception_type())) {
         throw;
     }
@@ -36,3 +38,5 @@ void VexRaiseForHost(vex::PluginLibrary const& library, std::string const& what)
         throw KRLException(what + " raised something of a type that only the plug-in knows");
     }
 }
+
+} // namespace vex
