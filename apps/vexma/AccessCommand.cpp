@@ -61,7 +61,7 @@ struct AccessCommand {
         std::map<std::string, std::size_t> answerOf; // by the name of the user
         int status = Done;
         for (Viewer const& viewer : viewers.all()) {
-            Workplace further(workplace, viewer.user);
+            Workplace further(workplace, viewer.user());
             AccessAnswer const& answer = answers.emplace_back(further.access(objects, mode));
             for (std::string const& name : viewer.names()) {
                 answerOf.emplace(name, answers.size() - 1);

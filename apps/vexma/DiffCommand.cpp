@@ -121,7 +121,12 @@ struct DiffCommand {
         warnAboutLocale(first, warnings);
         warnAboutLocale(second, warnings); // told once when it is the same
         warnings.finish(console, Done);
-        std::vector<RightChange> const rights = compareRights(rightsOf(first), rightsOf(second));
+        std::vector<RightChange> rights;
+        CallEnd const end =
+            first.together([&] { rights = compareRights(rightsOf(first), rightsOf(second)); });
+        if (!end.isAnswered()) {
+            return complainAbout(end, console);
+        }
         return allUsers ? runForAll(first, second, rights, console)
                         : runForOne(first, second, rights, console);
     }
@@ -149,13 +154,14 @@ struct DiffCommand {
         Viewers const before = Viewers::usersOf(first.catalogue(), "");
         Viewers const after = Viewers::usersOf(second.catalogue(), "");
         std::vector<UserDifferences> users;
+        users.reserve(before.all().size()); // more only where those alike differ on a side
         bool areNone = rights.empty();
         int status = Done;
         ViewersByName const others(after.all());
         for (Viewer const& was : before.all()) {
             for (auto const& [is, names] : others.findAll(was)) {
-                Workplace one(first, was.user);
-                Workplace two(second, after.all()[is].user);
+                Workplace one(first, was.user());
+                Workplace two(second, after.all()[is].user());
                 UserDifferences& told = users.emplace_back();
                 told.user = names.front();
                 told.alike.assign(names.begin() + 1, names.end());

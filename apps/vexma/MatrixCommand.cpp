@@ -126,7 +126,7 @@ struct MatrixCommand {
     static bool addColumn(Workplace const& workplace, Viewer const& viewer,
                           std::vector<std::size_t> const& rows, SightMatrix& matrix,
                           Console& console) {
-        Workplace further(workplace, viewer.user);
+        Workplace further(workplace, viewer.user());
         std::vector<Sight> sights;
         CallEnd end;
         CallEnd const whole =

@@ -148,7 +148,7 @@ struct VerifyCommand {
         verification.isOfAllUsers = source.user.empty();
         addUnrestricted(workplace, verification, console);
         for (Viewer const& viewer : viewers.all()) {
-            Workplace further(workplace, viewer.user);
+            Workplace further(workplace, viewer.user());
             verification.users.push_back(verifyTogether(further, viewer, room, console));
         }
         verification.addNobodyCompared();
@@ -191,8 +191,9 @@ struct VerifyCommand {
 
     static void complainAboutUnused(AcceptedFindings const& accepted,
                                     Verification const& verification, Console& console) {
+        ComparedUsers const users(verification);
         for (AcceptedFinding const& entry : accepted) {
-            if (isNoLongerFound(entry, verification)) {
+            if (users.isNoLongerFound(entry)) {
                 console.complain("accepted, but no longer found: " + toJson(entry));
             }
         }

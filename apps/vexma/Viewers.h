@@ -2,7 +2,6 @@
 
 #include "host/catalogue/Catalogue.h"
 
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,13 +10,26 @@ namespace vex {
 
 /// Somebody who looks at a model, with all others who have the same roles and views there:
 /// everything is answered to them alike.
-struct Viewer {
-    std::string name; // "" for everybody, where nobody is restricted
+class Viewer {
+public:
+    /// Everybody, where nobody is restricted.
+    Viewer() = default;
+    explicit Viewer(std::shared_ptr<CatalogueUser const> const& user)
+        : name(user->name.toUtf8()), m_user(user) {}
+    /// Somebody who has this one role.
+    explicit Viewer(I18NString const& role) : name(role.toUtf8()), m_isRole(true) {}
+
+    std::string name; // "" for everybody
     std::vector<std::string> alike;
-    std::shared_ptr<CatalogueUser const> user; // null: everybody
 
     /// The name and the others, in order.
     std::vector<std::string> names() const;
+    /// Null: everybody. Of a role it is made for who asks.
+    std::shared_ptr<CatalogueUser const> user() const;
+
+private:
+    std::shared_ptr<CatalogueUser const> m_user; // who stays where he is
+    bool m_isRole = false;
 };
 
 /// Those who may look at a model.
@@ -35,16 +47,7 @@ public:
 private:
     Viewers() = default;
 
-    void add(std::shared_ptr<CatalogueUser const> const& user);
-
     std::vector<Viewer> m_viewers;
-    /// The views that a user may use follow from the roles.
-    struct ByRoles {
-        bool operator()(CatalogueUser const* a, CatalogueUser const* b) const {
-            return a->roles < b->roles;
-        }
-    };
-    std::map<CatalogueUser const*, std::size_t, ByRoles> m_places; // of the viewers
 };
 
 } // namespace vex

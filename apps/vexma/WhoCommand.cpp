@@ -64,7 +64,7 @@ struct WhoCommand {
     /// False when the check did not come to its end.
     static bool tell(Workplace const& workplace, Viewer const& viewer, bool areRoles,
                      Vex_Handle_Collection const& objects, std::vector<ObjectSight>& told) {
-        Workplace further(workplace, viewer.user);
+        Workplace further(workplace, viewer.user());
         std::vector<ToldViewers> about;
         CallEnd end;
         CallEnd const whole =

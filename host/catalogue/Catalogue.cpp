@@ -39,7 +39,9 @@ CatalogueUser const* Catalogue::findUser(I18NString const& name) const {
 std::vector<I18NString> availableViews(CatalogueModel const& model, CatalogueUser const& user) {
     std::set<std::u16string_view> granted; // ascending, each once
     for (I18NString const& role : user.roles) {
-        for (std::uint32_t const place : model.grantsOfRoles.ofRole(model.grants, role)) {
+        GrantIndex const& index = model.grantsOfRoles;
+        for (std::uint32_t place = index.findOfRole(model.grants, role); place != NotFound;
+             place = index.findNextOfRole(place)) {
             granted.insert(model.grants[place].view.view());
         }
     }

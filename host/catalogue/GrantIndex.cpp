@@ -1,40 +1,52 @@
 #include "host/catalogue/GrantIndex.h"
 
+#include "I18NHash.h"
 #include "host/catalogue/Catalogue.h"
 
-#include <algorithm>
-#include <numeric>
+#include <utility>
 
 namespace vex {
 
+namespace {
+
+std::uint32_t hashOf(I18NString const& role) {
+    return static_cast<std::uint32_t>(I18NTextHasher{}(role.view()));
+}
+
+} // namespace
+
 GrantIndex& GrantIndex::operator=(GrantIndex const& /*other*/) noexcept {
-    m_isMade = false;
-    m_byRole.clear();
+    m_roles.reset();
+    m_next.clear();
     return *this;
 }
 
-std::span<std::uint32_t const> GrantIndex::ofRole(std::vector<CatalogueGrant> const& grants,
-                                                  I18NString const& role) const {
-    auto const roleAt = [&](std::uint32_t place) -> I18NString const& {
-        return grants[place].role;
-    };
-    std::lock_guard const lock(m_mutex);
-    if (!m_isMade) {
-        std::vector<std::uint32_t> places(grants.size());
-        std::iota(places.begin(), places.end(), 0);
-        std::sort(places.begin(), places.end(), [&](std::uint32_t a, std::uint32_t b) {
-            int const order = roleAt(a).compare(roleAt(b));
-            return order != 0 ? order < 0 : a < b;
-        });
-        m_byRole = std::move(places);
-        m_isMade = true;
+void GrantIndex::make(std::vector<CatalogueGrant> const& grants) const {
+    GrowingHash roles;
+    std::vector<std::uint32_t> next(grants.size(), NotFound);
+    for (std::uint32_t place = 0; place < grants.size(); ++place) {
+        I18NString const& role = grants[place].role;
+        std::uint32_t const hash = hashOf(role);
+        std::uint32_t const first =
+            roles.find(hash, [&](std::uint32_t other) { return grants[other].role == role; });
+        if (first == NotFound) {
+            roles.add(hash, place);
+        } else {
+            next[place] = std::exchange(next[first], place);
+        }
     }
-    auto const first =
-        std::partition_point(m_byRole.begin(), m_byRole.end(),
-                             [&](std::uint32_t place) { return roleAt(place).compare(role) < 0; });
-    auto const last = std::partition_point(
-        first, m_byRole.end(), [&](std::uint32_t place) { return roleAt(place) == role; });
-    return {first, last};
+    m_next = std::move(next);
+    m_roles.emplace(std::move(roles));
+}
+
+std::uint32_t GrantIndex::findOfRole(std::vector<CatalogueGrant> const& grants,
+                                     I18NString const& role) const {
+    std::lock_guard const lock(m_mutex);
+    if (!m_roles) {
+        make(grants);
+    }
+    return m_roles->find(hashOf(role),
+                         [&](std::uint32_t place) { return grants[place].role == role; });
 }
 
 } // namespace vex

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "I18NString.h"
+#include "host/store/build/GrowingHash.h"
 
 #include <cstdint>
 #include <mutex>
-#include <span>
+#include <optional>
 #include <vector>
 
 namespace vex {
@@ -20,14 +21,20 @@ public:
     GrantIndex(GrantIndex const& /*other*/) noexcept {}
     GrantIndex& operator=(GrantIndex const& /*other*/) noexcept;
 
-    /// The places of the role's grants among `grants`, which are the same for each question.
-    std::span<std::uint32_t const> ofRole(std::vector<CatalogueGrant> const& grants,
-                                          I18NString const& role) const;
+    /// The place of a grant of the role among `grants`, which are the same for each question;
+    /// `NotFound` when there is none.
+    std::uint32_t findOfRole(std::vector<CatalogueGrant> const& grants,
+                             I18NString const& role) const;
+    /// The place of another one of the role whose grant stands there; after the last one
+    /// `NotFound`. Not before `findOfRole`.
+    std::uint32_t findNextOfRole(std::uint32_t place) const { return m_next[place]; }
 
 private:
+    void make(std::vector<CatalogueGrant> const& grants) const;
+
     mutable std::mutex m_mutex;
-    mutable bool m_isMade = false;
-    mutable std::vector<std::uint32_t> m_byRole; // places of grants
+    mutable std::optional<GrowingHash> m_roles; // a place for each
+    mutable std::vector<std::uint32_t> m_next;  // by the place of a grant
 };
 
 } // namespace vex

@@ -123,27 +123,34 @@ void accept(Verification& verification, AcceptedFindings& accepted) {
     }
 }
 
-bool isNoLongerFound(AcceptedFinding const& entry, Verification const& verification) {
+ComparedUsers::ComparedUsers(Verification const& verification)
+    : m_areOfAllUsers(verification.isOfAllUsers), m_areAllCompared(verification.isOfAllUsers) {
+    for (UserVerification const& user : verification.users) {
+        m_areCompared.try_emplace(user.user, user.isCompared());
+        for (std::string const& other : user.alike) {
+            m_areCompared.try_emplace(other, user.isCompared());
+        }
+        m_areAllCompared = m_areAllCompared && (user.isCompared() || !user.refusal.empty());
+    }
+}
+
+bool ComparedUsers::isNoLongerFound(AcceptedFinding const& entry) const {
     if (entry.isUsed) {
         return false;
     }
-    bool areAllCompared = verification.isOfAllUsers;
-    for (UserVerification const& user : verification.users) {
-        std::vector<std::string> const users = user.users();
-        if (entry.user && std::find(users.begin(), users.end(), *entry.user) != users.end()) {
-            return user.isCompared();
-        }
-        areAllCompared = areAllCompared && (user.isCompared() || !user.refusal.empty());
+    if (!entry.user) {
+        return m_areAllCompared;
     }
+    auto const user = m_areCompared.find(*entry.user);
     // A user whom the catalogue lacks is compared no more.
-    return entry.user ? verification.isOfAllUsers : areAllCompared;
+    return user == m_areCompared.end() ? m_areOfAllUsers : user->second;
 }
 
 AcceptedFindings acceptAll(Verification const& verification, AcceptedFindings const& accepted) {
     AcceptedFindings all;
-    std::copy_if(
-        accepted.begin(), accepted.end(), std::back_inserter(all),
-        [&](AcceptedFinding const& entry) { return !isNoLongerFound(entry, verification); });
+    ComparedUsers const users(verification);
+    std::copy_if(accepted.begin(), accepted.end(), std::back_inserter(all),
+                 [&](AcceptedFinding const& entry) { return !users.isNoLongerFound(entry); });
     for (VerifyFinding const& finding : verification.findings) {
         if (counts(finding)) {
             all.push_back(exactly(finding, ""));

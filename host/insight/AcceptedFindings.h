@@ -55,9 +55,21 @@ private:
 /// users alike is accepted when it is for each of them.
 void accept(Verification& verification, AcceptedFindings& accepted);
 
-/// True for an entry that accepts nothing although everybody whom it is about was compared.
-/// Of others nothing is known: they were not asked for, or their check came to no end.
-bool isNoLongerFound(AcceptedFinding const& entry, Verification const& verification);
+/// Who was compared: whether entries that accept nothing are about those.
+class ComparedUsers {
+public:
+    explicit ComparedUsers(Verification const& verification);
+
+    /// True for an entry that accepts nothing although everybody whom it is about was
+    /// compared. Of others nothing is known: they were not asked for, or their check came to
+    /// no end.
+    bool isNoLongerFound(AcceptedFinding const& entry) const;
+
+private:
+    bool m_areOfAllUsers;
+    bool m_areAllCompared;
+    std::unordered_map<std::string, bool, I18NTextHasher, std::equal_to<>> m_areCompared;
+};
 
 /// What accepts all findings of a verification that count, one by one, besides those of
 /// `accepted` that are used, or about which nothing is known.

@@ -194,20 +194,26 @@ TEST_F(CleanModel, DiffersUnknowinglyWhereAComparisonIsNotFinished) {
 }
 
 TEST_F(CleanModel, DiffersUnknowinglyWhereNoTimeIsLeft) {
-    for (char const* const status : {"", "--exit-code "}) {
-        std::string const more = std::string("--all-users --deadline 1e-9 ") + status;
-        ToolResult const text = run("", "diff", more);
-        EXPECT_EQ(text.status, 1);
-        EXPECT_THAT(text.out, HasSubstr("ann: not finished, so nothing is known: the deadline"));
-        EXPECT_THAT(text.out, HasSubstr("ben: not finished, so nothing is known: the deadline"));
-        EXPECT_THAT(text.out, Not(HasSubstr("no difference")));
-        EXPECT_THAT(text.error, HasSubstr("the deadline of the call has passed"));
-        ToolResult const told = run("", "diff", more + "--json");
-        EXPECT_EQ(told.status, 1);
-        json const users = json::parse(told.out).at("users");
+    for (char const* const form : {"", "--json", "--exit-code", "--json --exit-code"}) {
+        ToolResult const result =
+            run("", "diff", std::string("--all-users --deadline 1e-9 ") + form);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.out, ""); // not even rights were compared
+        EXPECT_THAT(result.error, HasSubstr("the deadline of the call has passed"));
+    }
+}
+
+TEST_F(CleanModel, DiffersUnknowinglyForTheUserWhomAnInterruptStrikes) {
+    for (char const* const fault : {"tree 1 1 interrupt", "tree 2 2 interrupt", "tree 2 2 after"}) {
+        ToolResult const text = run(fault, "diff", "--all-users --exit-code");
+        EXPECT_EQ(text.status, 1) << fault;
+        EXPECT_THAT(text.out, HasSubstr("ann: not finished, so nothing is known: the call was "
+                                        "cancelled"));
+        EXPECT_THAT(text.out, HasSubstr("\nben: no difference\n"));
+        json const users = json::parse(run(fault, "diff", "--all-users --json").out).at("users");
         ASSERT_EQ(users.size(), 2);
-        EXPECT_THAT(users[0].at("unfinished"), HasSubstr("deadline"));
-        EXPECT_THAT(users[1].at("unfinished"), HasSubstr("deadline"));
+        EXPECT_THAT(users[0].at("unfinished"), HasSubstr("the call was cancelled"));
+        EXPECT_FALSE(users[1].contains("unfinished"));
     }
 }
 
@@ -228,10 +234,6 @@ TEST_F(CleanModel, IsNotFinishedWhereTheHostsOwnWorkIsNot) {
     ToolResult const verify = run("tree 1 1 after", "verify");
     EXPECT_EQ(verify.status, 5);
     EXPECT_THAT(verify.out, HasSubstr("ann: not finished, so nothing is known: "));
-    ToolResult const diff = run("tree 2 2 after", "diff", "--all-users");
-    EXPECT_EQ(diff.status, 1);
-    EXPECT_THAT(diff.out, HasSubstr("ann: not finished, so nothing is known: "));
-    EXPECT_THAT(diff.out, HasSubstr("ben: no difference\n"));
 }
 
 TEST_F(CleanModel, IsUnknownToEverybodyWhenNoTimeIsLeft) {

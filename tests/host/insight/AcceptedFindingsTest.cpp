@@ -91,7 +91,7 @@ vex::Verification ofThree() {
 TEST(AcceptedFindings, AreNoLongerFoundOnlyWhereSomebodyWasCompared) {
     vex::Verification found = ofThree();
     auto const isGone = [&](std::optional<std::string> user) {
-        return isNoLongerFound(entryFor(std::move(user), "gone"), found);
+        return vex::ComparedUsers(found).isNoLongerFound(entryFor(std::move(user), "gone"));
     };
     EXPECT_TRUE(isGone("ann"));
     EXPECT_FALSE(isGone("ben"));

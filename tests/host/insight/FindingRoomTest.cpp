@@ -90,7 +90,7 @@ TEST_F(FindingRoom, AcceptsWhatIsPastTheLimitLikeAnythingElse) {
     EXPECT_EQ(found.accepted(), 3U);
     EXPECT_EQ(found.leftOut().accepted, 1U);
     EXPECT_TRUE(accepted[1].isUsed);
-    EXPECT_FALSE(isNoLongerFound(accepted[1], found));
+    EXPECT_FALSE(vex::ComparedUsers(found).isNoLongerFound(accepted[1]));
 }
 
 TEST_F(FindingRoom, PutsWhatIsPastTheLimitIntoNoBaseline) {
