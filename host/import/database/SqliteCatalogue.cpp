@@ -44,10 +44,11 @@ WHERE t.schema = 'main' AND t.type = 'table' AND l."unique" AND NOT l.partial
   AND l.origin <> 'pk'
 ORDER BY t.name, l.name, i.seqno)";
 
+// The last one that was declared has the number 0.
 constexpr char const* foreignKeysQuery = R"(
 SELECT t.name, f.id, f."table", f."from", coalesce(f."to", '')
 FROM pragma_table_list t, pragma_foreign_key_list(t.name, 'main') f
-WHERE t.schema = 'main' AND t.type = 'table' ORDER BY t.name, f.id, f.seq)";
+WHERE t.schema = 'main' AND t.type = 'table' ORDER BY t.name, f.id DESC, f.seq)";
 
 constexpr char const* othersQuery = R"(
 SELECT type, count(*), min(name) FROM sqlite_schema
