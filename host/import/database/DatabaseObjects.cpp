@@ -1,6 +1,7 @@
 #include "host/import/database/DatabaseObjects.h"
 
 #include "host/import/database/DatabaseModel.h"
+#include "host/import/database/DatabaseReasons.h"
 #include "host/import/database/SqlTypes.h"
 #include "host/import/draft/ImportWork.h"
 
@@ -57,10 +58,15 @@ private:
     }
 
     void describe(std::size_t object, char const* kind, std::string const& comment) {
-        if (!comment.empty()) {
-            m_draft.set(object, "description", comment);
-            m_work.account.mapped(kind);
+        if (comment.empty()) {
+            return;
         }
+        if (!databaseReasons::isWritable(comment)) {
+            m_work.account.leftOut(kind, databaseReasons::Unwritable, {m_draft[object].key.path});
+            return;
+        }
+        m_draft.set(object, "description", comment);
+        m_work.account.mapped(kind);
     }
 
     void writeTable(DatabaseTable& table) {

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace vex {
 
@@ -70,10 +71,14 @@ ConnectionString connectionOf(ImportRequest const& request) {
         }
         how.setPassword(*password);
     }
-    // SQLite makes a file that is missing; the driver of PostgreSQL holds whole results.
-    how.addDefault("NoCreat", "1");
-    how.addDefault("UseDeclareFetch", "1");
-    how.addDefault("Fetch", "1000");
+    // What else drivers would do: make a file that is missing, hold whole results, write a log.
+    for (auto const& [keyword, value] : {std::pair{"NoCreat", "1"},
+                                         {"UseDeclareFetch", "1"},
+                                         {"Fetch", "1000"},
+                                         {"CommLog", "0"},
+                                         {"Debug", "0"}}) {
+        how.addDefault(keyword, value);
+    }
     return how;
 }
 

@@ -1,6 +1,7 @@
 #include "host/import/database/DatabaseViews.h"
 
 #include "host/import/database/DatabaseModel.h"
+#include "host/import/database/DatabaseReasons.h"
 #include "host/import/database/ObjectSet.h"
 #include "host/import/draft/ImportWork.h"
 
@@ -131,7 +132,9 @@ private:
         m_work.draft.grants.push_back({role.name, m_work.draft.views.size()});
         m_work.draft.views.push_back({.key = {"role", path},
                                       .name = role.name,
-                                      .description = role.comment,
+                                      .description = databaseReasons::isWritable(role.comment)
+                                                         ? role.comment
+                                                         : std::string(),
                                       .included = std::move(included)});
     }
 

@@ -167,6 +167,8 @@ private:
             std::string const& name = row.text(1);
             if (row.isTrue(3)) {
                 m_work.account.leftOut("schema", databaseReasons::System, {name});
+            } else if (char const* const against = databaseReasons::againstName(name)) {
+                m_work.account.leftOut("schema", against, {name});
             } else if (!m_filter.wantsSchema(name)) {
                 m_work.account.leftOut("schema", databaseReasons::Schema, {name});
             } else {
@@ -200,6 +202,10 @@ private:
                                    {where});
             return;
         }
+        if (char const* const against = databaseReasons::againstName(name)) {
+            m_work.account.leftOut(kind.kind, against, {where});
+            return;
+        }
         if (!m_filter.wantsTable(m_model.schemas[schema].name, name)) {
             m_work.account.leftOut(kind.kind, databaseReasons::Filter, {where});
             return;
@@ -225,13 +231,19 @@ private:
                 continue;
             }
             auto& columns = m_model.tables[table->second].columns;
+            if (char const* const against = databaseReasons::againstName(row.text(2))) {
+                m_work.account.leftOut("column", against,
+                                       {m_model.tables[table->second].name + '.' + row.text(2)});
+                continue;
+            }
             bool const isEnum = row.text(5) == "e";
             m_numbers.columns.emplace(std::pair(row.number(0), row.number(1)), columns.size());
-            columns.push_back({.name = row.text(2),
-                               .sqlType = row.text(3),
-                               .datatype = isEnum ? "string" : datatypeOfPostgres(row.text(4)),
-                               .isNullable = !row.isTrue(6),
-                               .comment = row.text(7)});
+            columns.push_back(
+                {.name = row.text(2),
+                 .sqlType = databaseReasons::isWritable(row.text(3)) ? row.text(3) : "",
+                 .datatype = isEnum ? "string" : datatypeOfPostgres(row.text(4)),
+                 .isNullable = !row.isTrue(6),
+                 .comment = row.text(7)});
         }
     }
 

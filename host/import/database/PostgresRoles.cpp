@@ -126,6 +126,8 @@ private:
             std::string const& name = row.text(1);
             if (row.isTrue(4)) {
                 m_work.account.leftOut("role", databaseReasons::System, {name});
+            } else if (char const* const against = databaseReasons::againstName(name)) {
+                m_work.account.leftOut("role", against, {name});
             } else if (trimmed(name) != name) {
                 m_work.account.leftOut("role",
                                        "white space at the ends of its name would be lost, and it "

@@ -98,8 +98,8 @@ private:
         char const* reason = nullptr;
         if (type == "shadow" || folded(name).starts_with("sqlite_")) {
             reason = databaseReasons::System;
-        } else if (name.empty()) {
-            reason = databaseReasons::Nameless;
+        } else if (char const* const against = databaseReasons::againstName(name)) {
+            reason = against;
         } else if (!m_filter.wantsTable(spaceName, name)) {
             reason = databaseReasons::Filter;
         }
@@ -150,10 +150,11 @@ private:
                 continue;
             }
             std::string const& name = row.text(1);
-            if (name.empty() || row.number(5) == hiddenOfModule) {
-                m_work.account.leftOut(
-                    "column", name.empty() ? databaseReasons::Nameless : databaseReasons::System,
-                    {row.text(0) + '.' + name});
+            char const* const reason = row.number(5) == hiddenOfModule
+                                           ? databaseReasons::System
+                                           : databaseReasons::againstName(name);
+            if (reason != nullptr) {
+                m_work.account.leftOut("column", reason, {row.text(0) + '.' + name});
                 continue;
             }
             if (row.isTrue(6)) {
@@ -165,10 +166,11 @@ private:
             if (row.number(4) > 0) {
                 m_primaryKeys[table->second].emplace(row.number(4), columns.size());
             }
-            columns.push_back({.name = name,
-                               .sqlType = row.text(2),
-                               .datatype = datatypeOfSqlite(row.text(2)),
-                               .isNullable = !row.isTrue(3)});
+            columns.push_back(
+                {.name = name,
+                 .sqlType = databaseReasons::isWritable(row.text(2)) ? row.text(2) : "",
+                 .datatype = datatypeOfSqlite(row.text(2)),
+                 .isNullable = !row.isTrue(3)});
         }
     }
 

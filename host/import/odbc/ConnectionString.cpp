@@ -12,8 +12,8 @@ namespace {
 
 constexpr std::string_view replacement = "...";
 constexpr std::string_view blanks = " \t\r\n";
-// What a value may not hold without braces around it.
-constexpr std::string_view special = "[]{}(),;?*=!@%+";
+// What no keyword holds.
+constexpr std::string_view special = "[]{}(),;?*=!@";
 
 /// Keywords whose values say where, not how to get in.
 constexpr std::array<std::string_view, 9> harmless{
@@ -111,7 +111,7 @@ ConnectionString::ConnectionString(std::string_view text) {
         if (equals >= end) {
             refuse(at, "no \"=\" behind a keyword");
         }
-        Entry entry{stripped(text.substr(at, equals - at)), {}};
+        Entry entry{stripped(text.substr(at, equals - at))};
         if (entry.keyword.empty() || entry.keyword.find_first_of(special) != std::string::npos) {
             refuse(at, "no keyword");
         }
@@ -124,6 +124,7 @@ ConnectionString::ConnectionString(std::string_view text) {
                 refuse(opened, "a value in braces that do not end before a \";\"");
             }
             entry.value = *std::move(value);
+            entry.isInBraces = true;
             at = at == std::string_view::npos ? text.size() : at + 1;
         } else {
             entry.value = stripped(text.substr(equals + 1, end - equals - 1));
@@ -147,8 +148,9 @@ void ConnectionString::addDefault(std::string_view keyword, std::string_view val
     }
 }
 
+// The driver of PostgreSQL takes "%" and "+" in a bare value for escapes.
 void ConnectionString::setPassword(std::string_view password) {
-    m_entries.push_back({"PWD", std::string(password)});
+    m_entries.push_back({"PWD", std::string(password), true});
 }
 
 bool ConnectionString::hasPassword() const {
@@ -156,13 +158,11 @@ bool ConnectionString::hasPassword() const {
                        [&](std::string_view each) { return find(each) != nullptr; });
 }
 
+// In braces is what was given in braces: not every driver knows them.
 std::string ConnectionString::text() const {
     std::string written;
     for (Entry const& each : m_entries) {
-        // The driver of PostgreSQL takes "%" and "+" in a bare password for escapes.
-        bool const isPlain = each.value.find_first_of(special) == std::string::npos &&
-                             stripped(each.value) == each.value && !isSecret(each.keyword);
-        written += each.keyword + '=' + (isPlain ? each.value : inBraces(each.value)) + ';';
+        written += each.keyword + '=' + (each.isInBraces ? inBraces(each.value) : each.value) + ';';
     }
     return written;
 }

@@ -29,8 +29,9 @@ public:
 
 private:
     struct Entry {
-        std::string keyword;
-        std::string value;
+        std::string keyword{};
+        std::string value{};
+        bool isInBraces = false;
     };
 
     std::vector<Entry> m_entries;

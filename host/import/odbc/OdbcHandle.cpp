@@ -14,6 +14,21 @@ constexpr SQLSMALLINT mostRecords = 8;
 constexpr std::size_t stateUnits = 6;
 constexpr std::size_t messageUnits = 2'048;
 
+/// On one line, since messages are.
+std::string onOneLine(std::string const& text) {
+    std::string line;
+    for (char const unit : text) {
+        bool const isBlank = unit == ' ' || unit == '\t' || unit == '\r' || unit == '\n';
+        if (!isBlank) {
+            line += unit;
+        } else if (!line.empty() && line.back() != ' ') {
+            line += ' ';
+        }
+    }
+    line.erase(line.find_last_not_of(' ') + 1);
+    return line;
+}
+
 } // namespace
 
 OdbcHandle::OdbcHandle(SQLSMALLINT kind, OdbcHandle const* parent) : m_kind(kind) {
@@ -48,7 +63,8 @@ OdbcHandle::Diagnosis OdbcHandle::diagnosis() const {
         } else {
             found.text += "; ";
         }
-        found.text += utf8Text(message.data(), static_cast<std::size_t>(end - message.begin()));
+        found.text +=
+            onOneLine(utf8Text(message.data(), static_cast<std::size_t>(end - message.begin())));
     }
     return found;
 }

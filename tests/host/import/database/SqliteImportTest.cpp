@@ -1,5 +1,7 @@
 #include "tests/host/import/database/ImportedDatabase.h"
 
+#include <sstream>
+
 #include <gmock/gmock.h>
 
 namespace {
@@ -113,6 +115,32 @@ PRAGMA writable_schema = ON; DELETE FROM sqlite_schema WHERE name = 'gone';
     EXPECT_THAT(imported.seenBy("owner"), Contains("column:[main].[t].[a]"));
     EXPECT_THAT(imported.seenBy("owner"), Contains("table:[main].[v]"));
     EXPECT_THAT(imported.notes(), Contains(HasSubstr("the columns of the view \"v\"")));
+}
+
+// Tables and keys that others made.
+TEST_F(SqliteImport, BringsInAPublicDatabase) {
+    std::ostringstream sql;
+    sql << std::ifstream(VEX_SOURCE_DIR "/tests/host/import/database/models/chinook.sqlite.sql")
+               .rdbuf();
+    SqliteFile const file(sql.str());
+    ImportedDatabase const imported(file.connection());
+    ASSERT_TRUE(imported.isWritten()) << imported.errors();
+    EXPECT_EQ(imported.account().mappedOf("table"), 11U);
+    EXPECT_EQ(imported.account().mappedOf("column"), 64U);
+    EXPECT_EQ(imported.account().mappedOf("foreign key"), 11U);
+    EXPECT_THAT(imported.model(), HasSubstr(R"(name="Employee.ReportsTo → Employee.EmployeeId")"));
+    EXPECT_THAT(
+        imported.model(),
+        HasSubstr(
+            R"xml(name="Total" datatype="decimal" usage="fact" sqlType="NUMERIC(10,2)" nullable="false")xml"));
+}
+
+TEST_F(SqliteImport, FindsAFileWhateverItsNameIs) {
+    SqliteFile const file("CREATE TABLE t (a INT);");
+    std::string const other = file.path() + " %20=+{}.db";
+    std::filesystem::copy_file(file.path(), other);
+    ImportedDatabase const imported("Driver=SQLite3;Database=" + other);
+    EXPECT_TRUE(imported.isWritten()) << imported.errors();
 }
 
 TEST_F(SqliteImport, TakesTablesAsTheOptionsSay) {

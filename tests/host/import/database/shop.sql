@@ -74,6 +74,9 @@ GRANT SELECT (credit) ON sales.customer TO carl;
 GRANT SELECT ON vault.salary TO outsider;
 GRANT INSERT, UPDATE ON sales."order" TO writer;
 GRANT SELECT ON public.notice TO PUBLIC;
+CREATE ROLE dunning;
+GRANT USAGE ON SCHEMA sales TO dunning;
+GRANT SELECT ON sales.debtors TO dunning;
 
 ALTER TABLE sales."order" ENABLE ROW LEVEL SECURITY;
 CREATE POLICY mine ON sales."order" USING (state = 'new');

@@ -23,13 +23,20 @@ TEST(ConnectionString, WithoutAnEqualsSignIsTheNameOfADataSource) {
     EXPECT_EQ(ConnectionString(" shop ").text(), "DSN=shop;");
 }
 
-TEST(ConnectionString, IsGivenToTheDriverWithBracesWhereTheyAreNeeded) {
+TEST(ConnectionString, IsGivenToTheDriverWithBracesWhereTheyWereGiven) {
     ConnectionString how("Driver=SQLite3;Database={a;b}");
     how.addDefault("database", "other");
     how.addDefault("NoCreat", "1");
     EXPECT_EQ(how.text(), "Driver=SQLite3;Database={a;b};NoCreat=1;");
+    EXPECT_EQ(ConnectionString("Driver=SQLite3;Database=a%20=b{}.db").text(),
+              "Driver=SQLite3;Database=a%20=b{}.db;");
+}
+
+TEST(ConnectionString, HasAPasswordThatIsAddedInBraces) {
+    ConnectionString how("Driver=SQLite3");
     how.setPassword("x}y");
-    EXPECT_EQ(how.text(), "Driver=SQLite3;Database={a;b};NoCreat=1;PWD={x}}y};");
+    EXPECT_EQ(how.text(), "Driver=SQLite3;PWD={x}}y};");
+    EXPECT_TRUE(how.hasPassword());
 }
 
 TEST(ConnectionString, IsShownWithoutWhatMayBeSecret) {
