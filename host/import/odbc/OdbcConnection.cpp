@@ -46,6 +46,7 @@ struct OdbcConnection::State {
     OdbcHandle connection{SQL_HANDLE_DBC, &environment.handle()};
     ConnectionString how;
     OdbcAllowance left;
+    std::size_t statements = 0;
     bool isOpen = false;
 
     State(ConnectionString connectionString, OdbcLimits const& limits)
@@ -85,6 +86,7 @@ struct OdbcConnection::State {
 
     std::vector<OdbcRow> run(std::string_view text, std::vector<OdbcType> const* types,
                              std::vector<std::string> const& parameters) {
+        ++statements;
         OdbcStatement statement(connection, left, [this](std::string message) {
             return how.withoutSecrets(std::move(message));
         });
@@ -134,6 +136,10 @@ std::vector<OdbcRow> OdbcConnection::query(std::string_view statement,
                                            std::vector<OdbcType> const& types,
                                            std::vector<std::string> const& parameters) {
     return m_state->run(statement, &types, parameters);
+}
+
+std::size_t OdbcConnection::statementsDone() const {
+    return m_state->statements;
 }
 
 std::vector<std::string> installedOdbcDrivers() {

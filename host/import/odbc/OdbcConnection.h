@@ -40,6 +40,9 @@ public:
     std::vector<OdbcRow> query(std::string_view statement, std::vector<OdbcType> const& types,
                                std::vector<std::string> const& parameters = {});
 
+    /// Statements that were run so far.
+    std::size_t statementsDone() const;
+
 private:
     struct State;
 
