@@ -2,6 +2,9 @@
 #include "tests/host/import/database/ImportedDatabase.h"
 #include "tests/host/import/database/PostgresServer.h"
 
+#include <fstream>
+#include <sstream>
+
 #include <gmock/gmock.h>
 
 namespace {
@@ -53,6 +56,26 @@ GRANT SELECT (id, name) ON city TO small_group; GRANT SELECT ON street TO small_
         folder.Run({"verify", "--catalog", "made/shop.catalog.xml", "--model", "/content/shop"})
             .out,
         HasSubstr(" 0 leaks, 0 shown past the views, 0 unexplained differences"));
+}
+
+std::string textOf(std::string const& name) {
+    std::ostringstream text;
+    text << std::ifstream(VEX_SOURCE_DIR "/docs/examples/database/" + name).rdbuf();
+    return text.str();
+}
+
+TEST_F(DatabaseCommand, ShowsWhatTheDocumentationSays) {
+    PostgresServer& server = PostgresServer::shared();
+    server.create("rental", textOf("rental.sql"));
+    ToolFolder const folder;
+    ASSERT_EQ(folder.Run(importOf(server.connectionTo("rental"), {"-o", "made"})).status, 0);
+    for (std::string const user : {"anna", "max"}) {
+        EXPECT_EQ(folder
+                      .Run({"tree", "--catalog", "made/shop.catalog.xml", "--model",
+                            "/content/shop", "--user", user})
+                      .out,
+                  textOf(user + ".txt"));
+    }
 }
 
 TEST_F(SqliteCommand, TwiceGivesTheSameThingsTheSameIdsSoThatDiffSaysWhatChanged) {
