@@ -151,6 +151,7 @@ def thread_rows(inside):
 
 def import_rows(inside):
     yield row("import of a tabular model of 508 KB", inside.seconds("import/tabular"), "s", 0.5)
+    yield row("import of an OData description of 3.4 MB", inside.seconds("import/odata"), "s", 1)
 
 
 def evaluate(runs, whole):

@@ -35,6 +35,9 @@ void sessionLines(std::string_view input);
 /// what is written can be read and is the same the next time.
 void tabular(std::string_view input);
 
+/// Descriptions of OData services: likewise, with either form of navigation.
+void odata(std::string_view input);
+
 /// Ends the program with a message when a property does not hold.
 void require(bool holds, std::string const& property);
 

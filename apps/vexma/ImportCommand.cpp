@@ -203,6 +203,7 @@ written.
 
 Examples:
   vexma import tabular sales.bim -o models
+  vexma import odata metadata.xml --name shop --navigation shortcut -o models
   vexma tree --catalog models/sales.catalog.xml --model /content/sales --user ann
   vexma import tabular sales.bim -o new --report - | jq .leftOut
   vexma import database 'Driver=SQLite3;Database=sales.db' --name sales -o models

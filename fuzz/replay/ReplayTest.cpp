@@ -23,6 +23,7 @@ constexpr Target targets[] = {
     {"sessionCase", fuzz::sessionCase},
     {"sessionLines", fuzz::sessionLines},
     {"tabular", fuzz::tabular},
+    {"odata", fuzz::odata},
 };
 
 class FuzzReplay : public testing::TestWithParam<Target> {};

@@ -3,6 +3,7 @@
 #include "host/import/database/DatabaseImport.h"
 #include "host/import/database/DatabaseSource.h"
 #include "host/import/draft/FinishedImport.h"
+#include "host/import/odata/OdataImport.h"
 #include "host/import/tabular/TabularImport.h"
 
 #include <algorithm>
@@ -18,10 +19,18 @@ constexpr ImportOption databaseOptions[] = {
     {"password-file", "FILE", "The first line of this file is the password"},
 };
 
+constexpr char const* navigationForms[] = {"relationship", "shortcut"};
+constexpr ImportOption odataOptions[] = {
+    {"navigation", "FORM", "What becomes of navigation properties (default: relationship)",
+     navigationForms},
+};
+
 constexpr ImportKind kinds[] = {
     {"tabular", "a tabular model, the JSON of a .bim file", true, {}, &importTabular},
     {"database", "a database over ODBC: a connection string, or a data source's name", false,
      databaseOptions, &importDatabase, &shownDatabase},
+    {"odata", "the description of an OData service of version 4, its $metadata in XML", true,
+     odataOptions, &importOdata},
 };
 
 } // namespace

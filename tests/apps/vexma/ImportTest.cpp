@@ -162,6 +162,35 @@ TEST(Import, TwiceGivesTheSameThingsTheSameIdsSoThatDiffSaysWhatChanged) {
 )");
 }
 
+TEST(Import, OfAServiceIsAcceptedByTheCheckAndDiffTellsWhatChanged) {
+    ToolFolder const folder;
+    std::string const library = std::string(VEX_SOURCE_DIR) + "/samples/import/library.csdl.xml";
+    for (char const* const navigation : {"shortcut", "relationship"}) {
+        ASSERT_EQ(folder
+                      .Run({"import", "odata", library, "--name", "library", "-o", "made",
+                            "--navigation", navigation})
+                      .status,
+                  0);
+        ToolResult const checked = folder.Run({"validate", "made/library.catalog.xml"});
+        EXPECT_EQ(checked.status, 0) << checked.out;
+        EXPECT_THAT(checked.out, Not(HasSubstr("error:")));
+        EXPECT_THAT(folder.Run(treeAs("library", "owner")).out,
+                    HasSubstr("│   ├── querySubject Books\n"));
+    }
+    folder.RunShell("sed 's/Name=\"Street\"/Name=\"Road\"/' '" + library + "' > library.xml");
+    folder.Run({"import", "odata", "library.xml", "-o", "new"});
+    ToolResult const changed =
+        folder.Run({"diff", "made/library.model.xml", "new/library.model.xml"});
+    EXPECT_THAT(changed.out, HasSubstr("1 appear, 1 disappear, 0 change"));
+}
+
+TEST(Import, TakesOptionsOfItsKindOnly) {
+    ToolFolder const folder;
+    EXPECT_EQ(
+        folder.Run({"import", "tabular", payroll, "-o", "made", "--navigation", "shortcut"}).status,
+        2);
+}
+
 TEST(Import, WritesTheAccountAsJson) {
     ToolFolder const folder;
     ToolResult const result =
