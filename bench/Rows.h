@@ -8,6 +8,7 @@ namespace bench {
 // "load/vex/100000" and "load/floor/100000"; what a row is compared with has the
 // name "floor".
 void registerLoad(Sizes const& sizes);
+void registerPolicies(Sizes const& sizes);
 void registerTree(Sizes const& sizes);
 void registerInteractive(Sizes const& sizes);
 void registerReferences(Sizes const& sizes);

@@ -33,6 +33,7 @@ int main(int count, char** words) {
         return 2;
     }
     bench::registerLoad(sizes);
+    bench::registerPolicies(sizes);
     bench::registerTree(sizes);
     bench::registerInteractive(sizes);
     bench::registerReferences(sizes);

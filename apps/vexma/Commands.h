@@ -16,6 +16,8 @@ CommandRun addMatrixCommand(CommandSyntax& command);
 CommandRun addVerifyCommand(CommandSyntax& command);
 CommandRun addDiffCommand(CommandSyntax& command);
 CommandRun addImportCommand(CommandSyntax& command);
+CommandRun addPolicyCommand(CommandSyntax& command);
+CommandRun addTestCommand(CommandSyntax& command);
 CommandRun addCompletionCommand(CommandSyntax& command);
 CommandRun addManCommand(CommandSyntax& command);
 

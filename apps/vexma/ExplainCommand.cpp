@@ -3,6 +3,7 @@
 #include "apps/vexma/ObjectArguments.h"
 #include "apps/vexma/TreeAnswer.h"
 #include "apps/vexma/WordWarning.h"
+#include "host/insight/RuleStory.h"
 #include "host/protocol/JsonExplanation.h"
 
 #include <memory>
@@ -19,6 +20,7 @@ struct ExplainCommand {
     bool json = false;
 
     int run(Console& console) {
+        source.keepPolicyTrace = true;
         ObjectArguments const arguments(given, source);
         Workplace workplace(source, console);
         complainAboutLocale(workplace, console);
@@ -46,6 +48,12 @@ struct ExplainCommand {
         ModelTrees const trees = askForTrees(workplace);
         told = tellAccess(workplace.model(), workplace.locale(), objects, reasons.explanation,
                           trees.objects, refusalOf(trees));
+        if (auto const& trace = workplace.visit().version->policyTrace()) {
+            for (std::size_t number = 0; number < objects.size(); ++number) {
+                told->objects[number].rules =
+                    tellRules(*trace, workplace.model(), workplace.locale(), objects[number]);
+            }
+        }
         return trees.refusal && !trees.refusal->isDecided() ? *trees.refusal : reasons.end;
     }
 

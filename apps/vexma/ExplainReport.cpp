@@ -29,6 +29,9 @@ void writeExplanation(std::ostream& out, Explanation const& explanation, bool co
         for (ToldMention const& mention : object.mentions) {
             line("  ", mention.text);
         }
+        for (std::string const& rule : object.rules) {
+            line("  by the policy, ", rule);
+        }
         out << '\n';
     }
     out << (explanation.views.empty() ? "no view was considered\n"

@@ -17,6 +17,13 @@ void InputSizes::addTo(CommandSyntax& command) {
                  .group = "Limits",
                  .showsDefault = true,
                  .isPositive = true});
+    command.add({.name = "--max-policy",
+                 .into = &m_policy,
+                 .help = "Bytes that a policy may have",
+                 .word = "N",
+                 .group = "Limits",
+                 .showsDefault = true,
+                 .isPositive = true});
 }
 
 } // namespace vex

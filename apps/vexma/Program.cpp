@@ -35,6 +35,8 @@ constexpr CommandRow commands[] = {
     {"session", "Serve a session over standard input and output", &addSessionCommand},
     {"validate", "Report errors and doubtful spots of a model or catalogue", &addValidateCommand},
     {"import", "Make a model and a catalogue of a source in another format", &addImportCommand},
+    {"test", "Hold what policies expect against what users see", &addTestCommand},
+    {"policy", "Show what the rules of a policy come to", &addPolicyCommand},
     {"completion", "Print the completion script of a shell", &addCompletionCommand},
     {"man", "Print a manual page", &addManCommand},
 };

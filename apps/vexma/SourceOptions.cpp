@@ -39,6 +39,10 @@ void SourceOptions::addTo(CommandSyntax& command) {
                  .help = "Show the plug-in's trace on standard error",
                  .group = source});
 
+    addLimitsTo(command);
+}
+
+void SourceOptions::addLimitsTo(CommandSyntax& command) {
     std::string const limits = "Limits";
     command.add({.name = "--max-elements",
                  .into = &response.elements,

@@ -25,9 +25,10 @@ struct SourceOptions {
     std::string catalogFile;
     std::string modelPath;
     std::string user;
-    std::string replacingFile;  // is read in the place of the catalogue's, when given
-    bool forAllUsers = false;   // no user needs to be given
-    bool keepPositions = false; // of the model's elements
+    std::string replacingFile;    // is read in the place of the catalogue's, when given
+    bool forAllUsers = false;     // no user needs to be given
+    bool keepPositions = false;   // of the model's elements
+    bool keepPolicyTrace = false; // what the rules of its policy meant
 
     std::string locale;
     std::string pluginFile;
@@ -38,6 +39,8 @@ struct SourceOptions {
     std::optional<double> deadlineSeconds;
 
     void addTo(CommandSyntax& command);
+    /// Those alone that say what may be used up.
+    void addLimitsTo(CommandSyntax& command);
     /// The place of the model file among the positional arguments.
     void addModelFileTo(CommandSyntax& command);
 

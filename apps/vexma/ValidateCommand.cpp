@@ -224,7 +224,7 @@ struct ValidateCommand {
             throw KRLDocumentException(name, 0, 0, sizes.catalogue().problem());
         }
         return findInCatalogue(text, name, std::filesystem::path(file).parent_path().string(),
-                               report, sizes.model());
+                               report, sizes.model(), sizes.policy());
     }
 };
 

@@ -15,8 +15,8 @@ namespace vex {
 namespace {
 
 std::shared_ptr<Catalogue const> readCatalogueOf(SourceOptions const& options) {
-    std::shared_ptr<Catalogue const> const read =
-        loadCatalogue(options.catalogFile, options.sizes.catalogue());
+    std::shared_ptr<Catalogue const> const read = loadCatalogue(
+        options.catalogFile, options.sizes.catalogue(), {.limit = options.sizes.policy()});
     if (options.replacingFile.empty()) {
         return read;
     }
@@ -43,7 +43,8 @@ I18NString modelPathOf(SourceOptions const& options) {
 std::shared_ptr<ContentStore> contentOf(SourceOptions const& options, LoadOptions load) {
     load.input = options.sizes.model();
     if (!options.catalogFile.empty()) {
-        return std::make_shared<FileContent>(readCatalogueOf(options), load);
+        return std::make_shared<FileContent>(readCatalogueOf(options), load,
+                                             options.keepPolicyTrace);
     }
     I18NString const path = modelPathOf(options);
     if (options.modelFile != "-") {

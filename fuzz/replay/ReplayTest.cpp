@@ -20,6 +20,7 @@ constexpr Target targets[] = {
     {"request", fuzz::request},
     {"model", fuzz::model},
     {"catalogue", fuzz::catalogue},
+    {"policy", fuzz::policy},
     {"sessionCase", fuzz::sessionCase},
     {"sessionLines", fuzz::sessionLines},
     {"tabular", fuzz::tabular},

@@ -53,4 +53,38 @@ std::vector<I18NString> availableViews(CatalogueModel const& model, CatalogueUse
     return views;
 }
 
+PolicyApplication::PolicyApplication(Catalogue& catalogue) : m_catalogue(catalogue) {
+    for (std::size_t number = 0; number < catalogue.users.size(); ++number) {
+        m_users.emplace(catalogue.users[number].name, number);
+    }
+}
+
+void PolicyApplication::apply(CatalogueModel& governed, std::shared_ptr<Policy const> policy) {
+    for (PolicyGrant const& grant : policy->grants) {
+        governed.grants.push_back({grant.role.text, grant.view, grant.role.place.line,
+                                   grant.role.place.column, policy->file});
+    }
+    if (m_applied.insert(policy.get()).second) {
+        addUsers(*policy);
+    }
+    governed.policy = std::move(policy);
+}
+
+void PolicyApplication::addUsers(Policy const& policy) {
+    for (PolicyUser const& user : policy.users) {
+        auto const [at, isNew] = m_users.try_emplace(user.name.text, m_catalogue.users.size());
+        if (isNew) {
+            m_catalogue.users.push_back(
+                {user.name.text, {}, user.name.place.line, user.name.place.column, policy.file});
+        }
+        std::vector<I18NString>& roles = m_catalogue.users[at->second].roles;
+        std::set<I18NString> held(roles.begin(), roles.end());
+        for (I18NString const& role : user.roles) {
+            if (held.insert(role).second) {
+                roles.push_back(role);
+            }
+        }
+    }
+}
+
 } // namespace vex

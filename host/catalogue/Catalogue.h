@@ -2,11 +2,13 @@
 
 #include "I18NLocale.h"
 #include "host/catalogue/GrantIndex.h"
+#include "host/catalogue/Policy.h"
 #include "host/import/xml/FileText.h"
 #include "host/store/build/Diagnostic.h"
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -35,6 +37,7 @@ struct CatalogueGrant {
     I18NString view;
     unsigned long line = 0;
     unsigned long column = 0;
+    std::string file{}; // the policy that grants it; "" for the catalogue itself
 };
 
 /// The package that a model is published in. Its value is the property "value".
@@ -49,6 +52,8 @@ struct CatalogueModel {
     GrantIndex grantsOfRoles{}; // see `availableViews`
     unsigned long line = 0;
     unsigned long column = 0;
+    std::string policyFile{};               // like `file`; "" without one
+    std::shared_ptr<Policy const> policy{}; // its grants and users are in the catalogue's
 };
 
 struct CatalogueUser {
@@ -56,6 +61,7 @@ struct CatalogueUser {
     std::vector<I18NString> roles{}; // in the catalogue's order
     unsigned long line = 0;
     unsigned long column = 0;
+    std::string file{}; // the policy that names the user first; "" for the catalogue itself
 };
 
 /// What stands where, and who may use which views.
@@ -71,20 +77,46 @@ struct Catalogue {
 /// The views granted to any of the user's roles, each once, ascending.
 std::vector<I18NString> availableViews(CatalogueModel const& model, CatalogueUser const& user);
 
-/// Reads a catalogue file. Appends every problem to `found`; null when one of
-/// them is an error.
-std::shared_ptr<Catalogue const> readCatalogue(std::string const& file, Diagnostics& found,
-                                               InputLimit const& limit = catalogueLimit);
+/// Whether the policies that a catalogue names are read with it, and how long each may be.
+struct PolicyFiles {
+    bool areRead = true;
+    InputLimit limit = PolicyLimits::bytes;
+};
 
-/// The same from text. `name` stands in diagnostics; model files are taken as
-/// relative to `folder`.
+/// Reads a catalogue file, with the policies of its models. Appends every problem to `found`; null
+/// when one of them is an error.
+std::shared_ptr<Catalogue const> readCatalogue(std::string const& file, Diagnostics& found,
+                                               InputLimit const& limit = catalogueLimit,
+                                               PolicyFiles policies = {});
+
+/// The same from text. `name` stands in diagnostics; model files and policies are taken
+/// as relative to `folder`.
 std::shared_ptr<Catalogue const> readCatalogueText(std::string_view text, std::string const& name,
-                                                   std::string const& folder, Diagnostics& found);
+                                                   std::string const& folder, Diagnostics& found,
+                                                   PolicyFiles policies = {});
+
+/// Gives models of a catalogue policies: their grants, their users and their roles are
+/// added to those that are there.
+class PolicyApplication {
+public:
+    /// The catalogue stays where it is, and has no other user meanwhile.
+    explicit PolicyApplication(Catalogue& catalogue);
+
+    void apply(CatalogueModel& governed, std::shared_ptr<Policy const> policy);
+
+private:
+    void addUsers(Policy const& policy);
+
+    Catalogue& m_catalogue;
+    std::map<I18NString, std::size_t> m_users; // by name
+    std::set<Policy const*> m_applied;         // users are added once
+};
 
 /// @{
 /// The same as the two above. Raises `KRLDocumentException` with the first error.
 std::shared_ptr<Catalogue const> loadCatalogue(std::string const& file,
-                                               InputLimit const& limit = catalogueLimit);
+                                               InputLimit const& limit = catalogueLimit,
+                                               PolicyFiles policies = {});
 std::shared_ptr<Catalogue const> loadCatalogueText(std::string_view text, std::string const& name,
                                                    std::string const& folder);
 /// @}

@@ -26,12 +26,16 @@ struct CatalogueReader::Rule {
     Place parent;
     Place place;
     bool holdsText;
-    Attribute attributes[2]; // unused ones have no name
+    Attribute attributes[3]; // unused ones have no name
 };
 
 CatalogueReader::Rule const CatalogueReader::Rules[] = {
     {u"catalog", Place::Document, Place::Catalogue, false, {}},
-    {u"model", Place::Catalogue, Place::Model, false, {{u"path", true}, {u"file", true}}},
+    {u"model",
+     Place::Catalogue,
+     Place::Model,
+     false,
+     {{u"path", true}, {u"file", true}, {u"policy", false}}},
     {u"package", Place::Model, Place::Package, false, {{u"value", false}}},
     {u"property", Place::Package, Place::Property, true, {{u"name", true}, {u"locale", false}}},
     {u"grant", Place::Model, Place::Grant, false, {{u"role", true}, {u"view", true}}},
@@ -165,6 +169,9 @@ void CatalogueReader::enterModel(xercesc::Attributes const& attributes) {
     CatalogueModel model;
     model.path = valueOf(attributes, u"path");
     model.file = (std::filesystem::path(m_folder) / valueOf(attributes, u"file").toUtf8()).string();
+    if (I18NString const policy = valueOf(attributes, u"policy"); !policy.empty()) {
+        model.policyFile = (std::filesystem::path(m_folder) / policy.toUtf8()).string();
+    }
     model.line = at.line;
     model.column = at.column;
     if (!m_modelPaths.insert(model.path).second) {

@@ -1,9 +1,11 @@
 #include "host/content/FileContent.h"
 
+#include "host/catalogue/PolicyViews.h"
 #include "host/content/UnknownName.h"
 
 #include <cinttypes>
 #include <cstdio>
+#include <optional>
 
 #include <sys/stat.h>
 
@@ -28,10 +30,18 @@ std::string stampOf(std::string const& file) {
     return text;
 }
 
+std::string stampOf(Policy const& policy) {
+    char text[32];
+    std::snprintf(text, sizeof text, "-%" PRIx64, policy.fingerprint);
+    return text;
+}
+
 } // namespace
 
-FileContent::FileContent(std::shared_ptr<Catalogue const> catalogue, LoadOptions options)
-    : m_catalogue(std::move(catalogue)), m_options(std::move(options)) {}
+FileContent::FileContent(std::shared_ptr<Catalogue const> catalogue, LoadOptions options,
+                         bool keepPolicyTraces)
+    : m_catalogue(std::move(catalogue)), m_options(std::move(options)),
+      m_keepPolicyTraces(keepPolicyTraces) {}
 
 FileContent::FileContent(I18NString path, std::string file, LoadOptions options)
     : m_path(std::move(path)), m_file(std::move(file)), m_options(std::move(options)) {}
@@ -40,28 +50,28 @@ std::shared_ptr<ModelVersion const> FileContent::getModel(I18NString const& path
     if (auto version = m_versions.find(path)) {
         return version;
     }
-    std::string const& file = fileOf(path);
+    Source const source = sourceOf(path);
     std::lock_guard const loading(m_loading);
     auto version = m_versions.find(path); // loaded by whoever held the lock
-    return version ? version : load(path, file);
+    return version ? version : load(path, source);
 }
 
 std::shared_ptr<ModelVersion const> FileContent::reloadModel(I18NString const& path) {
-    std::string const& file = fileOf(path);
+    Source const source = sourceOf(path);
     std::lock_guard const loading(m_loading);
-    return load(path, file);
+    return load(path, source);
 }
 
-std::string const& FileContent::fileOf(I18NString const& path) const {
+FileContent::Source FileContent::sourceOf(I18NString const& path) const {
     std::vector<I18NString> known;
     if (m_catalogue == nullptr) {
         if (path == m_path) {
-            return m_file;
+            return {m_file, nullptr};
         }
         known.push_back(m_path);
     } else {
         if (CatalogueModel const* const entry = m_catalogue->findModel(path)) {
-            return entry->file;
+            return {entry->file, entry->policy};
         }
         for (CatalogueModel const& model : m_catalogue->models) {
             known.push_back(model.path);
@@ -71,11 +81,23 @@ std::string const& FileContent::fileOf(I18NString const& path) const {
 }
 
 std::shared_ptr<ModelVersion const> FileContent::load(I18NString const& path,
-                                                      std::string const& file) {
+                                                      Source const& source) {
     // Before the file is read: a change meanwhile shows at the next reading.
-    std::string stamp = stampOf(file);
+    std::string stamp = stampOf(source.file);
+    LoadOptions options = m_options;
+    std::optional<PolicyViews> views;
+    std::shared_ptr<PolicyTrace> trace;
+    if (source.policy != nullptr) {
+        if (m_keepPolicyTraces) {
+            trace = std::make_shared<PolicyTrace>();
+            trace->policy = source.policy;
+        }
+        options.addition = &views.emplace(*source.policy, trace.get());
+        stamp += stampOf(*source.policy);
+    }
+    std::shared_ptr<Model const> model = loadModel(source.file, options);
     return m_versions.keep(
-        std::make_shared<ModelVersion>(path, std::move(stamp), loadModel(file, m_options)));
+        std::make_shared<ModelVersion>(path, std::move(stamp), std::move(model), std::move(trace)));
 }
 
 } // namespace vex

@@ -10,10 +10,11 @@
 namespace vex {
 
 /// Models in files: those of a catalogue, or one alone. A version's stamp is
-/// that of its file, so it outlives the process.
+/// that of its file and of its policy, so it outlives the process.
 class FileContent final : public ContentStore {
 public:
-    explicit FileContent(std::shared_ptr<Catalogue const> catalogue, LoadOptions options = {});
+    explicit FileContent(std::shared_ptr<Catalogue const> catalogue, LoadOptions options = {},
+                         bool keepPolicyTraces = false);
     /// One file, which is found under `path`.
     FileContent(I18NString path, std::string file, LoadOptions options = {});
 
@@ -22,13 +23,19 @@ public:
     std::shared_ptr<ModelVersion const> reloadModel(I18NString const& path) override;
 
 private:
-    std::string const& fileOf(I18NString const& path) const;
-    std::shared_ptr<ModelVersion const> load(I18NString const& path, std::string const& file);
+    /// What a path names. No policy: null.
+    struct Source {
+        std::string const& file;
+        std::shared_ptr<Policy const> policy;
+    };
+    Source sourceOf(I18NString const& path) const;
+    std::shared_ptr<ModelVersion const> load(I18NString const& path, Source const& source);
 
     std::shared_ptr<Catalogue const> m_catalogue;
     I18NString m_path; // of the file that stands alone
     std::string m_file;
     LoadOptions m_options;
+    bool m_keepPolicyTraces = false;
     std::mutex m_loading; // one model is read at a time; loaded ones stay reachable meanwhile
     VersionTable m_versions;
 };

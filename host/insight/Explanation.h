@@ -27,6 +27,7 @@ struct ToldObject {
     std::string verdict;           // the rule as a sentence
     std::vector<std::string> tree; // what the trees do with the object, in sentences
     std::vector<ToldMention> mentions;
+    std::vector<std::string> rules = {}; // of a policy, with their lines, in sentences
 };
 
 /// What a view is to somebody.

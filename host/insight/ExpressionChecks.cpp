@@ -2,9 +2,9 @@
 #include "host/insight/ModelFindings.h"
 #include "host/insight/NameResolution.h"
 #include "host/insight/ObjectText.h"
-#include "host/insight/TextReferences.h"
 #include "host/store/image/Budget.h"
 #include "host/store/image/ShortText.h"
+#include "host/store/image/TextReferences.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,6 +1,7 @@
 #include "host/insight/FileFindings.h"
 
 #include "KRLException.h"
+#include "host/catalogue/PolicyViews.h"
 #include "host/import/xml/FileText.h"
 #include "host/insight/DiagnosticRules.h"
 #include "host/insight/ModelChecks.h"
@@ -10,6 +11,7 @@
 #include <map>
 #include <optional>
 #include <tuple>
+#include <utility>
 
 namespace vex {
 
@@ -41,9 +43,14 @@ std::string_view rootElementOf(std::string_view text) {
     return {};
 }
 
-void sortByPlace(Diagnostics& found) {
-    std::stable_sort(found.begin(), found.end(), [](Diagnostic const& a, Diagnostic const& b) {
-        return std::tie(a.line, a.column) < std::tie(b.line, b.column);
+/// Those of `first`, then of the other files that it is read with.
+void sortByPlace(Diagnostics& found, std::string const& first) {
+    auto const placeOf = [&](Diagnostic const& each) {
+        return std::make_tuple(each.file != first, std::string_view(each.file), each.line,
+                               each.column);
+    };
+    std::stable_sort(found.begin(), found.end(), [&](Diagnostic const& a, Diagnostic const& b) {
+        return placeOf(a) < placeOf(b);
     });
 }
 
@@ -59,8 +66,13 @@ Diagnostic unfinished(std::string const& file, KRLLimitException const& stopped)
 /// Reads a model and appends its findings, in the order of their places; null
 /// when one is an error.
 std::shared_ptr<Model const> examineModel(std::string const& text, std::string const& name,
-                                          ProgressReport const& progress, Diagnostics& list) {
+                                          ProgressReport const& progress, Diagnostics& list,
+                                          Policy const* policy = nullptr) {
     LoadOptions options;
+    std::optional<PolicyViews> views;
+    if (policy != nullptr) {
+        options.addition = &views.emplace(*policy);
+    }
     options.keepPositions = true;
     options.progress = progress;
     Diagnostics found;
@@ -68,13 +80,13 @@ std::shared_ptr<Model const> examineModel(std::string const& text, std::string c
     try {
         model = loadModelText(text, name, options, found);
         if (model != nullptr) {
-            checkModel(*model, name, found);
+            checkModel(*model, name, found, policy);
         }
     } catch (KRLLimitException const& stopped) {
         found.push_back(unfinished(name, stopped));
         model = nullptr;
     }
-    sortByPlace(found);
+    sortByPlace(found, name);
     append(list, found);
     return model;
 }
@@ -84,7 +96,8 @@ std::shared_ptr<Model const> examineEntry(CatalogueModel const& entry,
                                           ProgressReport const& progress, InputLimit const& limit,
                                           CatalogueFindings& findings, Diagnostics& inModels) {
     try {
-        return examineModel(readFileText(entry.file, limit), entry.file, progress, inModels);
+        return examineModel(readFileText(entry.file, limit), entry.file, progress, inModels,
+                            entry.policy.get());
     } catch (KRLDocumentException const& problem) {
         findings.add("model-unreadable", entry.line, entry.column,
                      [&] { return std::string(problem.what()); });
@@ -120,18 +133,20 @@ namespace {
 /// Appends what is found in a catalogue itself, and in its models.
 void examineCatalogue(std::string const& text, std::string const& name, std::string const& folder,
                       ProgressReport const& progress, InputLimit const& ofModels,
-                      Diagnostics& found, Diagnostics& inModels) {
-    auto const catalogue = readCatalogueText(text, name, folder, found);
+                      InputLimit const& ofPolicies, Diagnostics& found, Diagnostics& inModels) {
+    auto const catalogue = readCatalogueText(text, name, folder, found, {.limit = ofPolicies});
     if (catalogue == nullptr) {
         return;
     }
     CatalogueFindings findings(name, found);
     checkCatalogue(*catalogue, findings);
     GrantCheck const grants(*catalogue, findings);
-    std::map<std::string, std::optional<GrantedModel>> models; // several paths may share a file
+    // Several paths may share a file, and its policy.
+    std::map<std::pair<std::string, std::string>, std::optional<GrantedModel>> models;
     for (CatalogueModel const& entry : catalogue->models) {
         Budget::charge();
-        auto const [model, isNew] = models.try_emplace(entry.file);
+        grants.checkPolicy(entry);
+        auto const [model, isNew] = models.try_emplace({entry.file, entry.policyFile});
         if (isNew) {
             auto const examined = examineEntry(entry, progress, ofModels, findings, inModels);
             if (examined != nullptr) {
@@ -149,15 +164,15 @@ void examineCatalogue(std::string const& text, std::string const& name, std::str
 
 Diagnostics findInCatalogue(std::string const& text, std::string const& name,
                             std::string const& folder, ProgressReport const& progress,
-                            InputLimit const& ofModels) {
+                            InputLimit const& ofModels, InputLimit const& ofPolicies) {
     Diagnostics found;
     Diagnostics inModels;
     try {
-        examineCatalogue(text, name, folder, progress, ofModels, found, inModels);
+        examineCatalogue(text, name, folder, progress, ofModels, ofPolicies, found, inModels);
     } catch (KRLLimitException const& stopped) {
         found.push_back(unfinished(name, stopped));
     }
-    sortByPlace(found);
+    sortByPlace(found, name);
     append(found, inModels);
     return found;
 }

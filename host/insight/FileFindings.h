@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/catalogue/Policy.h"
 #include "host/import/xml/ModelLoader.h"
 
 #include <string>
@@ -27,10 +28,11 @@ Diagnostics findInModel(std::string const& text, std::string const& name,
 
 /// The same of a catalogue, whose own findings come first, and of its models,
 /// each file read once; model files are taken as relative to `folder`. One that
-/// cannot be read is a finding of the catalogue.
+/// cannot be read is a finding of the catalogue; a policy that cannot is an error of its own.
 Diagnostics findInCatalogue(std::string const& text, std::string const& name,
                             std::string const& folder,
                             decltype(LoadOptions::progress) const& progress = {},
-                            InputLimit const& ofModels = modelLimit);
+                            InputLimit const& ofModels = modelLimit,
+                            InputLimit const& ofPolicies = PolicyLimits::bytes);
 
 } // namespace vex

@@ -3,8 +3,8 @@
 #include "VexObject.h"
 #include "host/insight/NameResolution.h"
 #include "host/insight/ObjectText.h"
-#include "host/insight/TextReferences.h"
 #include "host/store/image/Budget.h"
+#include "host/store/image/TextReferences.h"
 
 #include <algorithm>
 #include <unordered_map>

@@ -35,7 +35,7 @@ void checkUsers(Catalogue const& catalogue, CatalogueFindings& findings) {
             std::any_of(user.roles.begin(), user.roles.end(),
                         [&](I18NString const& role) { return seeing.contains(role); });
         if (!seesSomething) {
-            findings.add("user-without-view", user.line, user.column, [&] {
+            findings.add("user-without-view", user.file, user.line, user.column, [&] {
                 return "the user " + inQuotes(user.name) +
                        " may use no view, so every request is refused; grant a view to a role of "
                        "the user";
@@ -54,9 +54,10 @@ std::set<I18NString> rolesHeldIn(Catalogue const& catalogue) {
 
 } // namespace
 
-void checkModel(Model const& model, std::string const& file, Diagnostics& found) {
+void checkModel(Model const& model, std::string const& file, Diagnostics& found,
+                Policy const* policy) {
     FindingLimit limit;
-    ModelFindings findings(model, file, found, limit);
+    ModelFindings findings(model, file, found, limit, policy);
     for (auto const check : {&checkShortcuts, &checkNames, &checkTranslations, &checkViews,
                              &checkWords, &checkIdentities, &checkExpressions}) {
         check(findings);
@@ -107,13 +108,13 @@ void GrantCheck::check(CatalogueModel const& entry, GrantedModel const& model) c
     for (CatalogueGrant const& grant : entry.grants) {
         Budget::charge();
         if (!model.views.contains(grant.view)) {
-            m_findings.add("granted-view-missing", grant.line, grant.column, [&] {
+            m_findings.add("granted-view-missing", grant.file, grant.line, grant.column, [&] {
                 return "the role " + inQuotes(grant.role) + " is granted the view " +
                        inQuotes(grant.view) + ", which the model " + file + " lacks";
             });
         }
         if (!m_held.contains(grant.role) && told.insert(grant.role).second) {
-            m_findings.add("role-without-user", grant.line, grant.column, [&] {
+            m_findings.add("role-without-user", grant.file, grant.line, grant.column, [&] {
                 return "no user has the role " + inQuotes(grant.role) +
                        ", which is granted the view " + inQuotes(grant.view);
             });

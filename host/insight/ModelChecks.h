@@ -13,8 +13,9 @@ namespace vex {
 
 /// Appends a finding for each doubtful spot of a model (see `diagnosticRules`).
 /// `file` stands in the findings; their places need a model that was loaded with
-/// positions.
-void checkModel(Model const& model, std::string const& file, Diagnostics& found);
+/// positions. What is wrong with a view of the `policy` stands there.
+void checkModel(Model const& model, std::string const& file, Diagnostics& found,
+                Policy const* policy = nullptr);
 
 /// False for a model path under which nobody is restricted.
 bool isRestrictedPath(I18NString const& path);
@@ -27,8 +28,15 @@ public:
     /// `tell` makes the text of one that is kept.
     template <class Tell>
     void add(RuleName rule, unsigned long line, unsigned long column, Tell const& tell) {
+        add(rule, {}, line, column, tell);
+    }
+
+    /// The same in a file that the catalogue is read with; "" for the catalogue itself.
+    template <class Tell>
+    void add(RuleName rule, std::string const& file, unsigned long line, unsigned long column,
+             Tell const& tell) {
         if (m_limit.admits((*rule).name)) {
-            m_found.push_back(finding(rule, m_file, line, column, tell()));
+            m_found.push_back(finding(rule, file.empty() ? m_file : file, line, column, tell()));
         }
     }
 
@@ -53,13 +61,15 @@ struct GrantedModel {
     std::set<I18NString> roles;
 };
 
-/// Adds a warning for each grant of a view that the model lacks, and for each
-/// role that a grant or a view of the model names and no user has.
+/// Adds a warning for each grant of a view that the model lacks, for each role that a
+/// grant or a view of the model names and no user has, and for each view of a policy that
+/// no user may use.
 class GrantCheck {
 public:
     GrantCheck(Catalogue const& catalogue, CatalogueFindings& findings);
 
     void check(CatalogueModel const& entry, GrantedModel const& model) const;
+    void checkPolicy(CatalogueModel const& entry) const;
 
 private:
     std::set<I18NString> m_held; // by users

@@ -28,7 +28,28 @@ void endShortList(std::string& list, std::size_t count) {
 
 void ModelFindings::addKept(RuleName rule, VEX_HANDLE element, std::string text) {
     DocumentPosition const at = m_model.findPosition(element).value_or(DocumentPosition{});
+    if (PolicyView const* const view = at.line == 0 ? findPolicyView(element) : nullptr) {
+        m_found.push_back(
+            finding(rule, m_policy->file, view->place.line, view->place.column, std::move(text)));
+        return;
+    }
     m_found.push_back(finding(rule, m_file, at.line, at.column, std::move(text)));
+}
+
+/// The one that an element is, or is part of; null without one.
+PolicyView const* ModelFindings::findPolicyView(VEX_HANDLE element) const {
+    if (m_policy == nullptr) {
+        return nullptr;
+    }
+    for (VEX_HANDLE at = element; at.IsNotNull(); at = VexObject(at).GetParent()) {
+        I18NString id;
+        VexObject(at).GetId(id);
+        PolicyView const* const view = id.empty() ? nullptr : m_policy->findView(id);
+        if (view != nullptr) {
+            return view;
+        }
+    }
+    return nullptr;
 }
 
 Vex_Handle_Collection ModelFindings::elementsOf(I18NString const& tag) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/catalogue/Policy.h"
 #include "host/insight/DiagnosticRules.h"
 #include "host/store/build/FindingLimit.h"
 #include "host/store/image/Model.h"
@@ -9,10 +10,10 @@ namespace vex {
 /// What the checks of a model have found so far, and what they say alike.
 class ModelFindings {
 public:
-    /// The limit is that of the file.
+    /// The limit is that of the file. Views of the policy, if there is one, stand there.
     ModelFindings(Model const& model, std::string const& file, Diagnostics& found,
-                  FindingLimit& limit)
-        : m_model(model), m_file(file), m_found(found), m_limit(limit) {}
+                  FindingLimit& limit, Policy const* policy = nullptr)
+        : m_model(model), m_file(file), m_found(found), m_limit(limit), m_policy(policy) {}
 
     Model const& getModel() const { return m_model; }
 
@@ -39,11 +40,13 @@ public:
 
 private:
     void addKept(RuleName rule, VEX_HANDLE element, std::string text);
+    PolicyView const* findPolicyView(VEX_HANDLE element) const;
 
     Model const& m_model;
     std::string const& m_file;
     Diagnostics& m_found;
     FindingLimit& m_limit;
+    Policy const* m_policy;
 };
 
 /// Not all of a long text.

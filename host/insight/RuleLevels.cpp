@@ -1,13 +1,12 @@
 #include "host/insight/RuleLevels.h"
 
 #include "KRLException.h"
+#include "host/import/yaml/YamlEvents.h"
 #include "host/insight/DiagnosticRules.h"
 #include "host/insight/NearestWord.h"
 
 #include <algorithm>
 #include <vector>
-
-#include <yaml.h>
 
 namespace vex {
 
@@ -35,83 +34,45 @@ struct Word {
 /// it nests, so nothing grows.
 class MappingReader {
 public:
-    MappingReader(std::string_view text, std::string const& name) : m_name(name) {
-        if (yaml_parser_initialize(&m_parser) == 0) {
-            throw std::bad_alloc();
-        }
-        yaml_parser_set_input_string(&m_parser, reinterpret_cast<unsigned char const*>(text.data()),
-                                     text.size());
-    }
-    ~MappingReader() { yaml_parser_delete(&m_parser); }
-    MappingReader(MappingReader const&) = delete;
-    MappingReader& operator=(MappingReader const&) = delete;
+    MappingReader(std::string_view text, std::string const& name)
+        : m_events(text, name, {.content = "all rules"}) {}
 
     /// Calls `take` with each key and its value.
     template <class Take> void read(Take const& take) {
-        next(); // the stream begins
-        if (next() == YAML_STREAM_END_EVENT) {
-            return; // comments at most
-        }
-        if (next() == YAML_SCALAR_EVENT && word().text.empty()) {
+        using Kind = YamlEvent::Kind;
+        YamlEvent const& event = m_events.next();
+        if (event.kind == Kind::End || event.isNothing()) {
+            m_events.next(); // comments at most; what is behind them is refused
             return;
         }
-        expect(YAML_MAPPING_START_EVENT);
-        while (next() != YAML_MAPPING_END_EVENT) {
+        expect(Kind::MappingStart);
+        while (m_events.next().kind != Kind::MappingEnd) {
             Word const key = word();
-            next();
+            m_events.next();
             take(key, word());
         }
-        next(); // the document ends
-        if (next() != YAML_STREAM_END_EVENT) {
-            refuse("a second document begins here; write all rules into one");
-        }
+        m_events.next(); // a second document is refused
     }
 
     [[noreturn]] void refuse(Word const& at, std::string const& problem) const {
-        throw KRLDocumentException(m_name, at.line, at.column, problem);
+        m_events.refuse({at.line, at.column}, problem);
     }
 
 private:
-    struct Event {
-        yaml_event_t event{};
-        ~Event() { yaml_event_delete(&event); }
-    };
-
-    yaml_event_type_t next() {
-        yaml_event_delete(&m_event.event);
-        if (yaml_parser_parse(&m_parser, &m_event.event) == 0) {
-            if (m_parser.error == YAML_MEMORY_ERROR) {
-                throw std::bad_alloc();
-            }
-            throw KRLDocumentException(
-                m_name, m_parser.problem_mark.line + 1, m_parser.problem_mark.column + 1,
-                std::string("this is not YAML: ") +
-                    (m_parser.problem == nullptr ? "it cannot be read" : m_parser.problem));
-        }
-        return m_event.event.type;
-    }
-
-    void expect(yaml_event_type_t type) const {
-        if (m_event.event.type != type) {
-            refuse("write a line for each rule, such as \"untranslated-name: off\"");
+    void expect(YamlEvent::Kind kind) const {
+        if (m_events.current().kind != kind) {
+            m_events.refuse(m_events.current().place,
+                            "write a line for each rule, such as \"untranslated-name: off\"");
         }
     }
 
     Word word() const {
-        expect(YAML_SCALAR_EVENT);
-        auto const& scalar = m_event.event.data.scalar;
-        return {std::string(reinterpret_cast<char const*>(scalar.value), scalar.length),
-                m_event.event.start_mark.line + 1, m_event.event.start_mark.column + 1};
+        expect(YamlEvent::Kind::Scalar);
+        YamlEvent const& scalar = m_events.current();
+        return {scalar.text, scalar.place.line, scalar.place.column};
     }
 
-    [[noreturn]] void refuse(std::string const& problem) const {
-        refuse({"", m_event.event.start_mark.line + 1, m_event.event.start_mark.column + 1},
-               problem);
-    }
-
-    std::string const& m_name;
-    yaml_parser_t m_parser{};
-    Event m_event;
+    YamlEvents m_events;
 };
 
 DiagnosticRule const& ruleOf(Word const& word, MappingReader const& reader) {

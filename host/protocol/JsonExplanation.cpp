@@ -17,10 +17,14 @@ Json describe(ToldObject const& object) {
                             {"excluded", mention.excluded},
                             {"hidden", mention.hidden}});
     }
-    return {{"id", object.label.id},       {"class", object.label.className},
-            {"name", object.label.name},   {"accessible", object.accessible},
-            {"rule", codeOf(object.rule)}, {"text", object.verdict},
-            {"tree", object.tree},         {"views", mentions}};
+    Json told{{"id", object.label.id},       {"class", object.label.className},
+              {"name", object.label.name},   {"accessible", object.accessible},
+              {"rule", codeOf(object.rule)}, {"text", object.verdict},
+              {"tree", object.tree},         {"views", mentions}};
+    if (!object.rules.empty()) {
+        told["policy"] = object.rules;
+    }
+    return told;
 }
 
 Json describe(ToldView const& view) {

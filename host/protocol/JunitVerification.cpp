@@ -1,39 +1,12 @@
 #include "host/protocol/JunitVerification.h"
 
+#include "host/protocol/JunitText.h"
+
 #include <algorithm>
 
 namespace vex {
 
 namespace {
-
-/// As XML text: what no document may hold becomes U+FFFD.
-std::string escaped(std::string const& text) {
-    std::string result;
-    for (char const character : text) {
-        switch (character) {
-        case '&':
-            result += "&amp;";
-            break;
-        case '<':
-            result += "&lt;";
-            break;
-        case '>':
-            result += "&gt;";
-            break;
-        case '"':
-            result += "&quot;";
-            break;
-        case '\n': // in an attribute it would be read as a blank
-            result += "&#10;";
-            break;
-        default: {
-            bool const isControl = static_cast<unsigned char>(character) < 0x20;
-            result += isControl && character != '\t' ? "\xEF\xBF\xBD" : std::string(1, character);
-        }
-        }
-    }
-    return result;
-}
 
 struct Suite {
     std::string name;
@@ -50,7 +23,7 @@ struct Suite {
         std::size_t found = 0;
         for (VerifyFinding const& finding : findings) {
             if (finding.kind == row.kind && !finding.isAccepted && ++found <= mostLines) {
-                lines += escaped(finding.text) + '\n';
+                lines += junitText(finding.text) + '\n';
             }
         }
         begin(row.code);
@@ -66,13 +39,13 @@ struct Suite {
                      ? std::to_string(leftOut) + " more past the limit; --max-findings raises it\n"
                      : "";
         tests += std::string(">\n      <failure type=\"") + row.code + "\" message=\"" +
-                 std::to_string(found + leftOut) + ": " + escaped(row.meaning) + "\">" + lines +
+                 std::to_string(found + leftOut) + ": " + junitText(row.meaning) + "\">" + lines +
                  "</failure>\n    </testcase>\n";
     }
     void addSkipped(char const* test, std::string const& why) {
         ++skipped;
         begin(test);
-        tests += ">\n      <skipped message=\"" + escaped(why) + "\"/>\n    </testcase>\n";
+        tests += ">\n      <skipped message=\"" + junitText(why) + "\"/>\n    </testcase>\n";
     }
     /// Counts what fails no test.
     void addCount(VerifyKindRow const& row, std::size_t found) {
@@ -80,7 +53,7 @@ struct Suite {
                       std::to_string(found) + "\"/>\n";
     }
     std::string text() const {
-        return "  <testsuite name=\"" + escaped(name) + "\" tests=\"" + std::to_string(count) +
+        return "  <testsuite name=\"" + junitText(name) + "\" tests=\"" + std::to_string(count) +
                "\" failures=\"" + std::to_string(failures) + "\" skipped=\"" +
                std::to_string(skipped) + "\">\n" +
                (properties.empty() ? ""
@@ -92,7 +65,7 @@ private:
     void begin(char const* test) {
         ++count;
         tests +=
-            "    <testcase classname=\"vexma.verify." + escaped(name) + "\" name=\"" + test + '"';
+            "    <testcase classname=\"vexma.verify." + junitText(name) + "\" name=\"" + test + '"';
     }
 };
 

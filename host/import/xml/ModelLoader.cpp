@@ -4,6 +4,8 @@
 #include "host/import/xml/ModelReader.h"
 #include "host/import/xml/SaxDocument.h"
 
+#include <algorithm>
+
 namespace vex {
 
 namespace {
@@ -29,7 +31,9 @@ std::shared_ptr<Model const> readModel(ByteSource& source, std::size_t size,
 std::shared_ptr<Model const> orRaise(std::shared_ptr<Model const> model,
                                      Diagnostics const& errors) {
     if (model == nullptr) {
-        Diagnostic const& first = errors.front();
+        Diagnostic const& first =
+            *std::find_if(errors.begin(), errors.end(),
+                          [](Diagnostic const& each) { return each.severity == Severity::Error; });
         throw KRLDocumentException(first.file, first.line, first.column, first.text);
     }
     return model;

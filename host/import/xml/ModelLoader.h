@@ -26,6 +26,8 @@ struct LoadOptions {
     std::function<void(std::size_t bytesDone, std::size_t bytesTotal)> progress;
     /// Remembers where each element stands, for messages about the model.
     bool keepPositions = false;
+    /// What is added to the model that was read; null for nothing. It stays where it is.
+    ModelAddition* addition = nullptr;
 };
 
 /// Reads a model document. Raises `KRLDocumentException` for the first error in

@@ -1,11 +1,14 @@
 #include "host/store/build/ModelWriter.h"
 
+#include "host/store/build/ModelAddition.h"
 #include "host/store/build/StoreBuilder.h"
+#include "host/store/build/WrittenModel.h"
 #include "host/store/image/Model.h"
 
 #include <algorithm>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace vex {
 
@@ -30,7 +33,7 @@ struct ModelWriter::Open {
 
 ModelWriter::ModelWriter(SourceReport& report, ModelWriterOptions const& options)
     : m_report(report), m_limits(options.limits), m_keepPositions(options.keepPositions),
-      m_isDocument(options.isDocument),
+      m_isDocument(options.isDocument), m_addition(options.addition),
       m_store(std::make_unique<StoreBuilder>(options.keepPositions, options.sourceSize)),
       m_defaultLocale(I18NString("en_US")), m_model(m_store->addName(u"model")),
       m_property(m_store->addName(u"property")), m_localesName(m_store->addName(u"locales")),
@@ -66,8 +69,8 @@ void ModelWriter::openObject(Name cls) {
         checkClass(cls);
     }
     m_store->openElement(cls.isEmpty() ? m_name.m_number : cls.m_number,
-                         m_keepPositions ? m_report.source().position().inDocument
-                                         : DocumentPosition());
+                         m_keepPositions && !m_isAdding ? m_report.source().position().inDocument
+                                                        : DocumentPosition());
     m_open.push_back({Open::Kind::Object});
 }
 
@@ -102,8 +105,25 @@ void ModelWriter::setText(std::u16string_view text) {
     m_store->setOwn(Own::Text, heldByDocument(text));
 }
 
+void ModelWriter::setKnownText(std::uint32_t text) {
+    innermostObject("a text was set outside of an object");
+    m_store->setOwn(Own::Text, text);
+}
+
+void ModelWriter::makeAddition() {
+    ModelAddition* const addition = std::exchange(m_addition, nullptr);
+    if (addition != nullptr && !m_report.hasErrors()) {
+        m_isAdding = true; // what is added stands nowhere in the source
+        WrittenModel written(*m_store, m_defaultLocale);
+        addition->addTo(written, *this, m_report);
+    }
+}
+
 void ModelWriter::closeObject() {
     innermostObject("an object was closed that is not the innermost thing open");
+    if (m_open.size() == 1) {
+        makeAddition();
+    }
     m_open.pop_back();
     m_store->closeElement();
 }

@@ -14,6 +14,7 @@
 namespace vex {
 
 class Model;
+class ModelAddition;
 class StoreBuilder;
 struct ShapeEntry;
 
@@ -32,6 +33,8 @@ struct ModelWriterOptions {
     std::size_t sourceSize = 0;
     /// The source is an XML document: its classes are names of elements.
     bool isDocument = false;
+    /// What is added when all else is there; null for nothing. It outlives the writer.
+    ModelAddition* addition = nullptr;
 };
 
 /// How a model comes to be. An importer tells what its source holds, in document
@@ -127,6 +130,9 @@ public:
     void setText(std::u16string_view text);
     /// @}
 
+    /// The same with a text that the model has, by its number in a `WrittenModel`.
+    void setKnownText(std::uint32_t text);
+
     /// Fetches what `setId` will look at, so that it need not wait when
     /// something else is done in between. The text is the caller's until then.
     PreparedId prepareId(std::u16string_view id) const;
@@ -174,6 +180,7 @@ public:
 
 private:
     struct Open;
+    void makeAddition();
     struct KnownName {
         bool isCounted = false;
         bool isCheckedClass = false;
@@ -207,6 +214,8 @@ private:
     ModelLimits const m_limits;
     bool const m_keepPositions;
     bool const m_isDocument;
+    ModelAddition* m_addition;
+    bool m_isAdding = false;
 
     std::unique_ptr<StoreBuilder> m_store;
     std::vector<Open> m_open;

@@ -25,6 +25,11 @@ public:
         return recent;
     }
 
+    /// The number of a name that was added, or `NoAtom`.
+    Atom find(std::u16string_view name, TextTableBuilder const& texts) const {
+        return findHashed(name, hashOf(name), texts);
+    }
+
     std::u16string_view view(Atom atom, TextTableBuilder const& texts) const {
         NameTable::Name const& name = m_table.m_names[atom];
         return {texts.begin(name.text), name.length};
@@ -48,10 +53,18 @@ private:
         return (name.size() * 5 + name.front() * 3U + name.back()) % RecentCount;
     }
 
+    std::uint32_t hashOf(std::u16string_view name) const {
+        return static_cast<std::uint32_t>(I18NHashText(name, m_table.m_seed));
+    }
+
+    Atom findHashed(std::u16string_view name, std::uint32_t hash,
+                    TextTableBuilder const& texts) const {
+        return m_found.find(hash, [&](Atom atom) { return isSameText(view(atom, texts), name); });
+    }
+
     Atom addHashed(std::u16string_view name, TextTableBuilder& texts) {
-        std::uint32_t const hash = static_cast<std::uint32_t>(I18NHashText(name, m_table.m_seed));
-        Atom const known =
-            m_found.find(hash, [&](Atom atom) { return isSameText(view(atom, texts), name); });
+        std::uint32_t const hash = hashOf(name);
+        Atom const known = findHashed(name, hash, texts);
         if (known != NoAtom) {
             return known;
         }

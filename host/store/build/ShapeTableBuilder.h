@@ -18,6 +18,9 @@ public:
     std::uint32_t add(Atom cls, std::uint8_t own, std::span<ShapeEntry const> simple,
                       Atom const (&ownNames)[OwnCount]);
 
+    /// The shapes so far; only their entries can be asked for.
+    ShapeTable const& table() const { return m_table; }
+
     /// Ends the building: works out what each shape lists. The default locale
     /// decides which value of a localised property is shown; `nameName` is the
     /// property "name".

@@ -7,14 +7,27 @@
 namespace vex {
 
 void SourceReport::report(char const* rule, std::string text, Severity severity) {
-    bool const isError = severity == Severity::Error;
-    if (!isError && m_kept >= MostKept) {
+    if (!isFull(severity)) {
+        SourcePosition const at = m_source.position();
+        report({severity, rule, m_file, at.inDocument.line, at.inDocument.column, std::move(text),
+                at.part});
+    }
+}
+
+void SourceReport::report(Diagnostic found) {
+    Severity const severity = found.severity;
+    if (isFull(severity)) {
         return;
     }
-    keep(severity, rule, std::move(text), m_source.position());
-    if (isError && m_kept >= MostKept) {
+    keep(std::move(found));
+    if (severity == Severity::Error && m_kept >= MostKept) {
         throw Stop();
     }
+}
+
+void SourceReport::stop(Diagnostic found) {
+    keep(std::move(found));
+    throw Stop();
 }
 
 void SourceReport::stop(char const* rule, std::string text) {
@@ -28,10 +41,14 @@ void SourceReport::stop(char const* rule, std::string text, SourcePosition const
 
 void SourceReport::keep(Severity severity, char const* rule, std::string text,
                         SourcePosition const& at) {
-    m_found.push_back({severity, rule, m_file, at.inDocument.line, at.inDocument.column,
-                       std::move(text), at.part});
+    keep({severity, rule, m_file, at.inDocument.line, at.inDocument.column, std::move(text),
+          at.part});
+}
+
+void SourceReport::keep(Diagnostic found) {
+    m_hasErrors = m_hasErrors || found.severity == Severity::Error;
+    m_found.push_back(std::move(found));
     ++m_kept;
-    m_hasErrors = m_hasErrors || severity == Severity::Error;
 }
 
 std::string inQuotes(std::u16string_view text) {

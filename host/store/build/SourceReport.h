@@ -32,12 +32,23 @@ public:
     [[noreturn]] void stop(char const* rule, std::string text);
     [[noreturn]] void stop(char const* rule, std::string text, SourcePosition const& at);
 
+    /// @{
+    /// The same of another file that the model is made with.
+    void report(Diagnostic found);
+    [[noreturn]] void stop(Diagnostic found);
+    /// @}
+
     bool hasErrors() const { return m_hasErrors; }
 
+    std::string const& file() const { return m_file; }
     ModelSource const& source() const { return m_source; }
 
 private:
     void keep(Severity severity, char const* rule, std::string text, SourcePosition const& at);
+    void keep(Diagnostic found);
+    bool isFull(Severity severity) const {
+        return severity != Severity::Error && m_kept >= MostKept;
+    }
 
     std::string const& m_file;
     ModelSource const& m_source;

@@ -32,10 +32,18 @@ public:
     void setOwn(Own which, std::u16string_view text) {
         m_frames.back().own[static_cast<unsigned>(which)] = m_queue.add(text);
     }
+    void setOwn(Own which, TextRef text) {
+        m_frames.back().own[static_cast<unsigned>(which)] = m_queue.add(text);
+    }
     /// False when another element has this id. `hash` is what `prepareText`
     /// gives for it, best asked for some time before.
     bool setId(std::u16string_view id, std::uint32_t hash);
     bool hasId() { return m_frames.back().own[static_cast<unsigned>(Own::Id)] != 0; }
+    /// True when an element was given this text as its id.
+    bool isId(TextRef text) {
+        m_idTexts.grow(text);
+        return m_idTexts[text];
+    }
     void closeElement();
 
     /// What is added between the two are properties of a property.
@@ -57,6 +65,9 @@ public:
     std::unique_ptr<StoreData const> finish(I18NLocale defaultLocale,
                                             std::vector<I18NLocale> locales,
                                             std::vector<I18NLocale> usedLocales) &&;
+
+    /// For whoever reads what was added so far: `WrittenModel`.
+    friend class WrittenModel;
 
 private:
     struct Frame {

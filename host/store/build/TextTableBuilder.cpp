@@ -9,15 +9,19 @@ TextTableBuilder::TextTableBuilder(std::uint64_t seed) : m_seed(seed) {
     m_units.push_back(0); // the empty text
 }
 
-TextRef TextTableBuilder::add(std::u16string_view text, std::uint32_t hash) {
-    if (text.empty()) {
-        return 0;
-    }
-    TextRef const found = m_found.find(hash, [this, text](TextRef other) {
+TextRef TextTableBuilder::find(std::u16string_view text, std::uint32_t hash) const {
+    return m_found.find(hash, [this, text](TextRef other) {
         // What stands behind the last text is not read.
         return text.size() < m_units.size() - other && m_units[other + text.size()] == 0 &&
                isSameText({m_units.data() + other, text.size()}, text);
     });
+}
+
+TextRef TextTableBuilder::add(std::u16string_view text, std::uint32_t hash) {
+    if (text.empty()) {
+        return 0;
+    }
+    TextRef const found = find(text, hash);
     if (found != NotFound) {
         return found;
     }

@@ -37,6 +37,12 @@ public:
         return add(text, static_cast<std::uint32_t>(I18NHashText(text, m_seed)));
     }
 
+    /// The number of a text that was added, or `NotFound`.
+    TextRef find(std::u16string_view text) const {
+        return text.empty() ? 0
+                            : find(text, static_cast<std::uint32_t>(I18NHashText(text, m_seed)));
+    }
+
     /// Valid until a text is added.
     char16_t const* begin(TextRef text) const { return m_units.data() + text; }
 
@@ -50,6 +56,8 @@ public:
     TextTable finish() &&;
 
 private:
+    TextRef find(std::u16string_view text, std::uint32_t hash) const;
+
     CompactArray<char16_t> m_units;
     GrowingHash m_found;
     std::uint64_t m_seed;

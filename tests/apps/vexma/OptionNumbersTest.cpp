@@ -72,6 +72,9 @@ TEST(OptionNumbers, ThatAreNegativeTooLargeOrNoneAreWrongUsageForEveryOption) {
             if (option.command == "import") { // it is told first what the file is
                 arguments = {option.command, "tabular", "small.model.xml", given};
             }
+            if (option.command == "policy") {
+                arguments = {option.command, "show", given};
+            }
             ToolResult const result = folder.Run(arguments);
             if (!isTime) {
                 EXPECT_EQ(result.status, 2) << option.command << ' ' << option.name << '=' << bad;

@@ -1,4 +1,4 @@
-#include "host/insight/TextReferences.h"
+#include "host/store/image/TextReferences.h"
 
 #include "I18NStringIterator.h"
 

@@ -1,0 +1,100 @@
+#include "host/store/build/WrittenModel.h"
+
+#include "host/store/build/StoreBuilder.h"
+
+#include <string>
+
+namespace vex {
+
+WrittenModel::WrittenModel(StoreBuilder& store, I18NLocale defaultLocale)
+    : m_store(store), m_defaultLocale(defaultLocale),
+      m_count(static_cast<ElementNumber>(store.elementCount())), m_name(store.m_data->nameName) {
+    m_store.m_queue.finish();
+    m_nameOffsets.resize(shapeCount());
+}
+
+ElementNumber WrittenModel::parent(ElementNumber element) const {
+    return m_store.m_data->elements[element].parent;
+}
+
+ElementNumber WrittenModel::end(ElementNumber element) const {
+    return element == 0 ? m_count : m_store.m_data->elements[element].end;
+}
+
+DocumentPosition WrittenModel::position(ElementNumber element) const {
+    CompactArray<DocumentPosition> const& positions = m_store.m_data->positions;
+    return positions.size() == 0 ? DocumentPosition{} : positions[element];
+}
+
+std::uint32_t WrittenModel::shapeNumber(ElementNumber element) const {
+    return m_store.m_data->elements[element].shape;
+}
+
+std::size_t WrittenModel::shapeCount() const {
+    return m_store.m_shapes.table().size();
+}
+
+Shape const& WrittenModel::shape(std::uint32_t number) const {
+    return m_store.m_shapes.table()[number];
+}
+
+std::span<ShapeEntry const> WrittenModel::entries(Shape const& shape) const {
+    return m_store.m_shapes.table().entries(shape);
+}
+
+TextRef WrittenModel::value(ElementNumber element, std::uint32_t offset) const {
+    return m_store
+        .m_queue[m_store.m_flushed[m_store.m_data->elements[element].firstValue + offset]];
+}
+
+TextRef WrittenModel::idOf(ElementNumber element) const {
+    Shape const& of = shape(shapeNumber(element));
+    return of.has(Own::Id) ? value(element, of.ownOffset(Own::Id)) : 0;
+}
+
+TextRef WrittenModel::nameOf(ElementNumber element) const {
+    std::uint32_t const number = shapeNumber(element);
+    std::optional<std::uint32_t>& offset = m_nameOffsets[number];
+    if (!offset) {
+        offset = findNameOffset(shape(number));
+    }
+    return *offset == NotFound ? 0 : value(element, *offset);
+}
+
+// As a finished model finds it: the default language, a more general one, none.
+std::uint32_t WrittenModel::findNameOffset(Shape const& shape) const {
+    std::span<ShapeEntry const> const all = entries(shape);
+    for (I18NLocale wanted = m_defaultLocale;; wanted = wanted.getParent()) {
+        std::uint32_t const locale = wanted.getNumber();
+        for (std::uint32_t offset = shape.ownCount; offset < all.size(); ++offset) {
+            if (all[offset].name == m_name && all[offset].locale == locale) {
+                return offset;
+            }
+        }
+        if (locale == 0) {
+            return NotFound;
+        }
+    }
+}
+
+std::u16string_view WrittenModel::text(TextRef text) const {
+    return m_store.m_texts.begin(text);
+}
+
+std::u16string_view WrittenModel::className(ElementNumber element) const {
+    return m_store.nameText(classOf(element));
+}
+
+TextRef WrittenModel::numberOf(std::u16string_view text) const {
+    return m_store.m_texts.find(text);
+}
+
+Atom WrittenModel::nameNumberOf(std::u16string_view name) const {
+    return m_store.m_names.find(name, m_store.m_texts);
+}
+
+bool WrittenModel::isId(TextRef text) const {
+    return text != 0 && text != NotFound && m_store.isId(text);
+}
+
+} // namespace vex
