@@ -75,7 +75,7 @@ Question readQuestion(std::vector<std::string> const& arguments) {
     } else {
         auto const catalogue = VexCatalogue::readFile(arguments[0]);
         question.modelPath = I18NString::fromUtf8(arguments[1]);
-        question.model = VexModel::readFile(catalogue->modelFile(question.modelPath));
+        question.model = catalogue->readModel(question.modelPath);
         question.security =
             std::make_unique<VexCatalogueSecurity>(catalogue, I18NString::fromUtf8(arguments[2]));
     }

@@ -16,13 +16,6 @@ NamingGraph::NamingGraph(WrittenModel& model, PolicySteps& steps)
     for (ElementNumber element = 1; element < model.elementCount(); ++element) {
         if (model.classOf(element) == m_securityViews) {
             element = model.end(element) - 1;
-        } else if (TextRef const name = model.nameOf(element); name != 0) {
-            m_isName.try_emplace(name, true);
-        }
-    }
-    for (ElementNumber element = 1; element < model.elementCount(); ++element) {
-        if (model.classOf(element) == m_securityViews) {
-            element = model.end(element) - 1;
         } else {
             readElement(element);
         }
@@ -46,7 +39,7 @@ void NamingGraph::readText(ElementNumber element, std::u16string_view text) {
         Names names;
         TextRef const before =
             reference->before().empty() ? 0 : m_model.numberOf(reference->before());
-        if (before != 0 && m_isName.contains(before)) { // else a function or an operator
+        if (before != 0 && isName(before)) { // else a function or an operator
             names.push_back(before);
         }
         for (std::u16string_view const name : reference->names()) {
@@ -61,6 +54,24 @@ void NamingGraph::readText(ElementNumber element, std::u16string_view text) {
             readers.push_back(element);
         }
     }
+}
+
+/// True when some element is called so; a function is not.
+bool NamingGraph::isName(TextRef text) {
+    if (text == NotFound) {
+        return false;
+    }
+    if (m_names.isEmpty()) {
+        m_names.clear(m_model.textEnd());
+        for (ElementNumber element = 1; element < m_model.elementCount(); ++element) {
+            if (m_model.classOf(element) == m_securityViews) {
+                element = m_model.end(element) - 1;
+            } else if (TextRef const name = m_model.nameOf(element); name != 0) {
+                m_names.insert(name);
+            }
+        }
+    }
+    return m_names.contains(text);
 }
 
 NamingGraph::Names NamingGraph::referenceOf(ElementNumber element) {
@@ -96,10 +107,13 @@ bool NamingGraph::fits(Chain const& chain, ElementNumber ancestor) {
 
 template <class Take>
 void NamingGraph::forEachPartial(ElementNumber element, TextRef name, Take const& take) {
+    if (m_partial.empty()) {
+        return; // as where all references are whole
+    }
     for (ElementNumber at = m_model.parent(element); at != NotFound && at != 0;
          at = m_model.parent(at)) {
         m_steps.spend(1);
-        auto const found = m_partial.find({m_model.nameOf(at), name});
+        auto const found = m_partial.find(pairOf(m_model.nameOf(at), name));
         if (found == m_partial.end()) {
             continue;
         }
@@ -117,8 +131,9 @@ void NamingGraph::forEachPartial(ElementNumber element, TextRef name, Take const
 }
 
 void NamingGraph::resolve() {
+    m_lastNames.clear(m_model.textEnd());
     for (Chain& chain : m_chains) {
-        m_lastNames.try_emplace(chain.names->back(), true);
+        m_lastNames.insert(chain.names->back());
         if (chain.names->size() == 1) {
             m_alone[chain.names->back()].push_back(m_chainNumbers.at(*chain.names));
             chain.isResolved = true;
@@ -133,16 +148,18 @@ void NamingGraph::resolve() {
             }
         }
     };
+    m_wholeChains.assign(m_model.elementCount(), NotFound);
     forEachCalled([&](ElementNumber element, TextRef) {
         auto const at = m_chainNumbers.find(referenceOf(element));
         if (at != m_chainNumbers.end()) {
             m_chains[at->second].isResolved = true;
+            m_wholeChains[element] = static_cast<std::uint32_t>(at->second);
         }
     });
     for (std::size_t number = 0; number < m_chains.size(); ++number) {
         Names const& names = *m_chains[number].names;
         if (!m_chains[number].isResolved) {
-            m_partial[{names[names.size() - 2], names.back()}].chains.push_back(number);
+            m_partial[pairOf(names[names.size() - 2], names.back())].chains.push_back(number);
         }
     }
     beginSpread();
@@ -191,9 +208,8 @@ void NamingGraph::findReaders(ElementNumber element, std::vector<ElementNumber>&
         return;
     }
     takeAll(m_alone);
-    auto const whole = m_chainNumbers.find(referenceOf(element));
-    if (whole != m_chainNumbers.end()) {
-        takeChain(whole->second, readers);
+    if (m_wholeChains[element] != NotFound) {
+        takeChain(m_wholeChains[element], readers);
     }
     forEachPartial(element, name, [&](std::size_t chain) { takeChain(chain, readers); });
 }

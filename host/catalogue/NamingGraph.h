@@ -1,10 +1,12 @@
 #pragma once
 
+#include "I18NHash.h"
 #include "host/catalogue/ElementSet.h"
 #include "host/catalogue/PolicySteps.h"
+#include "host/catalogue/TextSet.h"
 #include "host/store/build/WrittenModel.h"
 
-#include <map>
+#include <cstdint>
 #include <set>
 #include <unordered_map>
 #include <vector>
@@ -50,6 +52,15 @@ public:
 
 private:
     using Names = std::vector<TextRef>;
+    struct NamesHash {
+        std::size_t operator()(Names const& names) const noexcept {
+            std::uint64_t hash = I18NHashSeed();
+            for (TextRef const name : names) {
+                hash = I18NMixHash(name, names.size(), hash);
+            }
+            return static_cast<std::size_t>(hash);
+        }
+    };
 
     /// Names that stand together, and who says them.
     struct Chain {
@@ -63,12 +74,20 @@ private:
         std::vector<std::size_t> chains{};
         unsigned spread = 0;
     };
+    using ChainsByName = std::unordered_map<TextRef, std::vector<std::size_t>, TextNumberHash>;
+
+    /// The last two names of a chain as one number.
+    static std::uint64_t pairOf(TextRef before, TextRef last) {
+        return std::uint64_t{before} << 32U | last;
+    }
+
     /// From here on chains are not told apart: each is taken for named.
     static constexpr std::size_t ManyChains = 64;
 
     void readElement(ElementNumber element);
     void readText(ElementNumber element, std::u16string_view text);
     void resolve();
+    bool isName(TextRef text);
     void beginSpread() { ++m_spread; }
     void findReaders(ElementNumber element, std::vector<ElementNumber>& readers);
     void takeChain(std::size_t chain, std::vector<ElementNumber>& readers);
@@ -83,13 +102,14 @@ private:
     PolicySteps& m_steps;
     Atom m_namespace, m_folder, m_queryItemFolder, m_securityViews;
     std::set<Atom> m_properties;
-    std::unordered_map<TextRef, bool> m_isName;
-    std::map<Names, std::size_t> m_chainNumbers;
+    TextSet m_names; // of elements; empty until a word is looked up
+    std::unordered_map<Names, std::size_t, NamesHash> m_chainNumbers;
     std::vector<Chain> m_chains;
-    std::unordered_map<TextRef, std::vector<std::size_t>> m_alone;      // chains of one name
-    std::unordered_map<TextRef, std::vector<std::size_t>> m_unresolved; // by each of their names
-    std::unordered_map<TextRef, bool> m_lastNames;
-    std::map<std::pair<TextRef, TextRef>, Bucket> m_partial; // by the last two names
+    ChainsByName m_alone;      // of one name
+    ChainsByName m_unresolved; // by each of their names
+    TextSet m_lastNames;
+    std::vector<std::uint32_t> m_wholeChains; // by element: of its reference; `NotFound`: none
+    std::unordered_map<std::uint64_t, Bucket, TextNumberHash> m_partial; // by `pairOf`
     unsigned m_spread = 0;
 };
 

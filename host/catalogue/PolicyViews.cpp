@@ -2,6 +2,7 @@
 
 #include "host/catalogue/ElementSet.h"
 #include "host/catalogue/NamingGraph.h"
+#include "host/catalogue/PolicyFindings.h"
 #include "host/catalogue/PolicySteps.h"
 #include "host/catalogue/SelectorPass.h"
 #include "host/store/build/ModelWriter.h"
@@ -36,9 +37,7 @@ struct NumberedRule {
     std::size_t view;
     PolicyRule const* rule;
     std::uint32_t number; // in its view
-    bool isMet = false;
-    bool hasId = false; // something that is meant
-    bool takesAway = false;
+    RuleOutcome outcome{};
 };
 
 /// A selector of an expectation.
@@ -53,8 +52,8 @@ public:
     PolicyWork(Policy const& policy, PolicyTrace* trace, PolicyViews::Limits limits,
                WrittenModel& model, ModelWriter& writer, SourceReport& report)
         : m_policy(policy), m_trace(trace), m_model(model), m_writer(writer), m_report(report),
-          m_limits(limits), m_steps(limits.steps), m_pass(model, m_steps),
-          m_meant(policy.views.size()), m_included(model.elementCount()),
+          m_findings(policy, report), m_limits(limits), m_steps(limits.steps),
+          m_pass(model, m_steps), m_meant(policy.views.size()), m_included(model.elementCount()),
           m_excepted(model.elementCount()), m_seen(model.elementCount()) {}
 
     void run() {
@@ -65,9 +64,9 @@ public:
         try {
             findAndWrite();
         } catch (PolicySteps::Exhausted const&) {
-            stopTooLarge("finding out what the rules mean takes more than " +
-                         std::to_string(m_limits.steps) +
-                         " steps; write fewer rules, or rules that mean less");
+            m_findings.stopTooLarge("finding out what the rules mean takes more than " +
+                                    std::to_string(m_limits.steps) +
+                                    " steps; write fewer rules, or rules that mean less");
         }
     }
 
@@ -99,6 +98,7 @@ private:
             writeViews();
         }
         reportExpectations();
+        m_findings.tellRest();
         finishTrace();
     }
 
@@ -159,22 +159,10 @@ private:
         }
     }
 
-    /// Reports a breach of a rule of findings in the policy.
-    void add(char const* rule, Severity severity, YamlPlace const& at, std::string text) {
-        m_report.report({severity, rule, m_policy.file, at.line, at.column, std::move(text)});
-    }
-    void add(char const* rule, ElementNumber element, std::string text) {
-        DocumentPosition const at = m_model.position(element);
-        m_report.report(
-            {Severity::Warning, rule, m_report.file(), at.line, at.column, std::move(text)});
-    }
-
     void checkIds() {
         for (PolicyView const& view : m_policy.views) {
             if (m_model.isId(m_model.numberOf(view.id.view()))) {
-                add("policy-view-twice", Severity::Error, view.place,
-                    "the model has the id " + inQuotes(view.id.view()) +
-                        " already; give the view another one");
+                m_findings.refuseId(view);
             }
         }
     }
@@ -188,8 +176,8 @@ private:
             std::size_t const first = at;
             for (; at < found.size() && m_rules[found[at]].view == view; ++at) {
                 NumberedRule& rule = m_rules[found[at]];
-                rule.isMet = true;
-                rule.hasId = rule.hasId || m_model.idOf(element) != 0;
+                rule.outcome.isMet = true;
+                rule.outcome.hasId = rule.outcome.hasId || m_model.idOf(element) != 0;
                 decide(view, element, PolicyTrace::Decision::Kind::Rule, rule.rule->kind,
                        rule.number);
                 isIncluded = isIncluded || rule.rule->kind == PolicyRule::Kind::Include;
@@ -200,7 +188,7 @@ private:
                 }
             }
             for (std::size_t again = first; isIncluded && again < at; ++again) {
-                m_rules[found[again]].takesAway = true;
+                m_rules[found[again]].outcome.takesAway = true;
             }
         }
     }
@@ -209,75 +197,27 @@ private:
     void admitEntries(std::size_t count) {
         m_entries += count;
         if (m_entries > m_limits.entries) {
-            stopTooLarge("the rules mean more than " + std::to_string(m_limits.entries) +
-                         " objects, each counted as often as it is meant; make fewer views");
+            m_findings.stopTooLarge(
+                "the rules mean more than " + std::to_string(m_limits.entries) +
+                " objects, each counted as often as it is meant; make fewer views");
         }
-    }
-
-    [[noreturn]] void stopTooLarge(std::string text) {
-        YamlPlace const at =
-            m_policy.views.empty() ? YamlPlace{1, 1} : m_policy.views.front().place;
-        m_report.stop({Severity::Error, "policy-too-large", m_policy.file, at.line, at.column,
-                       std::move(text)});
     }
 
     void reportRules() {
         for (NumberedRule const& each : m_rules) {
-            PolicyRule const& rule = *each.rule;
-            PolicyView const& view = m_policy.views[each.view];
-            if (!each.isMet) {
-                addWithoutMatch(rule);
-            } else if (!each.hasId) {
-                addWithoutEffect(rule.place, "no view can list what is meant by " + rule.text +
-                                                 ", for it has no id");
-            } else if (rule.kind == PolicyRule::Kind::Except && !each.takesAway) {
-                addWithoutEffect(rule.place, "nothing that the view " + inQuotes(view.id.view()) +
-                                                 " includes is taken away by " + rule.text);
-            } else if (isSetIgnored(view, rule.kind)) {
-                addWithoutEffect(rule.place,
-                                 "the view " + inQuotes(view.id.view()) +
-                                     (view.isRoleBased
-                                          ? " has no members, and such a view hides nothing"
-                                          : " is not role based, and only such a view excludes "
-                                            "and hides; write \"roleBased: true\""));
-            }
+            m_findings.checkRule(m_policy.views[each.view], *each.rule, each.outcome);
         }
         for (PolicyView const& view : m_policy.views) {
-            bool const hasSource =
-                std::any_of(view.rules.begin(), view.rules.end(),
-                            [](PolicyRule const& rule) { return isSpread(rule.kind); });
-            if (view.spreads && !hasSource) {
-                addWithoutEffect(view.place, "the view " + inQuotes(view.id.view()) +
-                                                 " excepts and excludes nothing that could spread");
-            }
+            m_findings.checkSpread(view);
         }
     }
 
     void reportExpectations() {
         for (ExpectedRule const& each : m_expected) {
             if (!each.isMet) {
-                addWithoutMatch(*each.rule);
+                m_findings.tellWithoutMatch(*each.rule);
             }
         }
-    }
-
-    void addWithoutMatch(PolicyRule const& rule) {
-        add("policy-selector-without-match", Severity::Warning, rule.place,
-            "no object of the model is meant by " + rule.text);
-    }
-    void addWithoutEffect(YamlPlace const& at, std::string text) {
-        add("policy-rule-without-effect", Severity::Warning, at, std::move(text));
-    }
-
-    static bool isSpread(PolicyRule::Kind kind) {
-        return kind == PolicyRule::Kind::Except || kind == PolicyRule::Kind::Exclude;
-    }
-
-    /// Of views that are not role based only what they include counts, of one without
-    /// members what it excludes too.
-    static bool isSetIgnored(PolicyView const& view, PolicyRule::Kind kind) {
-        return (kind == PolicyRule::Kind::Exclude && !view.isRoleBased) ||
-               (kind == PolicyRule::Kind::Hide && (!view.isRoleBased || view.members.empty()));
     }
 
     /// Leaves what the rules of a kind mean in `m_excepted`, and what that spreads to.
@@ -401,9 +341,8 @@ private:
             }
             inNamespaces.insert(element);
             if (!m_seen.contains(element) && cls != word(resources::Shortcut)) {
-                add("object-without-rule", element,
-                    "no rule of " + m_policy.file + " speaks of " + I18NString(cls).toUtf8() + ' ' +
-                        inQuotes(m_model.text(m_model.nameOf(element))) + "; include or except it");
+                m_findings.tellObject(cls, m_model.text(m_model.nameOf(element)),
+                                      m_model.position(element));
             }
         }
     }
@@ -413,6 +352,7 @@ private:
     WrittenModel& m_model;
     ModelWriter& m_writer;
     SourceReport& m_report;
+    PolicyFindings m_findings;
     PolicyViews::Limits m_limits;
     PolicySteps m_steps;
     SelectorPass m_pass;

@@ -2,6 +2,7 @@
 
 #include "host/catalogue/PolicySteps.h"
 #include "host/catalogue/Selector.h"
+#include "host/catalogue/TextSet.h"
 #include "host/store/build/WrittenModel.h"
 
 #include <cstddef>
@@ -79,10 +80,11 @@ private:
     };
     /// A property that selectors test first, and the selectors by its values.
     struct TestedProperty {
-        std::unordered_map<TextRef, Bits> byValue{};
+        std::unordered_map<TextRef, Bits, TextNumberHash> byValue{};
         std::map<std::u16string, Bits, std::less<>> byWord{};
-        std::unordered_map<TextRef, Bits> ofText{}; // what was found for texts met before
-        std::size_t kept = 0;                       // of that
+        std::unordered_map<TextRef, Bits, TextNumberHash>
+            ofText{};         // what was found for texts met before
+        std::size_t kept = 0; // of that
     };
     static constexpr std::size_t MostKept = 1U << 20U;
     /// Selectors that hold below an element.
@@ -123,7 +125,7 @@ private:
     std::map<std::pair<std::uint32_t, TextRef>, std::uint32_t> m_referenceSteps; // by node and name
     std::vector<std::vector<std::size_t>> m_ends;                                // by node
     std::vector<std::uint32_t> m_nodes; // below each element
-    std::unordered_map<TextRef, std::vector<std::size_t>> m_ids;
+    std::unordered_map<TextRef, std::vector<std::size_t>, TextNumberHash> m_ids;
     Words m_everywhere;
 
     Words m_ofAnyClass;

@@ -17,24 +17,30 @@ namespace {
 
 constexpr std::size_t longestLine = 96;
 
+/// What YAML does not hold as it stands, or takes for the end of a line.
+bool mustBeEscaped(char16_t unit) {
+    constexpr char16_t byteOrderMark = 0xFEFF;
+    return unit < 0x20 || (unit >= 0x7F && unit <= 0xA0) || unit == u'\u2028' ||
+           unit == u'\u2029' || unit == byteOrderMark;
+}
+
 /// In the double quotes of YAML.
 std::string quoted(std::string const& text) {
-    static constexpr char digits[] = "0123456789ABCDEF";
-    std::string made = "\"";
-    for (char const each : text) {
-        auto const unit = static_cast<unsigned char>(each);
-        if (each == '"' || each == '\\') {
-            made += '\\';
-            made += each;
-        } else if (unit < 0x20 || unit == 0x7F) {
-            made += "\\x";
-            made += digits[unit / 16];
-            made += digits[unit % 16];
-        } else {
-            made += each;
+    static constexpr char16_t digits[] = u"0123456789ABCDEF";
+    I18NString const whole = I18NString::fromUtf8(text);
+    std::u16string made = u"\"";
+    for (char16_t const unit : whole.view()) {
+        if (mustBeEscaped(unit)) {
+            made += u"\\u";
+            for (int shift = 12; shift >= 0; shift -= 4) {
+                made += digits[unit >> shift & 0xF];
+            }
+            continue;
         }
+        made += unit == u'"' || unit == u'\\' ? u"\\" : u"";
+        made += unit;
     }
-    return made + '"';
+    return I18NString(made + u'"').toUtf8();
 }
 
 /// A list behind a key of a view, in one line where it fits.

@@ -9,13 +9,15 @@
 #include <string_view>
 #include <vector>
 
+class VexModel;
+
 /// A catalogue: what stands where, and who may use which security views.
 /// It does not change. Threads: any.
 class VEX_HOST_API VexCatalogue {
 public:
     /// Reads a catalogue file. Raises `KRLDocumentException`, with line and column, for
     /// the first error in it, and when it cannot be read or is longer than 64 mebibytes.
-    /// The models are not read.
+    /// The policies that it names are read with it, the models are not.
     static std::shared_ptr<VexCatalogue const> readFile(std::string const& file);
     /// The same from text; `name` stands for the file in messages, and files of models
     /// are sought in `folder`.
@@ -32,8 +34,13 @@ public:
     std::vector<I18NString> userNames() const;
     /// @}
 
-    /// The file of the model at that path. Raises `KRLException` for an unknown path.
+    /// The file of the model at that path. Raises `KRLException` for an unknown path. Views that
+    /// a policy of the catalogue makes by rules are not in it: see `readModel`.
     std::string const& modelFile(I18NString const& modelPath) const;
+
+    /// Reads the model at that path, with the views that its policy makes, if it has one.
+    /// Raises `KRLException` for an unknown path, else what `VexModel::readFile` does.
+    std::shared_ptr<VexModel const> readModel(I18NString const& modelPath) const;
 
 private:
     friend class VexCatalogueSecurity;

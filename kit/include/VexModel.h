@@ -53,6 +53,7 @@ public:
     std::size_t byteCount() const;
 
 private:
+    friend class VexCatalogue;
     friend class VexModelRows;
     struct State;
     explicit VexModel(std::unique_ptr<State> state);

@@ -2,8 +2,13 @@
 
 #include "KRLException.h"
 #include "host/catalogue/Catalogue.h"
+#include "host/catalogue/PolicyViews.h"
 #include "host/content/UnknownName.h"
+#include "host/import/xml/ModelLoader.h"
 #include "host/service/SessionSecurity.h"
+#include "kit/src/VexModelState.h"
+
+#include <optional>
 
 struct VexCatalogue::State {
     std::shared_ptr<vex::Catalogue const> catalogue;
@@ -46,6 +51,17 @@ std::string const& VexCatalogue::modelFile(I18NString const& modelPath) const {
         vex::refuseUnknownName("model path", modelPath, modelPaths());
     }
     return model->file;
+}
+
+std::shared_ptr<VexModel const> VexCatalogue::readModel(I18NString const& modelPath) const {
+    std::string const& file = modelFile(modelPath);
+    vex::LoadOptions options;
+    std::optional<vex::PolicyViews> views;
+    if (auto const& policy = m_state->catalogue->findModel(modelPath)->policy) {
+        options.addition = &views.emplace(*policy);
+    }
+    return std::shared_ptr<VexModel const>(
+        new VexModel(std::make_unique<VexModel::State>(vex::loadModel(file, options))));
 }
 
 struct VexCatalogueSecurity::State {

@@ -35,6 +35,16 @@ TEST(Catalogue, NamesWhatItHasWhenItIsAskedForSomethingElse) {
     EXPECT_THAT(complaintOf([] { VexCatalogueSecurity(nullptr, "ann"); }), HasSubstr("catalogue"));
 }
 
+TEST(Catalogue, ReadsAModelWithTheViewsOfItsPolicy) {
+    auto const byRules = VexCatalogue::readFile(samples + "retail.rules.catalog.xml");
+    EXPECT_TRUE(byRules->readModel("/content/retail")->findById("clerks").IsNotNull());
+    EXPECT_FALSE(
+        VexModel::readFile(byRules->modelFile("/content/retail"))->findById("clerks").IsNotNull());
+    auto const byHand = VexCatalogue::readFile(samples + "retail.catalog.xml");
+    EXPECT_TRUE(byHand->readModel("/content/retail")->findById("view.clerk").IsNotNull());
+    EXPECT_THAT(complaintOf([&] { byHand->readModel("/content/x"); }), HasSubstr("/content/x"));
+}
+
 TEST(Catalogue, SaysWhereItCannotBeRead) {
     EXPECT_THAT(complaintOf([] { VexCatalogue::readText("<catalog>\n<x/></catalog>", "bad", ""); }),
                 HasSubstr("bad:2:"));

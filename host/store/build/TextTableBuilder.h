@@ -46,6 +46,9 @@ public:
     /// Valid until a text is added.
     char16_t const* begin(TextRef text) const { return m_units.data() + text; }
 
+    /// The numbers of texts are below this.
+    std::size_t end() const { return m_units.size(); }
+
     /// Makes room for about `texts` texts with `units` code units in all.
     void reserve(std::size_t texts, std::size_t units) {
         m_found.reserve(texts);

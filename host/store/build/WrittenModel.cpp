@@ -7,18 +7,11 @@
 namespace vex {
 
 WrittenModel::WrittenModel(StoreBuilder& store, I18NLocale defaultLocale)
-    : m_store(store), m_defaultLocale(defaultLocale),
+    : m_store(store), m_elements(store.m_data->elements), m_flushed(store.m_flushed),
+      m_queue(store.m_queue), m_shapes(store.m_shapes.table()), m_defaultLocale(defaultLocale),
       m_count(static_cast<ElementNumber>(store.elementCount())), m_name(store.m_data->nameName) {
     m_store.m_queue.finish();
-    m_nameOffsets.resize(shapeCount());
-}
-
-ElementNumber WrittenModel::parent(ElementNumber element) const {
-    return m_store.m_data->elements[element].parent;
-}
-
-ElementNumber WrittenModel::end(ElementNumber element) const {
-    return element == 0 ? m_count : m_store.m_data->elements[element].end;
+    m_nameOffsets.assign(shapeCount(), NotLooked);
 }
 
 DocumentPosition WrittenModel::position(ElementNumber element) const {
@@ -26,39 +19,8 @@ DocumentPosition WrittenModel::position(ElementNumber element) const {
     return positions.size() == 0 ? DocumentPosition{} : positions[element];
 }
 
-std::uint32_t WrittenModel::shapeNumber(ElementNumber element) const {
-    return m_store.m_data->elements[element].shape;
-}
-
-std::size_t WrittenModel::shapeCount() const {
-    return m_store.m_shapes.table().size();
-}
-
-Shape const& WrittenModel::shape(std::uint32_t number) const {
-    return m_store.m_shapes.table()[number];
-}
-
-std::span<ShapeEntry const> WrittenModel::entries(Shape const& shape) const {
-    return m_store.m_shapes.table().entries(shape);
-}
-
-TextRef WrittenModel::value(ElementNumber element, std::uint32_t offset) const {
-    return m_store
-        .m_queue[m_store.m_flushed[m_store.m_data->elements[element].firstValue + offset]];
-}
-
-TextRef WrittenModel::idOf(ElementNumber element) const {
-    Shape const& of = shape(shapeNumber(element));
-    return of.has(Own::Id) ? value(element, of.ownOffset(Own::Id)) : 0;
-}
-
-TextRef WrittenModel::nameOf(ElementNumber element) const {
-    std::uint32_t const number = shapeNumber(element);
-    std::optional<std::uint32_t>& offset = m_nameOffsets[number];
-    if (!offset) {
-        offset = findNameOffset(shape(number));
-    }
-    return *offset == NotFound ? 0 : value(element, *offset);
+std::size_t WrittenModel::textEnd() const {
+    return m_store.m_texts.end();
 }
 
 // As a finished model finds it: the default language, a more general one, none.

@@ -244,6 +244,19 @@ TEST(PolicyViews, WarnOfSelectorsThatMeanNothingAndExceptionsWithoutEffect) {
               "p.yaml:4:13: warning: nothing that the view \"v\" includes is taken away by #r "
               "[policy-rule-without-effect]\n");
     EXPECT_EQ(load("views: {v: {include: '**', except: '#r'}}").findings(), "");
+    EXPECT_EQ(load("views: {v: {include: '#c1', except: '#i2', spread: true}}").findings(), "");
+}
+
+TEST(PolicyViews, WarnOfTheSameOnlySoOften) {
+    std::string policy = "views: {v: {include: ['**'";
+    for (int number = 0; number < 250; ++number) {
+        policy += ", '#gone" + std::to_string(number) + "'";
+    }
+    std::string const findings = load(policy + "]}}").findings();
+    EXPECT_EQ(std::count(findings.begin(), findings.end(), '\n'), 201);
+    EXPECT_NE(findings.find("p.yaml:1:1: warning: there are 50 more like those that are told "
+                            "[policy-selector-without-match]\n"),
+              std::string::npos);
 }
 
 TEST(PolicyViews, WarnOfRulesThatCannotMatter) {

@@ -97,6 +97,16 @@ TEST_F(PolicyDrafts, NameByIdWhatSharesItsReference) {
     EXPECT_EQ(vex::findDifference(*m_model, m_file, made.text), "");
 }
 
+TEST_F(PolicyDrafts, HoldNamesOfAnyCharacters) {
+    vex::PolicyDraft const made = draft(
+        "<model><namespace id='n' name='a&#x2028;&#x85;&#xFEFF;\\&quot;'><queryItem id=' &#9;x@/' "
+        "name=' '/><queryItem id='&#x1F6B2;' name='&#x1F6B2;'/></namespace><securityView id='#v: '>"
+        "<set kind='included'><item>&#x1F6B2;</item></set></securityView></model>");
+    EXPECT_EQ(made.text, "views:\n  \"#v: \":\n    include: \"[a\\u2028\\u0085\\uFEFF\\\\\\\"].["
+                         "\xF0\x9F\x9A\xB2]\"\n    except: \"[a\\u2028\\u0085\\uFEFF\\\\\\\"]\"\n");
+    EXPECT_EQ(vex::findDifference(*m_model, m_file, made.text), "");
+}
+
 TEST_F(PolicyDrafts, TellWhatTheyLeaveOutAndWhatRulesCannotSay) {
     vex::PolicyDraft const made =
         draft(shop("<set kind='included'><item>q</item><item>gone</item></set>"
