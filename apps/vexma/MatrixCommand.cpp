@@ -66,6 +66,7 @@ struct MatrixCommand {
                 matrix.rows.push_back({labelOf(workplace.model(), workplace.model().getElement(row),
                                                workplace.locale()),
                                        {}});
+                Budget::chargeBytes(matrix.rows.back().object.byteCount());
             }
         });
         if (!end.isAnswered()) {

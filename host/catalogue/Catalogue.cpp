@@ -1,6 +1,5 @@
 #include "host/catalogue/Catalogue.h"
 
-#include <algorithm>
 #include <set>
 #include <string_view>
 
@@ -25,23 +24,21 @@ I18NString const& LocalisedText::find(I18NLocale locale) const {
 }
 
 CatalogueModel const* Catalogue::findModel(I18NString const& path) const {
-    auto const at = std::find_if(models.begin(), models.end(),
-                                 [&](auto const& model) { return model.path == path; });
-    return at == models.end() ? nullptr : &*at;
+    std::uint32_t const place = modelsByPath.findFirst(models, path);
+    return place == NotFound ? nullptr : &models[place];
 }
 
 CatalogueUser const* Catalogue::findUser(I18NString const& name) const {
-    auto const at = std::find_if(users.begin(), users.end(),
-                                 [&](auto const& user) { return user.name == name; });
-    return at == users.end() ? nullptr : &*at;
+    std::uint32_t const place = usersByName.findFirst(users, name);
+    return place == NotFound ? nullptr : &users[place];
 }
 
 std::vector<I18NString> availableViews(CatalogueModel const& model, CatalogueUser const& user) {
     std::set<std::u16string_view> granted; // ascending, each once
     for (I18NString const& role : user.roles) {
-        GrantIndex const& index = model.grantsOfRoles;
-        for (std::uint32_t place = index.findOfRole(model.grants, role); place != NotFound;
-             place = index.findNextOfRole(place)) {
+        auto const& index = model.grantsOfRoles;
+        for (std::uint32_t place = index.findFirst(model.grants, role); place != NotFound;
+             place = index.findNext(place)) {
             granted.insert(model.grants[place].view.view());
         }
     }

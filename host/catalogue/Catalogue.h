@@ -1,8 +1,8 @@
 #pragma once
 
 #include "I18NLocale.h"
-#include "host/catalogue/GrantIndex.h"
 #include "host/catalogue/Policy.h"
+#include "host/catalogue/RowIndex.h"
 #include "host/import/xml/FileText.h"
 #include "host/store/build/Diagnostic.h"
 
@@ -49,7 +49,7 @@ struct CatalogueModel {
     CataloguePackage package;
     bool hasPackage = false;
     std::vector<CatalogueGrant> grants;
-    GrantIndex grantsOfRoles{}; // see `availableViews`
+    RowIndex<CatalogueGrant, &CatalogueGrant::role> grantsOfRoles{}; // see `availableViews`
     unsigned long line = 0;
     unsigned long column = 0;
     std::string policyFile{};               // like `file`; "" without one
@@ -72,6 +72,9 @@ struct Catalogue {
     /// Null when there is none.
     CatalogueModel const* findModel(I18NString const& path) const;
     CatalogueUser const* findUser(I18NString const& name) const;
+
+    RowIndex<CatalogueModel, &CatalogueModel::path> modelsByPath{};
+    RowIndex<CatalogueUser, &CatalogueUser::name> usersByName{};
 };
 
 /// The views granted to any of the user's roles, each once, ascending.

@@ -1,6 +1,7 @@
 #include "host/insight/Differences.h"
 
 #include "I18NHash.h"
+#include "host/store/image/Budget.h"
 
 #include <functional>
 #include <unordered_set>
@@ -40,6 +41,7 @@ Differences tellDifferences(ComparedSide const& before, ComparedSide const& afte
                 {change.property.toUtf8(), change.before.toUtf8(), change.after.toUtf8()});
         }
         entry.container = object.container;
+        Budget::chargeBytes(entry.object.byteCount());
         count(object, told);
     }
     for (ComparedSide const* const side : {&before, &after}) {

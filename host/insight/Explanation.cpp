@@ -2,6 +2,7 @@
 
 #include "host/insight/AccessStory.h"
 #include "host/insight/TreeStory.h"
+#include "host/store/image/Budget.h"
 
 namespace vex {
 
@@ -19,6 +20,18 @@ std::vector<ToldMention> tellMentions(VexExplainedObject const& object,
     return told;
 }
 
+/// The memory that it takes, about.
+std::size_t bytesOf(ToldObject const& told) {
+    std::size_t bytes = told.label.byteCount() + told.verdict.size();
+    for (std::string const& sentence : told.tree) {
+        bytes += sizeof sentence + sentence.size();
+    }
+    for (ToldMention const& mention : told.mentions) {
+        bytes += sizeof mention + mention.view.size() + mention.text.size();
+    }
+    return bytes;
+}
+
 } // namespace
 
 Explanation tellAccess(Model const& model, I18NLocale const& locale,
@@ -29,11 +42,15 @@ Explanation tellAccess(Model const& model, I18NLocale const& locale,
     Explanation told;
     for (std::size_t index = 0; index < objects.size(); ++index) {
         VexExplainedObject const& object = access.objects[index];
-        told.objects.push_back({labelOf(model, objects[index], locale), object.included,
-                                object.reason, accessStory.verdictOf(object),
-                                refusal ? std::vector<std::string>{"there is none: " + *refusal}
-                                        : treeStory.treatmentOf(objects[index], object.included),
-                                tellMentions(object, access, accessStory)});
+        ToldObject each{labelOf(model, objects[index], locale),
+                        object.included,
+                        object.reason,
+                        accessStory.verdictOf(object),
+                        refusal ? std::vector<std::string>{"there is none: " + *refusal}
+                                : treeStory.treatmentOf(objects[index], object.included),
+                        tellMentions(object, access, accessStory)};
+        Budget::chargeBytes(bytesOf(each));
+        told.objects.push_back(std::move(each));
     }
     for (VexExplainedView const& view : access.views) {
         told.views.push_back({view.id.toUtf8(), nameIn(locale, model.findById(view.id)).toUtf8(),

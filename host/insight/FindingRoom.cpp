@@ -6,13 +6,11 @@ namespace vex {
 
 namespace {
 
-std::size_t bytesOf(ObjectLabel const& label) {
-    return label.id.size() + label.reference.size() + label.className.size() + label.name.size();
-}
-
 std::size_t bytesOf(VerifyFinding const& finding) {
-    return bytesOf(finding.object) + bytesOf(finding.named) + finding.cause.size() +
-           finding.property.size() + finding.reference.size() + finding.text.size();
+    std::size_t const labels = finding.object.byteCount() + finding.named.byteCount() -
+                               2 * sizeof(ObjectLabel); // which are in the finding
+    return labels + finding.cause.size() + finding.property.size() + finding.reference.size() +
+           finding.text.size();
 }
 
 /// A long finding takes the room of several.
@@ -33,7 +31,7 @@ void FindingRoom::add(UserVerification& told, VerifyFinding finding) {
         return;
     }
     taken += needed;
-    Budget::chargeBytes(sizeof(VerifyFinding) + bytesOf(finding));
+    Budget::chargeBytes(sizeof finding + bytesOf(finding));
     told.findings.push_back(std::move(finding));
 }
 

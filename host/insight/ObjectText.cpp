@@ -2,6 +2,7 @@
 
 #include "VexObject.h"
 #include "host/insight/ObjectReference.h"
+#include "host/store/image/Budget.h"
 
 namespace vex {
 
@@ -61,6 +62,7 @@ std::vector<ObjectLabel> labelsOf(Model const& model, std::vector<VEX_HANDLE> co
     labels.reserve(objects.size());
     for (VEX_HANDLE const object : objects) {
         labels.push_back(labelOf(model, object, locale));
+        Budget::chargeBytes(labels.back().byteCount());
     }
     return labels;
 }

@@ -4,6 +4,7 @@
 #include "host/service/ObjectName.h"
 #include "host/store/image/Model.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -35,10 +36,14 @@ struct ObjectLabel {
 
     /// The id, else the reference.
     std::string const& key() const { return id.empty() ? reference : id; }
+    /// The memory that it takes, about.
+    std::size_t byteCount() const {
+        return sizeof *this + id.size() + reference.size() + className.size() + name.size();
+    }
 };
 ObjectLabel labelOf(Model const& model, VEX_HANDLE object, I18NLocale const& locale);
 
-/// Those of several elements.
+/// Those of several elements; what they hold is charged to the call's `Budget`.
 std::vector<ObjectLabel> labelsOf(Model const& model, std::vector<VEX_HANDLE> const& objects,
                                   I18NLocale const& locale);
 

@@ -115,6 +115,7 @@ void addMissing(RightsSide const& side, RightsSide const& other, bool isAdded,
     std::unordered_set<std::string, I18NTextHasher, std::equal_to<>> known;
     tellFacts(other, [&](std::string key, auto const& /*tell*/) {
         Budget::charge();
+        Budget::chargeBytes(sizeof key + key.size());
         known.insert(std::move(key));
     });
     tellFacts(side, [&](std::string key, auto const& tell) {

@@ -37,6 +37,7 @@ std::vector<Sight> sightOfAll(Model const& model, AnsweredTree const& trees,
             isWritten[numberOf(model, entry.object)] = true;
         }
     }
+    Budget::chargeBytes(accessible.size());
     std::vector<Sight> sights;
     sights.reserve(accessible.size());
     for (std::size_t number = 0; number < accessible.size(); ++number) {

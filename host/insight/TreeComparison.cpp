@@ -4,6 +4,7 @@
 #include "host/insight/NameResolution.h"
 #include "host/insight/ObjectReference.h"
 #include "host/insight/ObjectText.h"
+#include "host/store/image/Budget.h"
 
 #include <algorithm>
 #include <map>
@@ -96,6 +97,10 @@ BothValues valuesOf(ComparedObject const& object, SharedProperty const& property
             property.isAfter ? valueOf(object.after, property.name, localeAfter) : I18NString()};
 }
 
+std::size_t bytesOf(I18NString const& text) {
+    return sizeof(char16_t) * static_cast<std::size_t>(text.length());
+}
+
 class TreeComparison {
 public:
     TreeComparison(ComparedSide const& before, ComparedSide const& after)
@@ -161,6 +166,8 @@ private:
 
     void add(VEX_HANDLE before, VEX_HANDLE after, std::size_t container) {
         std::size_t const place = m_objects.size();
+        Budget::charge();
+        Budget::chargeBytes(sizeof(ComparedObject));
         ComparedObject& object = m_objects.emplace_back();
         object.before = before;
         object.after = after;
@@ -175,6 +182,7 @@ private:
 
     void compare(ComparedObject& object) const {
         using Change = ComparedObject::Change;
+        Budget::charge();
         object.presenceBefore = m_presencesBefore.of(object.before);
         object.presenceAfter = m_presencesAfter.of(object.after);
         if (object.presenceBefore != object.presenceAfter) {
@@ -189,6 +197,9 @@ private:
             compareIn(language, object);
         }
         object.change = object.properties.empty() ? Change::None : Change::Changes;
+        for (PropertyChange const& change : object.properties) {
+            Budget::chargeBytes(sizeof change + bytesOf(change.before) + bytesOf(change.after));
+        }
     }
 
     /// What only a further language shows.

@@ -1,6 +1,8 @@
 #include "host/insight/Explanation.h"
 
+#include "KRLException.h"
 #include "host/import/xml/ModelLoader.h"
+#include "host/store/image/Budget.h"
 #include "tests/host/insight/HandMadeTree.h"
 
 #include <gtest/gtest.h>
@@ -47,6 +49,16 @@ TEST_F(ExplanationTest, TellsOfEachObjectWhatItIsKnownByAndTheRule) {
     EXPECT_EQ(orders.rule, VexAccessReason::RoleIncludes);
     EXPECT_EQ(orders.verdict, "shown: role clerk includes it (view v1 Clerks)");
     EXPECT_FALSE(told.objects[1].accessible);
+}
+
+TEST_F(ExplanationTest, IsChargedToTheCall) {
+    {
+        vex::Budget const call({.bytes = 400});
+        EXPECT_THROW(tell(), KRLLimitException);
+    }
+    vex::Budget const call({.bytes = 4'000});
+    EXPECT_NO_THROW(tell());
+    EXPECT_GT(call.bytesHeld(), 400U);
 }
 
 TEST_F(ExplanationTest, TellsHowTreesTreatAnObject) {

@@ -1,6 +1,8 @@
 #include "host/insight/ObjectText.h"
 
+#include "KRLException.h"
 #include "host/import/xml/ModelLoader.h"
+#include "host/store/image/Budget.h"
 
 #include <gtest/gtest.h>
 
@@ -82,6 +84,12 @@ TEST(ObjectText, FindsTheNamespacesAroundAnObject) {
     EXPECT_EQ(vex::outermostNamespaceOf(object("q")), object("n"));
     EXPECT_EQ(vex::outermostNamespaceOf(object("n")), object("n"));
     EXPECT_FALSE(vex::outermostNamespaceOf(object("d")).IsNotNull());
+}
+
+TEST(ObjectText, ChargesLabelsToTheCall) {
+    vex::Budget const call({.bytes = 300});
+    std::vector<VEX_HANDLE> const objects(20, object("q"));
+    EXPECT_THROW(vex::labelsOf(*model(), objects, model()->defaultLocale()), KRLLimitException);
 }
 
 TEST(ObjectText, FindsTheLastTargetOfAShortcut) {

@@ -1,6 +1,8 @@
 #include "host/insight/RightsComparison.h"
 
+#include "KRLException.h"
 #include "host/import/xml/ModelLoader.h"
+#include "host/store/image/Budget.h"
 
 #include <gtest/gtest.h>
 
@@ -26,6 +28,17 @@ Lines linesOf(std::vector<vex::RightChange> const& changes) {
         lines.push_back((change.isAdded ? "+ " : "- ") + change.text);
     }
     return lines;
+}
+
+TEST(RightsComparison, IsChargedToTheCall) {
+    auto const model = modelOf("<locale>en</locale>", R"(<securityView id="v"/>)");
+    vex::RightsSide const side{*model, nullptr, {}};
+    {
+        vex::Budget const call({.steps = 3});
+        EXPECT_THROW(vex::compareRights(side, side), KRLLimitException);
+    }
+    vex::Budget const call({.bytes = 40});
+    EXPECT_THROW(vex::compareRights(side, side), KRLLimitException);
 }
 
 TEST(RightsComparison, TellsOfLanguagesAndViews) {

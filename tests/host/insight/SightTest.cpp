@@ -1,7 +1,9 @@
 #include "host/insight/Sight.h"
 
+#include "KRLException.h"
 #include "host/import/xml/ModelLoader.h"
 #include "host/protocol/JsonSight.h"
+#include "host/store/image/Budget.h"
 #include "tests/host/insight/HandMadeTree.h"
 
 #include <gtest/gtest.h>
@@ -19,6 +21,16 @@ TEST(Sight, IsWhatTheCheckSaysAndWhatTreesShowBesides) {
         vex::treeOf(*model, {{"n"}, {"a", vex::ObjectFate::Written, 0}, {"b"}});
     EXPECT_EQ(vex::sightOfAll(*model, {tree[0], tree[1]}, {false, true, false, false}),
               (std::vector<Sight>{Sight::NotSeen, Sight::Seen, Sight::PastViews, Sight::NotSeen}));
+}
+
+TEST(Sight, IsChargedToTheCall) {
+    auto const model = vex::loadModelText("<model><namespace name='N'/></model>", "m.xml");
+    {
+        vex::Budget const call({.bytes = 1});
+        EXPECT_THROW(vex::sightOfAll(*model, {}, {true, true}), KRLLimitException);
+    }
+    vex::Budget const call({.steps = 0});
+    EXPECT_THROW(vex::sightOfAll(*model, {vex::AnsweredObject()}, {true, true}), KRLLimitException);
 }
 
 TEST(ObjectSight, PutsViewersTogetherOfWhomTheSameIsSaid) {

@@ -1,7 +1,9 @@
 #include "host/insight/TreeComparison.h"
 
+#include "KRLException.h"
 #include "host/import/xml/ModelLoader.h"
 #include "host/insight/ObjectText.h"
+#include "host/store/image/Budget.h"
 #include "tests/host/insight/HandMadeTree.h"
 
 #include <gtest/gtest.h>
@@ -78,6 +80,15 @@ std::vector<std::string> changesOf(ComparedObject const& object) {
 }
 
 using Lines = std::vector<std::string>;
+
+TEST(TreeComparison, IsChargedToTheCall) {
+    {
+        vex::Budget const call({.steps = 4});
+        EXPECT_THROW(onSales({{"n"}}, {{"n"}}), KRLLimitException);
+    }
+    vex::Budget const call({.bytes = 100});
+    EXPECT_THROW(onSales({{"n"}}, {{"n"}}), KRLLimitException);
+}
 
 TEST(TreeComparison, FindsNothingBetweenTheSame) {
     EXPECT_EQ(drawn(onSales({{"n"}, {"q", ObjectFate::Written, 0}},

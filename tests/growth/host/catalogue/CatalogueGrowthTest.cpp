@@ -49,6 +49,26 @@ TEST(CatalogueGrowth, OfViewsFollowsTheRolesThatAreAskedForOneByOne) {
     }));
 }
 
+TEST(CatalogueGrowth, OfModelsAndUsersThatAreAskedForByNameFollowsThem) {
+    EXPECT_TRUE(staysInProportion(1'000, [](std::size_t size) {
+        std::string const text = "<catalog>" +
+                                 textOfEach(size,
+                                            [](std::string const& number) {
+                                                return "<model path='/m" + number +
+                                                       "' file='m.xml'/><user name='u" + number +
+                                                       "'/>";
+                                            }) +
+                                 "</catalog>";
+        auto const catalogue = vex::loadCatalogueText(text, "c.xml", "");
+        return countWork(text.size(), [&] {
+            for (std::size_t number = 0; number < size; ++number) {
+                EXPECT_NE(catalogue->findModel(catalogue->models[number].path), nullptr);
+                EXPECT_NE(catalogue->findUser(catalogue->users[number].name), nullptr);
+            }
+        });
+    }));
+}
+
 /// What it takes to look through a catalogue and to write what was found.
 Measurement checkOf(std::string const& text) {
     return countWork(text.size(), [&] {
