@@ -18,9 +18,10 @@ namespace vex {
 namespace {
 
 void readPostgres(OdbcConnection& connection, DatabaseModel& model, ImportWork& work) {
+    // All that is read is of one moment.
+    connection.execute("SET TRANSACTION ISOLATION LEVEL REPEATABLE READ, READ ONLY");
     // Nothing that the database holds is to stand in the place of the server's functions.
     connection.execute("SET search_path TO pg_catalog, pg_temp");
-    connection.execute("SET TRANSACTION READ ONLY");
     PostgresNumbers const numbers = readPostgresCatalogue(connection, model, work);
     readPostgresRoles(connection, numbers, model, work);
 }
