@@ -1,4 +1,5 @@
 #include "I18NLocale.h"
+#include "KRLException.h"
 #include "apps/vexma/Commands.h"
 #include "apps/vexma/ImportReport.h"
 #include "apps/vexma/Interrupt.h"
@@ -71,7 +72,18 @@ struct ImportCommand {
             allowed.cancelled = &interrupt.emplace().isInterrupted();
         }
         Budget const budget(allowed);
-        return runImport(kind, request);
+        try {
+            return runImport(kind, request);
+        } catch (KRLLimitException const&) { // it speaks of answers
+            if (interrupt.has_value() && interrupt->isInterrupted()) {
+                throw KRLLimitException("the import was interrupted; nothing was written");
+            }
+            if (allowed.deadline.has_value() && Clock::now() >= *allowed.deadline) {
+                throw KRLLimitException("the import takes longer than --deadline allows, and "
+                                        "nothing was written; allow more time, or import less");
+            }
+            throw;
+        }
     }
 
     /// Fills in what the command line leaves to its other parts.

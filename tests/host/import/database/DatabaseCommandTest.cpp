@@ -117,6 +117,18 @@ TEST_F(SqliteCommand, ShowsNothingSecretInItsReport) {
     }
 }
 
+TEST_F(SqliteCommand, EndsAtItsDeadlineAndWritesNothing) {
+    SqliteFile const file("CREATE TABLE t (a INT);");
+    ToolFolder const folder;
+    // Over before anything is asked.
+    ToolResult const result =
+        folder.Run(importOf(file.connection(), {"-o", "made", "--deadline", "0.000001"}));
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.error, HasSubstr("the import takes longer than --deadline allows, and "
+                                        "nothing was written"));
+    EXPECT_EQ(folder.RunShell("ls made 2>/dev/null").out, "");
+}
+
 TEST(DatabaseCommandLine, WritesNothingWhenNothingCanBeReached) {
     ToolFolder const folder;
     ToolResult const result = folder.Run(
