@@ -47,6 +47,9 @@ VEX_PLUGIN_EXPORT int VexPlugin_platformVersion() {
 
 /// See `VexGetExtension`.
 VEX_PLUGIN_EXPORT void const* VexPlugin_getExtension(char const* id) {
+    if (id == nullptr) {
+        return nullptr;
+    }
     for (ExtensionRow const& row : extensions) {
         if (row.id == id) {
             return row.table;

@@ -2,6 +2,16 @@
 
 namespace vex {
 
+namespace {
+
+KRLIDOM_Limits withOptions(KRLIDOM_Limits limits) {
+    limits.elementsName = "--max-elements";
+    limits.bytesName = "--max-bytes";
+    return limits;
+}
+
+} // namespace
+
 VexVariant ActionValues::text(I18NString text) {
     return VexVariant(&m_texts.emplace_back(std::move(text)));
 }
@@ -12,7 +22,8 @@ VexVariant ActionValues::node(KRLIDOM_OwnedDocument document) {
 }
 
 ActionResponse::ActionResponse(KRLIDOM_Limits const& limits)
-    : m_document("Response", limits), m_response(m_document.document().getDocumentElement()) {
+    : m_document("Response", withOptions(limits)),
+      m_response(m_document.document().getDocumentElement()) {
     m_response.appendChild(m_document.document().createElement("Result"));
     m_out.AddParam(VexVariant(0L));
     m_out.AddParam(VexVariant(&m_response));

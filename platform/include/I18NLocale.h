@@ -8,13 +8,16 @@
 /// named "de_AT".
 ///
 /// A small value: copying costs a pointer. The data behind it is made once for
-/// each name, shared by all copies and kept for the life of the process.
+/// each name, shared by all copies and kept for the life of the process; names come from
+/// outside, so there is room for a fixed number of them, by their lengths.
 /// Threads: any.
 class VEX_PLATFORM_API I18NLocale {
 public:
     /// The locale without a name, which has no parent and matches no other.
     I18NLocale();
-    /// The locale of that name, in any of its spellings.
+    /// The locale of that name, in any of its spellings. A name that was used before is
+    /// always found; for a new one `KRLLimitException` is raised when those before fill the
+    /// room, which some 15,000 of usual lengths do.
     explicit I18NLocale(I18NString const& name);
 
     /// The canonical name, such as "de_AT".

@@ -20,6 +20,11 @@
 /// while that model is loaded. Copying it (construction or assignment) makes an
 /// independent string, so keep a copy, not the original, beyond the request.
 ///
+/// Raises: what makes, copies or lengthens a text raises `std::bad_alloc` when there is no
+/// memory for it, `std::length_error` when it is handed a text of 2,147,483,647 units or
+/// bytes or more. A string that was being changed is "" then. What is `noexcept`, const and
+/// gives no new text, or makes a view raises nothing.
+///
 /// Threads: const operations on one object may run at once; a changing
 /// operation needs the object to itself.
 class VEX_PLATFORM_API I18NString {

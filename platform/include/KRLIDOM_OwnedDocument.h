@@ -12,6 +12,12 @@ struct KRLIDOM_Limits {
 
     std::size_t elements = DefaultElements; ///< the root counts
     std::size_t bytes = 0;                  ///< of the document's memory; 0: no limit
+    /// @{
+    /// What people move the limit with, such as an option of the host's program: messages
+    /// name it. Outlives the document; null for nothing that has a name.
+    char const* elementsName = nullptr;
+    char const* bytesName = nullptr;
+    /// @}
 };
 
 /// Owns a document and its nodes, and counts what is put into it. Threads: one at a time.

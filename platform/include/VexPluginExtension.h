@@ -6,8 +6,8 @@
 /// grows with every change that a caller would notice.
 ///
 /// A plug-in that has extensions exports a function of this type, with C linkage,
-/// under the name `VexGetExtensionName`. Gives the table of that id, which is no null
-/// pointer; null for an id that the plug-in does not know. Raises nothing. The plug-in owns the
+/// under the name `VexGetExtensionName`. Gives the table of that id; null for an id that the
+/// plug-in does not know, and for a null pointer. Raises nothing. The plug-in owns the
 /// table; it lives as long as the library, and none of its functions is null. Threads: any, from
 /// when the library is loaded.
 extern "C" {

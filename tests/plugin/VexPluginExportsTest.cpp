@@ -32,6 +32,10 @@ TEST(VexPluginExports, AnUnknownExtensionIsNull) {
     }
 }
 
+TEST(VexPluginExports, NoIdIsAnUnknownExtension) {
+    EXPECT_EQ(VexPlugin_getExtension(nullptr), nullptr);
+}
+
 TEST(VexPluginExports, AnExtensionIsOneTableForTheLibrarysLife) {
     EXPECT_NE(VexPlugin_getExtension("vex.explain-access/1"), nullptr);
     EXPECT_EQ(VexPlugin_getExtension("vex.explain-access/1"),

@@ -18,10 +18,11 @@ xercesc::DOMDocument* documentOf(KRLIDOM_Node const& node) {
     return node.isNull() ? nullptr : node.raw()->getOwnerDocument();
 }
 
-[[noreturn]] void raiseTooManyElements(std::size_t limit) {
-    throw KRLLimitException("The document holds " + std::to_string(limit) +
+[[noreturn]] void raiseTooManyElements(KRLIDOM_Budget const& budget) {
+    throw KRLLimitException("The document holds " + std::to_string(budget.limit) +
                             " elements, which is the limit. Ask for less with \"Depth\" or a start "
-                            "path, or raise the limit with --max-elements.");
+                            "path, or raise the limit" +
+                            KRLIDOM::withName(budget.limitName));
 }
 
 } // namespace
@@ -68,7 +69,7 @@ KRLIDOM_Node KRLIDOM_Document::appendSpare(KRLIDOM_Node const& parent,
 
 void KRLIDOM_Document::requireRoom() const {
     if (m_budget != nullptr && m_budget->elements >= m_budget->limit) {
-        raiseTooManyElements(m_budget->limit);
+        raiseTooManyElements(*m_budget);
     }
 }
 

@@ -12,9 +12,14 @@ void raiseStructure(xercesc::DOMException const& failure) {
                                    : "The document's structure forbids the change: " + reason);
 }
 
-void raiseOutOfMemory() {
+void raiseOutOfMemory(char const* limitName) {
     throw KRLLimitException("The machine has no memory left for the document. Ask for less with "
-                            "\"Depth\" or a start path, or set a limit with --max-bytes.");
+                            "\"Depth\" or a start path, or set a limit" +
+                            withName(limitName));
+}
+
+std::string withName(char const* limitName) {
+    return limitName == nullptr ? "." : std::string(" with ") + limitName + '.';
 }
 
 } // namespace KRLIDOM

@@ -1,11 +1,11 @@
 #include "platform/src/document/KRLIDOM_Memory.h"
 
 #include "KRLException.h"
+#include "platform/src/document/KRLIDOM_Guard.h"
 
 #include <new>
 #include <string>
 
-#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
 KRLIDOM_Memory::~KRLIDOM_Memory() {
@@ -19,11 +19,12 @@ void* KRLIDOM_Memory::allocate(XMLSize_t size) {
     if (m_limit != 0 && whole > m_limit - m_used) {
         throw KRLLimitException("The document takes more than " + std::to_string(m_limit) +
                                 " bytes of memory, which is the limit. Ask for less with \"Depth\" "
-                                "or a start path, or raise the limit with --max-bytes.");
+                                "or a start path, or raise the limit" +
+                                KRLIDOM::withName(m_limitName));
     }
     void* const block = ::operator new(whole, std::nothrow);
     if (block == nullptr) {
-        throw xercesc::OutOfMemoryException();
+        throw KRLIDOM::OutOfMemory(m_limitName);
     }
     Header* const header = ::new (block) Header{m_ring.next, &m_ring, whole};
     header->next->previous = header;

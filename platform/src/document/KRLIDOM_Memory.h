@@ -9,8 +9,9 @@
 /// out of memory halfway through.
 class KRLIDOM_Memory final : public xercesc::MemoryManager {
 public:
-    /// `limit` in bytes; 0 sets none.
-    explicit KRLIDOM_Memory(std::size_t limit) : m_limit(limit) {}
+    /// `limit` in bytes; 0 sets none. `limitName` is what messages name it by, or null.
+    explicit KRLIDOM_Memory(std::size_t limit, char const* limitName = nullptr)
+        : m_limit(limit), m_limitName(limitName) {}
     KRLIDOM_Memory(KRLIDOM_Memory const&) = delete;
     KRLIDOM_Memory& operator=(KRLIDOM_Memory const&) = delete;
     ~KRLIDOM_Memory() override;
@@ -32,6 +33,7 @@ private:
     void release(Header* header);
 
     std::size_t m_limit;
+    char const* m_limitName;
     std::size_t m_used = 0;
     Header m_ring;
 };

@@ -10,11 +10,13 @@
 struct KRLIDOM_Budget {
     std::size_t elements = 0;
     std::size_t limit = KRLIDOM_Limits::DefaultElements;
+    char const* limitName = nullptr;
 };
 
 struct KRLIDOM_OwnedDocument::State {
-    explicit State(KRLIDOM_Limits const& limits) : memory(limits.bytes) {
+    explicit State(KRLIDOM_Limits const& limits) : memory(limits.bytes, limits.bytesName) {
         budget.limit = limits.elements;
+        budget.limitName = limits.elementsName;
     }
     State(State const&) = delete;
     State& operator=(State const&) = delete;

@@ -1,5 +1,7 @@
 #include "I18NLocale.h"
 
+#include "KRLException.h"
+
 #include <algorithm>
 #include <array>
 #include <memory>
@@ -9,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include <unicode/dcfmtsym.h>
 #include <unicode/locid.h>
@@ -103,15 +106,26 @@ public:
         }
         Data const* const data = intern(canonicalName(name.toUtf8()));
         std::unique_lock const lock(m_mutex);
-        if (m_spellings.size() < m_byName.size() + MaxOtherSpellings) {
-            m_spellings.emplace(name, data);
+        if (m_spellings.size() < m_byName.size() + MaxOtherSpellings && hasRoomFor(name) &&
+            m_spellings.emplace(name, data).second) {
+            m_kept += sizeOf(name);
         }
         return data;
     }
 
 private:
-    // Spellings come from outside; past this many, one more is not remembered.
+    // Names and spellings come from outside. Past this many, one more spelling is not
+    // remembered; past this many units, no name.
     static constexpr std::size_t MaxOtherSpellings = 1'000;
+    static constexpr std::size_t MaxKept = 8'000'000;
+
+    // With what stands around the text, which may be a few units long.
+    static std::size_t sizeOf(I18NString const& name) {
+        constexpr std::size_t aroundIt = 250;
+        return aroundIt + name.view().size();
+    }
+
+    bool hasRoomFor(I18NString const& name) const { return sizeOf(name) <= MaxKept - m_kept; }
 
     Data const* intern(std::string const& utf8) {
         if (utf8.empty()) {
@@ -120,12 +134,23 @@ private:
         Data const* const parent = intern(parentName(utf8));
         I18NString const name = I18NString::fromUtf8(utf8);
         std::unique_lock const lock(m_mutex);
-        std::unique_ptr<Data>& data = m_byName[name];
-        if (data == nullptr) {
-            data.reset(new Data{name, parent, m_nextNumber});
-            ++m_nextNumber;
+        auto const known = m_byName.find(name);
+        if (known != m_byName.end()) {
+            return known->second.get();
         }
-        return data.get();
+        if (!hasRoomFor(name)) {
+            throw KRLLimitException(
+                "Too many locales have been named since the program started, " +
+                std::to_string(m_byName.size()) +
+                " with those that they belong to; no other one is taken. Use fewer names, and "
+                "start the program anew.");
+        }
+        std::unique_ptr<Data> made(new Data{name, parent, m_nextNumber});
+        Data const* const data =
+            m_byName.try_emplace(made->name, std::move(made)).first->second.get();
+        ++m_nextNumber;
+        m_kept += sizeOf(name);
+        return data;
     }
 
     Data const m_nameless{{}, nullptr, 0};
@@ -133,6 +158,7 @@ private:
     std::unordered_map<I18NString, std::unique_ptr<Data>> m_byName;
     std::unordered_map<I18NString, Data const*> m_spellings;
     std::uint32_t m_nextNumber = 1;
+    std::size_t m_kept = 0;
 };
 
 } // namespace

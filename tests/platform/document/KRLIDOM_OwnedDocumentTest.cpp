@@ -4,11 +4,14 @@
 #include "KRLIDOM_Platform.h"
 #include "KRLIDOM_Writer.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 
 namespace {
+
+using testing::EndsWith;
 
 std::string failureOf(KRLIDOM_Document const& document, char const* tag) {
     try {
@@ -58,10 +61,22 @@ TEST(KRLIDOMOwnedDocument, EndsAtItsElementLimit) {
     document.createElement("b");
     EXPECT_EQ(failureOf(document, "c"),
               "The document holds 3 elements, which is the limit. Ask for less with \"Depth\" or a "
-              "start path, or raise the limit with --max-elements.");
+              "start path, or raise the limit.");
     EXPECT_EQ(owner.elementCount(), 3U);
     document.getDocumentElement().setAttribute("still", "usable");
     EXPECT_EQ(KRLIDOM_Writer::toUtf8(document), "<root still=\"usable\"/>");
+}
+
+TEST(KRLIDOMOwnedDocument, NamesWhatMovesItsLimitsWhenTheHostSaysIt) {
+    KRLIDOM_OwnedDocument const few(
+        "root", {.elements = 1, .elementsName = "-e", .bytesName = "another option"});
+    EXPECT_THAT(failureOf(few.document(), "a"), EndsWith(", or raise the limit with -e."));
+    try {
+        KRLIDOM_OwnedDocument const small("root", {.bytes = 1, .bytesName = "-b"});
+        FAIL() << "nothing was raised";
+    } catch (KRLLimitException const& failure) {
+        EXPECT_THAT(failure.what(), EndsWith(", or raise the limit with -b."));
+    }
 }
 
 TEST(KRLIDOMOwnedDocument, CountsASpareElementWhenItGetsAPlace) {
@@ -116,8 +131,7 @@ TEST(KRLIDOMOwnedDocument, EndsAtItsByteBudget) {
         said = failure.what();
     }
     EXPECT_EQ(said, "The document takes more than 200000 bytes of memory, which is the limit. Ask "
-                    "for less with \"Depth\" or a start path, or raise the limit with "
-                    "--max-bytes.");
+                    "for less with \"Depth\" or a start path, or raise the limit.");
     EXPECT_LE(owner.byteCount(), budget);
     EXPECT_GT(owner.elementCount(), 100U);
     EXPECT_EQ(KRLIDOM_Writer::toUtf8(root).substr(0, 10), "<root><a/>");

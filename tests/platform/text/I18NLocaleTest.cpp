@@ -1,4 +1,8 @@
 #include "I18NNumericFormat.h"
+#include "KRLException.h"
+
+#include <cstdlib>
+#include <string>
 
 #include <gtest/gtest.h>
 #include <unicode/locid.h>
@@ -90,6 +94,47 @@ TEST(I18NLocale, AnswersForMoreSpellingsThanItRemembers) {
         }
         ASSERT_TRUE(I18NLocale(I18NString(spelling.c_str())) == locale) << spelling;
     }
+}
+
+// In a process of its own, since names are kept.
+TEST(I18NLocale, KeepsNamesUntilTheyFillTheirRoomAndKnowsThemThen) {
+    auto const numbered = [](int number) {
+        return I18NLocale(I18NString(("de_AT_X" + std::to_string(number)).c_str()));
+    };
+    auto const fillAndAsk = [&] {
+        I18NLocale const first = numbered(0);
+        int names = 1;
+        std::string said;
+        try {
+            for (;; ++names) {
+                numbered(names);
+            }
+        } catch (KRLLimitException const& full) {
+            said = full.what();
+        }
+        bool const isBounded = names > 10'000 && names < 40'000;
+        bool const isTold = said.find("Too many locales have been named") == 0;
+        bool const isKnown = numbered(0) == first && numbered(1) != first &&
+                             I18NLocale("DE-at-x0") == first && I18NLocale("de_AT") != first;
+        std::_Exit(isBounded && isTold && isKnown ? 0 : 1);
+    };
+    EXPECT_EXIT(fillAndAsk(), testing::ExitedWithCode(0), "");
+}
+
+TEST(I18NLocale, TakesAFixedRoomForNamesOfAnyLength) {
+    EXPECT_EXIT(
+        {
+            int names = 0;
+            try {
+                for (;; ++names) {
+                    I18NLocale(
+                        I18NString((std::to_string(names) + std::string(200'000, 'x')).c_str()));
+                }
+            } catch (KRLLimitException const&) {
+                std::_Exit(names < 50 ? 0 : 1);
+            }
+        },
+        testing::ExitedWithCode(0), "");
 }
 
 TEST(I18NLocale, KnowsTheDecimalSeparator) {
