@@ -19,7 +19,8 @@ class KRLIDOM_NamedNodeMap;
 /// the document as UTF-16, without conversion.
 ///
 /// Threads: one document on one thread at a time.
-/// Raises: `KRLLimitException` when the document's byte budget is used up,
+/// Raises: `KRLLimitException` when the document's byte budget is used up, and when the
+/// names that are put into it are more than 50,000 or chosen to be slow to find;
 /// `KRLDocumentException` when the document's structure forbids the change.
 class VEX_PLATFORM_API KRLIDOM_Node {
 public:

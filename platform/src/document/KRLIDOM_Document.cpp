@@ -29,7 +29,7 @@ xercesc::DOMDocument* documentOf(KRLIDOM_Node const& node) {
 
 KRLIDOM_Document::KRLIDOM_Document(KRLIDOM_Node const& node) : KRLIDOM_Node(documentOf(node)) {
     if (!isNull()) {
-        m_budget = static_cast<KRLIDOM_Budget*>(m_node->getUserData(KRLIDOM::budgetKey));
+        m_budget = KRLIDOM::budgetOf(static_cast<xercesc::DOMDocument*>(m_node));
     }
 }
 
@@ -50,6 +50,9 @@ KRLIDOM_Element KRLIDOM_Document::createElement(I18NString const& tag) const {
 KRLIDOM_Element KRLIDOM_Document::createSpareElement(I18NString const& tag) const {
     if (isNull()) {
         return {};
+    }
+    if (m_budget != nullptr) {
+        m_budget->names.add(tag.utf16(), tag.view().size());
     }
     return KRLIDOM::guarded([&] {
         return KRLIDOM_Element(

@@ -4,8 +4,10 @@
 #include "KRLIDOM_NamedNodeMap.h"
 #include "KRLIDOM_Text.h"
 #include "platform/src/document/KRLIDOM_Guard.h"
+#include "platform/src/document/KRLIDOM_State.h"
 
 #include <xercesc/dom/DOMAttr.hpp>
+#include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 
@@ -30,6 +32,9 @@ I18NString KRLIDOM_Element::getAttribute(I18NString const& name) const {
 void KRLIDOM_Element::setAttribute(I18NString const& name, I18NString const& value) const {
     if (isNull()) {
         return;
+    }
+    if (KRLIDOM_Budget* const budget = KRLIDOM::budgetOf(m_node->getOwnerDocument())) {
+        budget->names.add(name.utf16(), name.view().size());
     }
     KRLIDOM::guarded([&] {
         static_cast<xercesc::DOMElement*>(m_node)->setAttribute(name.utf16(), value.utf16());

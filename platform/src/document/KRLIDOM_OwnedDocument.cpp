@@ -4,7 +4,17 @@
 #include "platform/src/document/KRLIDOM_Guard.h"
 #include "platform/src/document/KRLIDOM_State.h"
 
+#include <atomic>
+
 #include <xercesc/dom/DOMImplementation.hpp>
+
+namespace {
+
+constexpr char16_t budgetKey[] = u"KRLIDOM_Budget";
+
+std::atomic<std::size_t> documentsGone{0};
+
+} // namespace
 
 KRLIDOM_OwnedDocument::KRLIDOM_OwnedDocument() = default;
 
@@ -43,5 +53,32 @@ std::size_t KRLIDOM_OwnedDocument::byteCount() const {
 
 void KRLIDOM_OwnedDocument::State::own(xercesc::DOMDocument* made) {
     document = made;
-    document->setUserData(KRLIDOM::budgetKey, &budget, nullptr);
+    document->setUserData(budgetKey, &budget, nullptr);
+}
+
+// Not by the document's own `release`: that looks for handlers of user data
+// first, and takes memory for it.
+KRLIDOM_OwnedDocument::State::~State() {
+    documentsGone.fetch_add(1, std::memory_order_relaxed); // before the next one can lie there
+    delete document;
+}
+
+// Each attribute that is set asks for it, and the library searches through two tables.
+KRLIDOM_Budget* KRLIDOM::budgetOf(xercesc::DOMDocument* document) {
+    struct Found {
+        xercesc::DOMDocument* document;
+        KRLIDOM_Budget* budget;
+        std::size_t documentsGone;
+    };
+    static constinit thread_local Found last{nullptr, nullptr, 0};
+    // Another document may lie where one was.
+    std::size_t const gone = documentsGone.load(std::memory_order_relaxed);
+    if (document == nullptr || (document == last.document && gone == last.documentsGone)) {
+        return document == nullptr ? nullptr : last.budget;
+    }
+    auto* const budget = static_cast<KRLIDOM_Budget*>(document->getUserData(budgetKey));
+    if (budget != nullptr) { // others go without a word
+        last = {document, budget, gone};
+    }
+    return budget;
 }

@@ -1,16 +1,18 @@
 #pragma once
 
 #include "KRLIDOM_OwnedDocument.h"
+#include "platform/src/document/KRLIDOM_DocumentNames.h"
 #include "platform/src/document/KRLIDOM_Memory.h"
 
 #include <xercesc/dom/DOMDocument.hpp>
 
-/// Counts the elements of a document; found again through the document's user
+/// Counts what is put into a document; found again through the document's user
 /// data.
 struct KRLIDOM_Budget {
     std::size_t elements = 0;
     std::size_t limit = KRLIDOM_Limits::DefaultElements;
     char const* limitName = nullptr;
+    KRLIDOM_DocumentNames names{};
 };
 
 struct KRLIDOM_OwnedDocument::State {
@@ -20,9 +22,7 @@ struct KRLIDOM_OwnedDocument::State {
     }
     State(State const&) = delete;
     State& operator=(State const&) = delete;
-    // Not by the document's own `release`: that looks for handlers of user data
-    // first, and takes memory for it.
-    ~State() { delete document; }
+    ~State();
 
     /// Takes a document that was made with `memory`.
     void own(xercesc::DOMDocument* made);
@@ -34,7 +34,7 @@ struct KRLIDOM_OwnedDocument::State {
 
 namespace KRLIDOM {
 
-/// The key of the budget in a document's user data.
-inline constexpr char16_t budgetKey[] = u"KRLIDOM_Budget";
+/// The budget of a document that an owner has; null for another, and for none.
+KRLIDOM_Budget* budgetOf(xercesc::DOMDocument* document);
 
 } // namespace KRLIDOM
