@@ -4,6 +4,7 @@
 #include "provider/VexConstants.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -28,29 +29,34 @@ void VexMembers::read(VEX_HANDLE object) {
         if (!VexMDMaProviderUtility::GetName(child, className)) {
             className.clear();
         }
-        if (m_runs.empty() || m_runs.back().className != className) {
-            m_runs.push_back({className, index});
+        if (m_runs.empty() || *m_runs.back().className != className) {
+            m_runs.push_back({&*m_classes.insert(className).first, index});
         }
         ++index;
     }
 }
 
 void VexMembers::appendOfClass(I18NString const& className, Vex_Handle_Collection& found) {
+    auto const known = m_classes.find(className);
+    if (known == m_classes.end()) {
+        return;
+    }
+    I18NString const* const wanted = &*known;
     if (m_runs.size() <= fewRuns || ++m_searches <= fewSearches) {
         for (std::size_t run = 0; run < m_runs.size(); ++run) {
-            if (m_runs[run].className == className) {
+            if (m_runs[run].className == wanted) {
                 appendRun(run, found);
             }
         }
         return;
     }
     sortRuns();
-    auto const of = [this](std::size_t run) { return m_runs[run].className.view(); };
     auto const last = m_byClass.end();
-    for (auto run = std::lower_bound(
-             m_byClass.begin(), last, className.view(),
-             [&](std::size_t each, std::u16string_view wanted) { return of(each) < wanted; });
-         run != last && of(*run) == className.view(); ++run) {
+    for (auto run = std::lower_bound(m_byClass.begin(), last, wanted,
+                                     [this](std::size_t each, I18NString const*sought) {
+                                         return std::less<>()(m_runs[each].className, sought);
+                                     });
+         run != last && m_runs[*run].className == wanted; ++run) {
         appendRun(*run, found);
     }
 }
@@ -70,7 +76,8 @@ void VexMembers::sortRuns() {
         m_byClass.push_back(run);
     }
     std::sort(m_byClass.begin(), m_byClass.end(), [this](std::size_t a, std::size_t b) {
-        int const order = m_runs[a].className.compare(m_runs[b].className);
-        return order != 0 ? order < 0 : a < b;
+        I18NString const* const first = m_runs[a].className;
+        I18NString const* const second = m_runs[b].className;
+        return first != second ? std::less<>()(first, second) : a < b;
     });
 }

@@ -5,6 +5,7 @@
 #include "Vex_Handle_Collection.h"
 
 #include <cstddef>
+#include <unordered_set>
 #include <vector>
 
 /// The child objects of one object by class, read once however many collections
@@ -22,7 +23,7 @@ public:
 private:
     /// Children of one class that stand side by side, up to the next run.
     struct Run {
-        I18NString className;
+        I18NString const* className; // one of m_classes
         std::size_t first;
     };
 
@@ -30,6 +31,7 @@ private:
     void sortRuns();
 
     Vex_Handle_Collection m_children;
+    std::unordered_set<I18NString> m_classes; // of all objects that were read
     std::vector<Run> m_runs;
     std::vector<std::size_t> m_byClass; // the runs, once many questions were asked
     std::size_t m_searches = 0;

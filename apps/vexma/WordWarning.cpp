@@ -14,9 +14,9 @@ namespace {
 /// Where each entry of a request document stands first.
 class EntryPlaces {
 public:
-    explicit EntryPlaces(std::vector<OutlinedElement> const& outline, std::string const& file)
-        : m_file(file) {
-        for (OutlinedElement const& element : outline) {
+    EntryPlaces(DocumentOutline const& outline, std::string const& file) : m_file(file) {
+        for (std::size_t number = 0; number < outline.size(); ++number) {
+            OutlinedElement const element = outline[number];
             for (auto const& [name, value] : element.attributes) {
                 m_places.try_emplace(value, element.position);
             }
@@ -82,7 +82,7 @@ std::vector<VEX_HANDLE> answeredObjects(WrittenRequest const& request, Workplace
 
 void warnAboutWords(WrittenRequest const& request, Workplace& workplace,
                     RequestWarnings& warnings) {
-    std::vector<OutlinedElement> const outline = outlineOf(request.text);
+    DocumentOutline const outline = outlineOf(request.text);
     for (Diagnostic const& each : checkRequestDocument(outline, request.file)) {
         warnings.add(placeOf(each) + each.text);
     }

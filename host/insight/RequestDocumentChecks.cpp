@@ -45,13 +45,13 @@ bool belongsToXml(I18NString const& attribute) {
 
 class RequestDocumentCheck {
 public:
-    RequestDocumentCheck(std::vector<OutlinedElement> const& outline, std::string const& file)
+    RequestDocumentCheck(DocumentOutline const& outline, std::string const& file)
         : m_outline(outline), m_file(file), m_holdsRead(outline.size(), false) {
         for (std::size_t at = outline.size(); at-- > 0;) {
-            std::size_t const container = outline[at].container;
-            if (container != OutlinedElement::None &&
-                (m_holdsRead[at] || contains(readTags(), outline[at].tag))) {
-                m_holdsRead[container] = true;
+            OutlinedElement const element = outline[at];
+            if (element.container != OutlinedElement::None &&
+                (m_holdsRead[at] || contains(readTags(), element.tag))) {
+                m_holdsRead[element.container] = true;
             }
         }
     }
@@ -62,7 +62,7 @@ public:
                 warn(m_outline[at], "what follows was not looked at; correct this first");
                 break;
             }
-            OutlinedElement const& element = m_outline[at];
+            OutlinedElement const element = m_outline[at];
             if (!contains(readTags(), element.tag)) {
                 checkUnread(element, m_holdsRead[at]);
             } else if (element.attributes.empty() && element.tag != metadataTag) {
@@ -142,7 +142,7 @@ private:
         return *end == '\0' && errno == 0;
     }
 
-    std::vector<OutlinedElement> const& m_outline;
+    DocumentOutline const& m_outline;
     std::string const& m_file;
     std::vector<bool> m_holdsRead;              // for each element, whether something in it is read
     std::map<I18NString, I18NString> m_options; // seen so far, with what counts
@@ -151,8 +151,7 @@ private:
 
 } // namespace
 
-Diagnostics checkRequestDocument(std::vector<OutlinedElement> const& outline,
-                                 std::string const& file) {
+Diagnostics checkRequestDocument(DocumentOutline const& outline, std::string const& file) {
     return RequestDocumentCheck(outline, file).run();
 }
 

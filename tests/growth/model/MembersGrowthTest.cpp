@@ -15,28 +15,48 @@ I18NString numbered(char const* word, std::size_t number) {
 
 } // namespace
 
-// Each change of the class is kept with the class's name, whatever its length.
 TEST(MembersGrowth, AreAskedForByManyClassesThatTakeTurns) {
-    EXPECT_TRUE(staysInProportion(4'000,
-                                  [](std::size_t size) {
-                                      std::string text = "<model><namespace>";
-                                      for (std::size_t number = 0; number < size; ++number) {
-                                          text += number % 2 == 0 ? "<a/>" : "<b/>";
-                                      }
-                                      text += "</namespace></model>";
-                                      auto const model = vex::loadModelText(text, "m.xml");
-                                      return countWork(text.size(), [&] {
-                                          VexMembers members;
-                                          members.read(model->getElement(1));
-                                          Vex_Handle_Collection found;
-                                          for (std::size_t number = 0; number < size; ++number) {
-                                              members.appendOfClass(numbered("c", number), found);
-                                          }
-                                          members.appendOfClass("a", found);
-                                          EXPECT_EQ(found.size(), size / 2);
-                                      });
-                                  },
-                                  {.memory = 40}));
+    EXPECT_TRUE(staysInProportion(4'000, [](std::size_t size) {
+        std::string text = "<model><namespace>";
+        for (std::size_t number = 0; number < size; ++number) {
+            text += number % 2 == 0 ? "<a/>" : "<b/>";
+        }
+        text += "</namespace></model>";
+        auto const model = vex::loadModelText(text, "m.xml");
+        return countWork(text.size(), [&] {
+            VexMembers members;
+            members.read(model->getElement(1));
+            Vex_Handle_Collection found;
+            for (std::size_t number = 0; number < size; ++number) {
+                members.appendOfClass(numbered("c", number), found);
+            }
+            members.appendOfClass("a", found);
+            EXPECT_EQ(found.size(), size / 2);
+        });
+    }));
+}
+
+TEST(MembersGrowth, AreAskedForByEachOfManyClassesAmongOthers) {
+    constexpr std::size_t eighth = 8;
+    EXPECT_TRUE(staysInProportion(4'000, [](std::size_t size) {
+        std::string text = "<model><namespace>";
+        for (std::size_t number = 0; number < size; ++number) {
+            text += number % eighth == 0 ? "<c" + std::to_string(number) + "/>"
+                    : number % 2 == 0    ? "<a/>"
+                                         : "<b/>";
+        }
+        text += "</namespace></model>";
+        auto const model = vex::loadModelText(text, "m.xml");
+        return countWork(text.size(), [&] {
+            VexMembers members;
+            members.read(model->getElement(1));
+            Vex_Handle_Collection found;
+            for (std::size_t number = 0; number < size; number += eighth) {
+                members.appendOfClass(numbered("c", number), found);
+            }
+            EXPECT_EQ(found.size(), size / eighth);
+        });
+    }));
 }
 
 TEST(MembersGrowth, DistinctTextsAreCollected) {
