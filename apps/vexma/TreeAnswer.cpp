@@ -17,23 +17,37 @@ TreeQuestion questionFor(Workplace const& workplace, I18NString const& view) {
     return question;
 }
 
+/// How the answer ends where no tree can be asked for: whoever may see nothing is refused
+/// there too. What else may be wrong with such a question says nothing about the user.
+std::optional<CallEnd> refusalWithoutStart(Workplace& workplace) {
+    MetadataRequest request;
+    request.depth = 1;
+    request.addProperty("name");
+    CallEnd end = workplace.metadata(request).end;
+    bool const isRefused = end.failure && end.failure->id == VexFailureId::NoViewOrRole;
+    return isRefused || end.kind == CallEnd::Kind::Stopped ? std::optional(std::move(end))
+                                                           : std::nullopt;
+}
+
 /// Asks for the tree of each start; gives how the first call ended that is not
 /// answered.
 template <class Ask>
 std::optional<CallEnd> askFromEachStart(Workplace& workplace, I18NString const& view,
                                         Ask const& ask) {
     TreeQuestion question = questionFor(workplace, view);
+    bool isAsked = false;
     for (TreeStart const& start : treeStartsOf(workplace.model(), workplace.locale())) {
         if (start.path.empty()) {
             continue;
         }
         question.start = start.path;
+        isAsked = true;
         CallEnd end = ask(question);
         if (!end.isAnswered()) {
             return end;
         }
     }
-    return std::nullopt;
+    return isAsked ? std::nullopt : refusalWithoutStart(workplace);
 }
 
 void append(AnsweredTree& trees, AnsweredTree const& tree) {

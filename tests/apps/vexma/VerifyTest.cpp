@@ -292,6 +292,27 @@ TEST(VerifiedUsers, WhoAreAllRefusedLeaveNothingVerified) {
     EXPECT_THAT(result.out, testing::Not(HasSubstr("0 leaks")));
 }
 
+// No tree can be asked for there.
+TEST(VerifiedUsers, WhoAreRefusedOnAModelWithoutNamespacesAreRefusedByBoth) {
+    ToolFolder const folder;
+    folder.Write("m.model.xml", R"(<model defaultLocale="en"><package id="p" name="P"/>
+        <securityViews><securityView id="v"><set kind="included"><item>p</item></set>
+        </securityView></securityViews></model>)");
+    folder.Write("m.catalog.xml", R"(<catalog>
+        <model path="/content/m" file="m.model.xml"><grant role="r" view="v"/></model>
+        <user name="ann"><role>r</role></user><user name="nora"/></catalog>)");
+    std::vector<std::string> const verify{"verify", "--catalog", "m.catalog.xml", "--model",
+                                          "/content/m"};
+    ToolResult const all = folder.Run(verify);
+    EXPECT_EQ(all.status, 0) << all.out;
+    EXPECT_THAT(all.out, HasSubstr("nora: not compared, every request is refused: "));
+    EXPECT_THAT(all.out, HasSubstr("ann: 6 objects compared: 0 leaks, "));
+    EXPECT_THAT(all.out, HasSubstr("compared for 1 of 2 users: 0 leaks, "));
+    std::vector<std::string> alone = verify;
+    alone.insert(alone.end(), {"--user", "nora"});
+    EXPECT_EQ(folder.Run(alone).status, 6);
+}
+
 TEST(Verify, OfAModelFileAloneSaysThatNobodyIsRestricted) {
     ToolFolder const folder;
     ToolResult const result = folder.Run({"verify", "small.model.xml"});
