@@ -1,7 +1,13 @@
 #include "tests/apps/vexma/ToolRun.h"
 #include "tests/support/Casts.h"
 
+#include <regex>
+#include <sstream>
+#include <string>
+#include <vector>
+
 #include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
 
 namespace {
 
@@ -159,6 +165,44 @@ TEST_F(StartWarning, DoesNotNameWhatTheUserMayNotSeeBeyondTheAnswer) {
     EXPECT_THAT(unnamed.out, HasSubstr("<querySubject usage=\"list\"/>"));
     EXPECT_THAT(unnamed.error, HasSubstr("asks for \"Auftraege\" and leads to another object, "));
     EXPECT_THAT(unnamed.error, Not(HasSubstr("Prices")));
+}
+
+// As README says under "Limitations".
+TEST(StartPaths, OfTheSampleModelLeadAstrayInGerman) {
+    std::string const model = std::string(VEX_SOURCE_DIR) + "/samples/retail.model.xml";
+    ToolFolder const folder;
+    std::string const tree = folder
+                                 .Run({"metadata", model, "--locale", "de", "--property", "ID",
+                                       "--property", "_path", "--collection", "*"})
+                                 .out;
+    std::regex const object("ID=\"([^\"]*)\" _path=\"([^\"]*)\"");
+    std::vector<std::string> ids;
+    std::string lines;
+    for (std::sregex_iterator at(tree.begin(), tree.end(), object), end; at != end; ++at) {
+        ids.push_back((*at)[1]);
+        nlohmann::json const line{{"action", 31000},
+                                  {"in",
+                                   {{{"long", 0}},
+                                    {{"string", "file:m"}},
+                                    {{"node", "<Metadata Depth=\"1\" start_at=\"" + (*at)[2].str() +
+                                                  "\"><Property n=\"*/@ID\"/></Metadata>"}}}}};
+        lines += line.dump() + '\n';
+    }
+    std::istringstream answers(folder.Run({"session", model, "--locale", "de"}, lines).out);
+    int elsewhere = 0;
+    int nowhere = 0;
+    for (std::string const& id : ids) {
+        std::string line;
+        std::getline(answers, line);
+        std::string const response = nlohmann::json::parse(line).value("response", "");
+        std::size_t const found = response.find("ID=\"");
+        nowhere += found == std::string::npos ? 1 : 0;
+        bool const isMeant = response.find("ID=\"" + id + '"') == found;
+        elsewhere += found != std::string::npos && !isMeant ? 1 : 0;
+    }
+    EXPECT_EQ(ids.size(), 168U);
+    EXPECT_EQ(elsewhere, 20);
+    EXPECT_EQ(nowhere, 91);
 }
 
 } // namespace
