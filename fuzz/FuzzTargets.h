@@ -42,6 +42,9 @@ void tabular(std::string_view input);
 /// Descriptions of OData services: likewise, with either form of navigation.
 void odata(std::string_view input);
 
+/// Ossie documents, YAML: likewise.
+void ossie(std::string_view input);
+
 /// Ends the program with a message when a property does not hold.
 void require(bool holds, std::string const& property);
 

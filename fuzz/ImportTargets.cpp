@@ -2,6 +2,7 @@
 #include "host/import/draft/FinishedImport.h"
 #include "host/import/draft/ImportWork.h"
 #include "host/import/odata/OdataImport.h"
+#include "host/import/ossie/OssieImport.h"
 #include "host/import/tabular/TabularImport.h"
 
 #include <map>
@@ -25,6 +26,7 @@ Outcome importOnce(std::string_view input, ReadText read, Options const& options
     request.options = options;
     request.name = "m";
     request.limits.viewEntries = 100'000;
+    request.limits.sourceValues = 200'000; // a few lines of aliases would come to millions
     vex::ImportWork work(std::move(request));
     Outcome outcome;
     try {
@@ -73,4 +75,8 @@ void fuzz::tabular(std::string_view input) {
 void fuzz::odata(std::string_view input) {
     importTwice(input, &vex::importOdataText);
     importTwice(input, &vex::importOdataText, {{"navigation", {"shortcut"}}});
+}
+
+void fuzz::ossie(std::string_view input) {
+    importTwice(input, &vex::importOssieText);
 }

@@ -89,7 +89,9 @@ struct ImportCommand {
     /// Fills in what the command line leaves to its other parts.
     void complete(ImportKind const& kind) {
         if (request.name.empty() && kind.isFile && request.source != "-") {
-            request.name = std::filesystem::path(request.source).stem().string();
+            std::filesystem::path const source(request.source);
+            bool const isFolder = !source.has_filename(); // "models/"
+            request.name = (isFolder ? source.parent_path() : source).stem().string();
         }
         if (kind.shown != nullptr) {
             request.shownSource = kind.shown(request.source);

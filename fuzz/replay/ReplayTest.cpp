@@ -25,6 +25,7 @@ constexpr Target targets[] = {
     {"sessionLines", fuzz::sessionLines},
     {"tabular", fuzz::tabular},
     {"odata", fuzz::odata},
+    {"ossie", fuzz::ossie},
 };
 
 class FuzzReplay : public testing::TestWithParam<Target> {};

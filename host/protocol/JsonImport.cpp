@@ -9,7 +9,10 @@ namespace vex {
 
 namespace {
 
-void addPosition(Json& to, DocumentPosition position) {
+void addPosition(Json& to, std::string const& file, DocumentPosition position) {
+    if (!file.empty()) {
+        to["file"] = file;
+    }
     if (position.line != 0) {
         to["line"] = position.line;
         to["column"] = position.column;
@@ -20,7 +23,7 @@ Json describe(ImportAccount::Omission const& omission) {
     Json places = Json::array();
     for (ImportAccount::Place const& place : omission.places) {
         Json& told = places.emplace_back(Json{{"name", place.name}});
-        addPosition(told, place.position);
+        addPosition(told, place.file, place.position);
     }
     return {{"kind", omission.kind},
             {"reason", omission.reason},
@@ -46,7 +49,7 @@ std::string toJson(ImportReport const& report, ImportAccount const& account) {
     Json& notes = whole["notes"] = Json::array();
     for (ImportAccount::Note const& note : account.notes()) {
         Json& told = notes.emplace_back(Json{{"text", note.text}});
-        addPosition(told, note.position);
+        addPosition(told, note.file, note.position);
     }
     whole["notesLeftOut"] = account.notesLeftOut();
     return toText(whole, JsonForm::Indented);

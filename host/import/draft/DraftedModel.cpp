@@ -15,8 +15,8 @@ std::u16string utf16(std::string const& text) {
 class DraftedModel final : private ModelSource {
 public:
     explicit DraftedModel(ImportWork& work)
-        : m_draft(work.draft), m_name(work.request.sourceName()),
-          m_report(m_name, *this, work.found),
+        : m_draft(work.draft), m_name(work.request.sourceName()), m_file(m_name),
+          m_report(m_file, *this, work.found),
           m_writer(m_report, {.limits = work.request.limits.model}) {}
 
     std::shared_ptr<Model const> write() && {
@@ -43,6 +43,7 @@ private:
 
     void open(DraftObject const& object) {
         m_position = object.position;
+        m_file = m_draft.model.fileOf(object).empty() ? m_name : m_draft.model.fileOf(object);
         m_writer.openObject(utf16(object.className));
         if (object.container == DraftObject::None) {
             writeLanguages();
@@ -73,6 +74,7 @@ private:
             return;
         }
         m_position = {};
+        m_file = m_name;
         m_writer.openObject(u"securityViews");
         for (DraftView const& view : m_draft.views) {
             m_writer.openObject(u"securityView");
@@ -96,6 +98,7 @@ private:
 
     ImportDraft const& m_draft;
     std::string const m_name;
+    std::string m_file; // of the object that is written
     DocumentPosition m_position{};
     SourceReport m_report;
     ModelWriter m_writer;

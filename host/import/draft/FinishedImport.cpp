@@ -44,6 +44,9 @@ void addStandIns(ImportWork& work) {
         held.insert(user.roles.begin(), user.roles.end());
     }
     for (DraftGrant const& grant : draft.grants) {
+        if (grant.role == draft.roleOfAll) {
+            continue;
+        }
         // A user who bears the name of the role is another's; nothing is given to them.
         if (held.insert(grant.role).second && !names.contains(grant.role)) {
             draft.addUser(grant.role, grant.role);
@@ -51,6 +54,18 @@ void addStandIns(ImportWork& work) {
                               "\": a user of its name stands in");
         }
     }
+}
+
+/// Somebody has to be there for a role that everybody has.
+void addSomebody(ImportWork& work) {
+    ImportDraft& draft = work.draft;
+    if (draft.roleOfAll.empty() || !draft.users().empty()) {
+        return;
+    }
+    std::string const name = freeName(draft, "anybody");
+    draft.addUser(name, draft.roleOfAll);
+    work.account.note("the source names no users and no roles but that of all: the user \"" + name +
+                      "\" has it");
 }
 
 void addOwner(ImportWork& work) {
@@ -128,8 +143,11 @@ void readAgain(ImportWork& work, ImportedDocuments const& documents, Model const
 ImportedDocuments finishImport(ImportWork& work) {
     if (work.request.hasStandIns) {
         addStandIns(work);
+        addSomebody(work);
     }
+    work.draft.giveRoleOfAll();
     addOwner(work);
+    work.draft.giveRoleOfAll(); // the owner is somebody, too
     giveIds(work.draft);
     auto const model = writeDraftedModel(work);
     if (model == nullptr || hasErrors(work.found)) {

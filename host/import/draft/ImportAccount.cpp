@@ -38,13 +38,14 @@ void ImportAccount::leftOut(std::string_view kind, std::string_view reason, Plac
     Omission& omission = m_omissions[known->second];
     omission.count += count;
     if (omission.places.size() < MostPlaces) {
+        place.file = m_file;
         omission.places.push_back(std::move(place));
     }
 }
 
 void ImportAccount::note(std::string text, DocumentPosition position) {
     if (m_notes.size() < MostNotes) {
-        m_notes.push_back({std::move(text), position});
+        m_notes.push_back({std::move(text), position, m_file});
     } else {
         ++m_notesLeftOut;
     }

@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vex {
@@ -18,6 +19,7 @@ public:
     struct Place {
         std::string name; // of the thing; may be empty
         DocumentPosition position{};
+        std::string file{}; // see `enterFile`
     };
 
     /// Things of one kind that were left out for one reason.
@@ -38,6 +40,7 @@ public:
     struct Note {
         std::string text;
         DocumentPosition position{};
+        std::string file{};
     };
 
     static constexpr std::size_t MostPlaces = 10;
@@ -45,6 +48,9 @@ public:
     /// what comes new is counted as "other kinds", and past so many notes they are counted.
     static constexpr std::size_t MostKinds = 10'000;
     static constexpr std::size_t MostNotes = 10'000;
+
+    /// Of a source that is several files: the one that what is told from here on stands in.
+    void enterFile(std::string file) { m_file = std::move(file); }
 
     void mapped(std::string_view kind, std::size_t count = 1);
     void leftOut(std::string_view kind, std::string_view reason, Place place,
@@ -71,6 +77,7 @@ private:
     std::map<std::string, std::size_t, std::less<>> m_omissionOf; // by kind and reason
     std::vector<Note> m_notes;
     std::size_t m_notesLeftOut = 0;
+    std::string m_file;
 };
 
 } // namespace vex

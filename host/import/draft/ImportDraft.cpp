@@ -14,6 +14,15 @@ void ImportDraft::addUser(std::string const& name, std::string const& role) {
     }
 }
 
+void ImportDraft::giveRoleOfAll() {
+    if (roleOfAll.empty()) {
+        return;
+    }
+    for (std::size_t user = 0; user < m_users.size(); ++user) {
+        addUser(std::string(m_users[user].name), roleOfAll);
+    }
+}
+
 bool ImportDraft::isSeenBySomebody() const {
     std::set<std::string> granted;
     for (DraftGrant const& grant : grants) {

@@ -38,9 +38,15 @@ public:
     std::vector<DraftView> views;
     std::vector<DraftGrant> grants;
 
+    /// A role that every user of the catalogue gets, whoever they are; empty without one.
+    std::string roleOfAll;
+
     /// Gives the user the role; who has it already has it once.
     void addUser(std::string const& name, std::string const& role);
     std::vector<DraftUser> const& users() const { return m_users; }
+
+    /// Gives the role of all to those who are users now.
+    void giveRoleOfAll();
 
     /// True when some user of the draft has a role that is granted a view.
     bool isSeenBySomebody() const;

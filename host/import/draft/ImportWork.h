@@ -57,16 +57,26 @@ public:
     ImportAccount account;
     Diagnostics found;
 
+    /// Of a source that is several files: the one that is read from here on, for messages, the
+    /// account and the draft; "" for the source as a whole.
+    void enterFile(std::string const& file);
+
     /// Ends the import: the source cannot be used. The text says what is wrong and what to do
     /// about it.
     [[noreturn]] void refuse(std::string text, DocumentPosition at = {});
+
+    /// Counts what an import makes beside what it reads, where a source may say once what stands
+    /// in many places: so many values and bytes may be made as may be read. Refuses past that.
+    void countMade(std::size_t values, std::size_t bytes, DocumentPosition at);
 
     /// Takes steps from the limit of what views may take; refuses past it.
     void spendOnViews(std::size_t steps);
 
 private:
-    std::string const m_sourceName;
+    std::string m_file; // for messages
     std::size_t m_spentOnViews = 0;
+    std::size_t m_madeValues = 0;
+    std::size_t m_madeBytes = 0;
 };
 
 } // namespace vex

@@ -33,10 +33,18 @@ ModelDraft::ModelDraft() {
     m_objects.push_back({.className = "model", .key = {"model"}});
 }
 
+void ModelDraft::enterFile(std::string const& file) {
+    auto const [known, isNew] = m_numberOfFile.try_emplace(file, m_files.size());
+    if (isNew) {
+        m_files.push_back(file);
+    }
+    m_file = known->second;
+}
+
 std::size_t ModelDraft::add(std::size_t container, std::string className, DraftKey key,
                             DocumentPosition position) {
     std::size_t const number = m_objects.size();
-    m_objects.push_back({std::move(className), std::move(key), container, position});
+    m_objects.push_back({std::move(className), std::move(key), container, position, m_file});
     m_objects[container].members.push_back(number);
     return number;
 }

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -42,6 +43,7 @@ struct DraftObject {
     DraftKey key;
     std::size_t container = None;
     DocumentPosition position{}; // in the source
+    std::size_t file = 0;        // of those entered
     std::vector<DraftValue> values{};
     std::vector<std::size_t> members{};
     std::string id{}; // once they were given
@@ -55,6 +57,12 @@ public:
     ModelDraft();
 
     static constexpr std::size_t Root = 0;
+
+    /// Of a source that is several files: the one that objects stand in which are added from
+    /// here on.
+    void enterFile(std::string const& file);
+    /// "" for an object that was added before any file was entered.
+    std::string const& fileOf(DraftObject const& object) const { return m_files[object.file]; }
 
     /// The number of a new last member of `container`.
     std::size_t add(std::size_t container, std::string className, DraftKey key,
@@ -95,6 +103,9 @@ private:
     void restateDefaults(DraftObject& object) const;
 
     std::vector<DraftObject> m_objects;
+    std::vector<std::string> m_files{""};
+    std::map<std::string, std::size_t> m_numberOfFile{{"", 0}};
+    std::size_t m_file = 0;
     I18NLocale m_defaultLocale;
     std::vector<I18NLocale> m_locales;
     std::set<std::tuple<std::size_t, std::string, std::uint32_t>> m_translated;

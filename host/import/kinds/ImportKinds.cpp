@@ -4,6 +4,7 @@
 #include "host/import/database/DatabaseSource.h"
 #include "host/import/draft/FinishedImport.h"
 #include "host/import/odata/OdataImport.h"
+#include "host/import/ossie/OssieImport.h"
 #include "host/import/tabular/TabularImport.h"
 
 #include <algorithm>
@@ -26,6 +27,7 @@ constexpr ImportOption odataOptions[] = {
 };
 
 constexpr ImportKind kinds[] = {
+    {"ossie", "an Ossie document, YAML of its core specification 0.2", true, {}, &importOssie},
     {"tabular", "a tabular model, the JSON of a .bim file", true, {}, &importTabular},
     {"database", "a database over ODBC: a connection string, or a data source's name", false,
      databaseOptions, &importDatabase, &shownDatabase},

@@ -45,8 +45,15 @@ void YamlEvents::enter() {
     }
 }
 
+void YamlEvents::setAnchor(unsigned char const* anchor) {
+    if (anchor != nullptr) {
+        m_event.anchor = reinterpret_cast<char const*>(anchor);
+    }
+}
+
 YamlEvent const& YamlEvents::next() {
     m_event.text.clear();
+    m_event.anchor.clear();
     m_event.isPlain = false;
     m_event.hasTag = false;
     m_event.kind = YamlEvent::Kind::End;
@@ -90,6 +97,7 @@ YamlEvent const& YamlEvents::next() {
             m_event.text.assign(reinterpret_cast<char const*>(scalar.value), scalar.length);
             m_event.isPlain = scalar.style == YAML_PLAIN_SCALAR_STYLE;
             m_event.hasTag = scalar.tag != nullptr;
+            setAnchor(scalar.anchor);
             return m_event;
         }
         case YAML_SEQUENCE_START_EVENT:
@@ -99,6 +107,8 @@ YamlEvent const& YamlEvents::next() {
             m_event.hasTag =
                 (event.type == YAML_MAPPING_START_EVENT ? event.data.mapping_start.tag
                                                         : event.data.sequence_start.tag) != nullptr;
+            setAnchor(event.type == YAML_MAPPING_START_EVENT ? event.data.mapping_start.anchor
+                                                             : event.data.sequence_start.anchor);
             enter();
             return m_event;
         case YAML_SEQUENCE_END_EVENT:

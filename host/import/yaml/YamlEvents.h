@@ -22,6 +22,7 @@ struct YamlEvent {
     std::string text{};   // of a scalar, UTF-8; the name of an alias
     bool isPlain = false; // a scalar without quotes
     bool hasTag = false;  // such as !!int: somebody says what the value is
+    std::string anchor{}; // by which aliases name the value that begins here; may be empty
 
     /// A value that was left out, or "~".
     bool isNothing() const {
@@ -61,6 +62,7 @@ public:
 private:
     struct Parser;
 
+    void setAnchor(unsigned char const* anchor);
     void enter();
 
     std::string const& m_name;

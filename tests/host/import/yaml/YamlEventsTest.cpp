@@ -63,4 +63,14 @@ TEST(YamlEvents, SkipWhatBeginsWhole) {
     EXPECT_EQ(events.current().text, "d");
 }
 
+TEST(YamlEvents, TellTheAnchorsOfWhatBegins) {
+    std::string const name = "f.yaml";
+    YamlEvents events("&a {b: &c d, e: &f [g]}", name);
+    std::string anchors;
+    while (events.next().kind != YamlEvent::Kind::End) {
+        anchors += events.current().anchor + '.';
+    }
+    EXPECT_EQ(anchors, "a..c..f....");
+}
+
 } // namespace
