@@ -45,6 +45,9 @@ void odata(std::string_view input);
 /// Ossie documents, YAML: likewise.
 void ossie(std::string_view input);
 
+/// Projects of cubes and views, YAML of one file: likewise.
+void cube(std::string_view input);
+
 /// Ends the program with a message when a property does not hold.
 void require(bool holds, std::string const& property);
 

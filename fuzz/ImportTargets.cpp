@@ -1,4 +1,5 @@
 #include "fuzz/FuzzTargets.h"
+#include "host/import/cube/CubeImport.h"
 #include "host/import/draft/FinishedImport.h"
 #include "host/import/draft/ImportWork.h"
 #include "host/import/odata/OdataImport.h"
@@ -79,4 +80,10 @@ void fuzz::odata(std::string_view input) {
 
 void fuzz::ossie(std::string_view input) {
     importTwice(input, &vex::importOssieText);
+}
+
+void fuzz::cube(std::string_view input) {
+    importTwice(input, [](std::string_view yaml, vex::ImportWork& work) {
+        vex::importCubeTexts({{"m.yml", std::string(yaml)}}, work);
+    });
 }

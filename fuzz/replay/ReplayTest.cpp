@@ -26,6 +26,7 @@ constexpr Target targets[] = {
     {"tabular", fuzz::tabular},
     {"odata", fuzz::odata},
     {"ossie", fuzz::ossie},
+    {"cube", fuzz::cube},
 };
 
 class FuzzReplay : public testing::TestWithParam<Target> {};

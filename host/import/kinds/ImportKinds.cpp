@@ -1,5 +1,6 @@
 #include "host/import/kinds/ImportKinds.h"
 
+#include "host/import/cube/CubeImport.h"
 #include "host/import/database/DatabaseImport.h"
 #include "host/import/database/DatabaseSource.h"
 #include "host/import/draft/FinishedImport.h"
@@ -27,6 +28,7 @@ constexpr ImportOption odataOptions[] = {
 };
 
 constexpr ImportKind kinds[] = {
+    {"cube", "a project of cubes and views, YAML: a file or a folder", true, {}, &importCube},
     {"ossie", "an Ossie document, YAML of its core specification 0.2", true, {}, &importOssie},
     {"tabular", "a tabular model, the JSON of a .bim file", true, {}, &importTabular},
     {"database", "a database over ODBC: a connection string, or a data source's name", false,
