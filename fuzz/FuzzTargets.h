@@ -48,6 +48,13 @@ void ossie(std::string_view input);
 /// Projects of cubes and views, YAML of one file: likewise.
 void cube(std::string_view input);
 
+/// @{
+/// Translations: read or refused where they are wrong; applied to a fixed model each unit is
+/// counted once, and what is applied again changes nothing.
+void xliff(std::string_view input);
+void csv(std::string_view input);
+/// @}
+
 /// Ends the program with a message when a property does not hold.
 void require(bool holds, std::string const& property);
 

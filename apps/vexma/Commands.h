@@ -18,6 +18,7 @@ CommandRun addDiffCommand(CommandSyntax& command);
 CommandRun addImportCommand(CommandSyntax& command);
 CommandRun addPolicyCommand(CommandSyntax& command);
 CommandRun addTestCommand(CommandSyntax& command);
+CommandRun addTranslateCommand(CommandSyntax& command);
 CommandRun addCompletionCommand(CommandSyntax& command);
 CommandRun addManCommand(CommandSyntax& command);
 

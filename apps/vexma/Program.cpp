@@ -37,6 +37,8 @@ constexpr CommandRow commands[] = {
     {"import", "Make a model and a catalogue of a source in another format", &addImportCommand},
     {"test", "Hold what policies expect against what users see", &addTestCommand},
     {"policy", "Show what the rules of a policy come to", &addPolicyCommand},
+    {"translate", "Take texts out of a model to translate them, and put them in again",
+     &addTranslateCommand},
     {"completion", "Print the completion script of a shell", &addCompletionCommand},
     {"man", "Print a manual page", &addManCommand},
 };

@@ -27,6 +27,8 @@ constexpr Target targets[] = {
     {"odata", fuzz::odata},
     {"ossie", fuzz::ossie},
     {"cube", fuzz::cube},
+    {"xliff", fuzz::xliff},
+    {"csv", fuzz::csv},
 };
 
 class FuzzReplay : public testing::TestWithParam<Target> {};

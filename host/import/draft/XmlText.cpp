@@ -32,6 +32,9 @@ void XmlText::endStartTag() {
 
 void XmlText::open(std::string_view tag) {
     endStartTag();
+    if (m_hasText) {
+        m_written += '\n'; // white space at the ends of a text does not count
+    }
     m_written.append(2 * m_open.size(), ' ').append("<").append(tag);
     m_open.emplace_back(tag);
     m_inStartTag = true;

@@ -16,7 +16,7 @@ public:
     void open(std::string_view tag);
     /// Of the element opened last, before anything stands in it.
     void attribute(std::string_view name, std::string_view value);
-    /// What stands in the element opened last, all of it.
+    /// What stands in the element opened last, before elements inside.
     void text(std::string_view text);
     void close();
 

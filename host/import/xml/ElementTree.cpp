@@ -31,6 +31,16 @@ void append(std::string& texts, std::u16string_view text) {
     }
 }
 
+bool isDeclaration(std::u16string_view attribute) {
+    return attribute == u"xmlns" || attribute.starts_with(u"xmlns:");
+}
+
+std::uint32_t keepLength(std::u16string_view text) {
+    std::string written;
+    append(written, text);
+    return static_cast<std::uint32_t>(written.size());
+}
+
 } // namespace
 
 class ElementTreeReader final : public SaxHandler {
@@ -68,16 +78,20 @@ public:
         ElementTree::Entry entry{};
         entry.position = positionOf(*m_locator);
         entry.firstAttribute = static_cast<std::uint32_t>(m_tree.m_attributes.size());
-        for (XMLSize_t each = 0; each < attributes.getLength(); ++each) {
-            addAttribute(attributes.getQName(each), attributes.getValue(each));
+        for (bool const declares : {false, true}) {
+            for (XMLSize_t each = 0; each < attributes.getLength(); ++each) {
+                if (isDeclaration(attributes.getQName(each)) == declares) {
+                    addAttribute(attributes.getQName(each), attributes.getValue(each));
+                    ++(declares ? entry.declarations : entry.attributes);
+                }
+            }
         }
-        entry.attributes =
-            static_cast<std::uint32_t>(m_tree.m_attributes.size()) - entry.firstAttribute;
         std::u16string_view const whole(name);
         std::size_t const colon = whole.find(u':');
         bool const hasPrefix = colon != std::u16string_view::npos;
         entry.space = spaceOfPrefix(hasPrefix ? whole.substr(0, colon) : std::u16string_view());
-        entry.name = keep(hasPrefix ? whole.substr(colon + 1) : whole);
+        entry.name = keep(whole);
+        entry.prefix = hasPrefix ? keepLength(whole.substr(0, colon + 1)) : 0;
         add(entry, declaredBefore);
     }
 
@@ -130,20 +144,19 @@ private:
 
     void addAttribute(std::u16string_view name, std::u16string_view value) {
         takeValue();
-        if (name == u"xmlns" || name.starts_with(u"xmlns:")) {
+        if (isDeclaration(name)) {
+            if (m_declared.size() >= mostSpaces) {
+                refuseSpaces();
+            }
             std::string prefix;
             append(prefix, name);
             prefix.erase(0, std::min(prefix.size(), prefixMark.size()));
             std::string space;
             append(space, value);
-            if (m_declared.size() >= mostSpaces) {
-                refuseSpaces();
-            }
             m_declared.push_back({std::move(prefix), numberOfSpace(std::move(space))});
-        } else {
-            ElementTree::Span const nameSpan = keep(name);
-            m_tree.m_attributes.push_back({nameSpan, keep(value)});
         }
+        ElementTree::Span const nameSpan = keep(name);
+        m_tree.m_attributes.push_back({nameSpan, keep(value)});
     }
 
     [[noreturn]] void refuseSpaces() {

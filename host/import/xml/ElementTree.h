@@ -28,7 +28,7 @@ public:
     static constexpr Element None = 0xFFFF'FFFF;
     static constexpr Element Root = 0;
 
-    /// The name is as it is written, with its prefix; what declares prefixes is left out.
+    /// The name is as it is written, with its prefix.
     struct Attribute {
         std::string_view name;
         std::string_view value;
@@ -36,14 +36,22 @@ public:
 
     std::size_t size() const { return m_elements.size(); }
 
-    std::string_view nameOf(Element element) const { return text(m_elements[element].name); }
+    /// Without its prefix, and as it is written.
+    /// @{
+    std::string_view nameOf(Element element) const {
+        return writtenNameOf(element).substr(m_elements[element].prefix);
+    }
+    std::string_view writtenNameOf(Element element) const { return text(m_elements[element].name); }
+    /// @}
     /// The URI of the namespace that the name is of; "" for none.
     std::string_view spaceOf(Element element) const;
     DocumentPosition positionOf(Element element) const { return m_elements[element].position; }
     /// What stands in it, without what stands in elements inside, white space and all.
     std::string textOf(Element element) const;
 
+    /// Attributes, then what declares the prefixes of names.
     std::size_t attributeCount(Element element) const { return m_elements[element].attributes; }
+    std::size_t declarationCount(Element element) const { return m_elements[element].declarations; }
     Attribute attributeOf(Element element, std::size_t number) const;
     std::optional<std::string_view> find(Element element, std::string_view attribute) const;
 
@@ -60,9 +68,11 @@ private:
     };
     struct Entry {
         Span name;
+        std::uint32_t prefix = 0; // the length of it, with its colon
         std::uint32_t space = 0;
         std::uint32_t firstAttribute = 0;
         std::uint32_t attributes = 0;
+        std::uint32_t declarations = 0;
         std::uint32_t firstText = None; // a chain of pieces
         std::uint32_t lastText = None;
         Element first = None;
