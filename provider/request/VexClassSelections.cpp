@@ -29,17 +29,6 @@ bool hasKind(std::vector<VexSelectedProperty> const& properties, VexSelectedProp
                        [kind](auto const& property) { return property.kind == kind; });
 }
 
-std::unordered_set<I18NString> namedIn(std::list<I18NString> const& requests) {
-    std::unordered_set<I18NString> named;
-    for (I18NString const& request : requests) {
-        int const slash = request.find(u'/');
-        if (slash >= 0) {
-            named.insert(request.substring(0, slash));
-        }
-    }
-    return named;
-}
-
 } // namespace
 
 VexSelectedProperty::VexSelectedProperty(I18NString const& requested)
@@ -55,7 +44,6 @@ VexCollectionSelection::VexCollectionSelection(std::list<I18NString> const& requ
 
 template <class Selection, class Read>
 Selection& VexClassSelections::selectionOf(Known<Selection>& known, I18NString const& className,
-                                           std::list<I18NString> const& requests,
                                            Read const& read) {
     constexpr std::size_t fewClasses = 64;
     auto const found = known.byClass.find(className);
@@ -67,26 +55,20 @@ Selection& VexClassSelections::selectionOf(Known<Selection>& known, I18NString c
         read(names);
         return Selection(names);
     };
-    if (known.byClass.size() >= fewClasses) {
-        if (!known.ofOthers) {
-            known.named = namedIn(requests);
-        }
-        // A class of a host may have any name, one with a "/" too.
-        if (known.named.find(className) == known.named.end() && className.find(u'/') < 0) {
-            return known.ofOthers ? *known.ofOthers : known.ofOthers.emplace(make());
-        }
+    if (known.byClass.size() >= fewClasses && !m_helper.MayNameClass(className)) {
+        return known.ofOthers ? *known.ofOthers : known.ofOthers.emplace(make());
     }
     return known.byClass.emplace(className, make()).first->second;
 }
 
 VexPropertySelection& VexClassSelections::propertiesOf(I18NString const& className) {
-    return selectionOf(
-        m_properties, className, m_helper.GetAttributeRequests(),
-        [&](std::list<I18NString>& names) { m_helper.GetPropertiesForClass(className, names); });
+    return selectionOf(m_properties, className, [&](std::list<I18NString>& names) {
+        m_helper.GetPropertiesForClass(className, names);
+    });
 }
 
 VexCollectionSelection const& VexClassSelections::collectionsOf(I18NString const& className) {
-    return selectionOf(
-        m_collections, className, m_helper.GetCollectionRequests(),
-        [&](std::list<I18NString>& names) { m_helper.GetCollectionsForClass(className, names); });
+    return selectionOf(m_collections, className, [&](std::list<I18NString>& names) {
+        m_helper.GetCollectionsForClass(className, names);
+    });
 }

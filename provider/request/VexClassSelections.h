@@ -5,7 +5,6 @@
 #include <list>
 #include <optional>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 class VexMDMaProviderHelper;
@@ -55,12 +54,10 @@ private:
     /// What one kind of requests selects.
     template <class Selection> struct Known {
         std::unordered_map<I18NString, Selection> byClass;
-        std::optional<Selection> ofOthers;      // made when there are many
-        std::unordered_set<I18NString> named{}; // then: what stands before a "/" in the requests
+        std::optional<Selection> ofOthers; // made when there are many
     };
     template <class Selection, class Read>
-    static Selection& selectionOf(Known<Selection>& known, I18NString const& className,
-                                  std::list<I18NString> const& requests, Read const& read);
+    Selection& selectionOf(Known<Selection>& known, I18NString const& className, Read const& read);
 
     VexMDMaProviderHelper const& m_helper;
     Known<VexPropertySelection> m_properties;

@@ -52,7 +52,7 @@ void VexMDMaProviderHelper::processAttribute(I18NString const& element, I18NStri
         m_options.emplace(name, value);
     } else if (element == "Property") {
         auto& requests = value.find(u'@') >= 0 ? m_attributeRequests : m_collectionRequests;
-        requests.push_back(value);
+        requests.add(value);
     } else if (element == "Constraint") {
         storeConstraint(value);
     }

@@ -2,6 +2,7 @@
 
 #include "I18NString.h"
 #include "KRLIDOM_Node.h"
+#include "provider/request/VexClassRequests.h"
 
 #include <list>
 #include <map>
@@ -23,10 +24,19 @@ public:
     I18NString GetAttributeValueForAttribute(I18NString const& name) const;
 
     /// The property requests ("./@A", "*/@A", "C/@A") in document order.
-    std::list<I18NString> const& GetAttributeRequests() const { return m_attributeRequests; }
+    std::list<I18NString> const& GetAttributeRequests() const { return m_attributeRequests.all(); }
 
     /// The collection requests ("./C", "*/C", "D/C") in document order.
-    std::list<I18NString> const& GetCollectionRequests() const { return m_collectionRequests; }
+    std::list<I18NString> const& GetCollectionRequests() const {
+        return m_collectionRequests.all();
+    }
+
+    /// False when the request says nothing of that class but what it says of every class. True
+    /// is no proof of the contrary.
+    bool MayNameClass(I18NString const& className) const {
+        return !m_attributeRequests.about(className).empty() ||
+               !m_collectionRequests.about(className).empty();
+    }
 
     /// Sets `result` to the names of the properties requested for a class: those
     /// of the start object, of every class, of the class; repeats are kept.
@@ -61,7 +71,7 @@ private:
 
     KRLIDOM_Node m_request;
     std::map<I18NString, I18NString> m_options;
-    std::list<I18NString> m_attributeRequests;
-    std::list<I18NString> m_collectionRequests;
+    VexClassRequests m_attributeRequests;
+    VexClassRequests m_collectionRequests;
     std::map<I18NString, I18NString> m_constraints;
 };

@@ -13,17 +13,17 @@ constexpr char16_t wildcard = u'*';
 void VexMDMaProviderHelper::GetPropertiesForClass(I18NString const& className,
                                                   std::list<I18NString>& result) const {
     result.clear();
-    ProcessPrefix(m_attributeRequests, "./@", result);
-    ProcessPrefix(m_attributeRequests, "*/@", result);
-    ProcessPrefix(m_attributeRequests, className + "/@", result);
+    ProcessPrefix(m_attributeRequests.about("."), "./@", result);
+    ProcessPrefix(m_attributeRequests.about("*"), "*/@", result);
+    ProcessPrefix(m_attributeRequests.about(className), className + "/@", result);
 }
 
 void VexMDMaProviderHelper::GetCollectionsForClass(I18NString const& className,
                                                    std::list<I18NString>& result) const {
     result.clear();
-    ProcessPrefix(m_collectionRequests, "./", result);
-    ProcessPrefix(m_collectionRequests, "*/", result);
-    ProcessPrefix(m_collectionRequests, className + "/", result);
+    ProcessPrefix(m_collectionRequests.about("."), "./", result);
+    ProcessPrefix(m_collectionRequests.about("*"), "*/", result);
+    ProcessPrefix(m_collectionRequests.about(className), className + "/", result);
     // quirk: shortcut-and-namespace-always-walked
     result.emplace_back(VexClass::Shortcut);
     result.emplace_back(VexClass::Namespace);
