@@ -12,6 +12,18 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   endif()
 endif()
 
+# Several sources of a target compiled as one, which takes half as long. Other builds do
+# without it and show that each stands by itself. The unnamed namespaces of those sources are
+# one here: of two names that are the same, one is to be changed; that a name hides another
+# or bases a type is no fault of theirs.
+option(VEX_TOGETHER "Compile several sources at a time, for a quicker build" OFF)
+if(VEX_TOGETHER)
+  target_compile_options(vex_compile INTERFACE -Wno-shadow)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(vex_compile INTERFACE -Wno-subobject-linkage)
+  endif()
+endif()
+
 if(VEX_SANITIZE STREQUAL "address")
   set(flags -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
 elseif(VEX_SANITIZE STREQUAL "thread")

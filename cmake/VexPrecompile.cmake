@@ -18,6 +18,9 @@ set(VEX_COMMON_HEADERS
 
 # vex_use_precompiled(target precompiled)
 function(vex_use_precompiled target precompiled)
+  if(VEX_TOGETHER)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 6)
+  endif()
   if(VEX_PRECOMPILE)
     target_precompile_headers(${target} REUSE_FROM ${precompiled})
     target_compile_options(${target} PRIVATE -fPIC) # programs too, as what they take

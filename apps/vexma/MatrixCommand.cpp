@@ -19,8 +19,8 @@ namespace vex {
 namespace {
 
 /// How the matrix is written, by the word for `--format`.
-using Format = void (*)(Console&, SightMatrix const&);
-std::map<std::string, Format> const formats{
+using MatrixFormat = void (*)(Console&, SightMatrix const&);
+std::map<std::string, MatrixFormat> const matrixFormats{
     {"text",
      [](Console& console, SightMatrix const& matrix) {
          writeMatrix(console.out(), matrix, console.outHasColour());
@@ -77,7 +77,7 @@ struct MatrixCommand {
         for (Viewer const& viewer : viewers.all()) {
             isFinished = addColumn(workplace, viewer, rows, matrix, console) && isFinished;
         }
-        formats.at(format)(console, matrix);
+        matrixFormats.at(format)(console, matrix);
         return isFinished ? Done : Unfinished;
     }
 
@@ -184,7 +184,7 @@ CommandRun addMatrixCommand(CommandSyntax& command) {
                  .help = "Only this object, an id or reference, and what is in it",
                  .word = "OBJECT"});
     std::vector<std::string> words;
-    for (auto const& [word, format] : formats) {
+    for (auto const& [word, format] : matrixFormats) {
         words.push_back(word);
     }
     command.add({.name = "--format",

@@ -22,8 +22,8 @@ namespace vex {
 namespace {
 
 /// How all that was found is written, by the word for `--format`.
-using Format = void (*)(std::ostream&, Diagnostics const&, FindingsForm);
-std::map<std::string, Format> const formats{
+using ValidateFormat = void (*)(std::ostream&, Diagnostics const&, FindingsForm);
+std::map<std::string, ValidateFormat> const validateFormats{
     {"text", &writeFindings},
     {"json",
      [](std::ostream& out, Diagnostics const& found, FindingsForm) {
@@ -136,7 +136,7 @@ struct ValidateCommand {
         }
         Examination const examined = examineAll(checkedFiles(), console);
         std::ostream& out = console.out(format == "text" ? Spelling::Drawn : Spelling::Json);
-        formats.at(format)(out, examined.found, {all, console.outHasColour()});
+        validateFormats.at(format)(out, examined.found, {all, console.outHasColour()});
         FindingCounts const counts = countFindings(examined.found);
         if (!examined.found.empty() || !examined.switchedOff.empty() || examined.unread != 0) {
             console.complain(summaryOf(examined, all || format != "text"));

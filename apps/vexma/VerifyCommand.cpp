@@ -23,8 +23,8 @@ namespace vex {
 namespace {
 
 /// How what was found is written, by the word for `--format`.
-using Format = void (*)(Console&, Verification const&, bool all);
-std::map<std::string, Format> const formats{
+using VerifyFormat = void (*)(Console&, Verification const&, bool all);
+std::map<std::string, VerifyFormat> const verifyFormats{
     {"text",
      [](Console& console, Verification const& found, bool all) {
          writeVerification(console.out(), found, all, console.outHasColour());
@@ -124,7 +124,7 @@ struct VerifyCommand {
         complainAboutUnused(accepted, verification, console);
         bool const isWritten =
             baselineFile.empty() || writeBaseline(verification, accepted, console);
-        formats.at(format)(console, verification, all);
+        verifyFormats.at(format)(console, verification, all);
         return isWritten ? statusOf(verification.outcome()) : Refused;
     }
 
@@ -231,7 +231,7 @@ CommandRun addVerifyCommand(CommandSyntax& command) {
     verifying->source.addModelFileTo(command);
     verifying->source.addTo(command);
     std::vector<std::string> words;
-    for (auto const& [word, format] : formats) {
+    for (auto const& [word, format] : verifyFormats) {
         words.push_back(word);
     }
     command.add({.name = "--format",

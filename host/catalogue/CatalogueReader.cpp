@@ -62,12 +62,8 @@ I18NString trimmed(I18NString const& text) {
     return text.substring(start, end - start);
 }
 
-std::string quoted(I18NString const& text) {
-    return '"' + shortened(text.view()) + '"';
-}
-
-std::string quoted(char16_t const* text) {
-    return quoted(I18NString(std::u16string_view(text)));
+std::string quotedUnits(char16_t const* text) {
+    return quotedShort(I18NString(std::u16string_view(text)));
 }
 
 } // namespace
@@ -92,8 +88,8 @@ void CatalogueReader::startElement(XMLCh const* /*uri*/, XMLCh const* /*localNam
     if (rule == nullptr) {
         report("catalogue-element",
                m_open.empty()
-                   ? "the root element is " + quoted(tag) + "; a catalogue's is \"catalog\""
-                   : quoted(tag) + " has no place in " + quoted(m_open.back()->tag));
+                   ? "the root element is " + quotedUnits(tag) + "; a catalogue's is \"catalog\""
+                   : quotedUnits(tag) + " has no place in " + quotedUnits(m_open.back()->tag));
         ++m_skipped;
         return;
     }
@@ -116,7 +112,7 @@ void CatalogueReader::checkAttributes(Rule const& rule, xercesc::Attributes cons
         if (attribute.name != nullptr && attribute.required &&
             valueOf(attributes, attribute.name).empty()) {
             report("catalogue-attribute",
-                   quoted(rule.tag) + " needs the attribute " + quoted(attribute.name));
+                   quotedUnits(rule.tag) + " needs the attribute " + quotedUnits(attribute.name));
         }
     }
     for (XMLSize_t index = 0; index < attributes.getLength(); ++index) {
@@ -126,7 +122,7 @@ void CatalogueReader::checkAttributes(Rule const& rule, xercesc::Attributes cons
             [&](Attribute const& each) { return each.name != nullptr && name == each.name; });
         if (!known) {
             report("catalogue-attribute",
-                   quoted(rule.tag) + " has no attribute " + quoted(I18NString(name)));
+                   quotedUnits(rule.tag) + " has no attribute " + quotedShort(I18NString(name)));
         }
         checkWritable(attributes.getValue(index));
     }
@@ -175,7 +171,7 @@ void CatalogueReader::enterModel(xercesc::Attributes const& attributes) {
     model.line = at.line;
     model.column = at.column;
     if (!m_modelPaths.insert(model.path).second) {
-        report("catalogue-model-twice", "the model path " + quoted(model.path) +
+        report("catalogue-model-twice", "the model path " + quotedShort(model.path) +
                                             " stands here for "
                                             "the second time; a path names one model");
     }
@@ -197,7 +193,7 @@ void CatalogueReader::enterProperty(xercesc::Attributes const& attributes) {
     I18NString const locale = valueOf(attributes, u"locale");
     if (!locale.empty() && !I18NLocale::isKnown(locale)) {
         report("catalogue-locale",
-               "the locale " + quoted(locale) + " is unknown; write one like de or de_AT");
+               "the locale " + quotedShort(locale) + " is unknown; write one like de or de_AT");
     }
     m_propertyName = valueOf(attributes, u"name");
     m_propertyLocale = I18NLocale(locale);
@@ -210,7 +206,7 @@ void CatalogueReader::enterUser(xercesc::Attributes const& attributes) {
     user.column = at.column;
     user.name = valueOf(attributes, u"name");
     if (!m_userNames.insert(user.name).second) {
-        report("catalogue-user-twice", "the user " + quoted(user.name) +
+        report("catalogue-user-twice", "the user " + quotedShort(user.name) +
                                            " stands here for the "
                                            "second time");
     }
@@ -231,8 +227,8 @@ void CatalogueReader::endElement(XMLCh const* /*uri*/, XMLCh const* /*localName*
     } else if (place == Place::Role) {
         leaveRole();
     } else if (!m_text.empty()) {
-        report("catalogue-text", quoted(m_open.back()->tag) + " holds no text, but " +
-                                     quoted(m_text.substring(0, 40)) + " stands in it");
+        report("catalogue-text", quotedUnits(m_open.back()->tag) + " holds no text, but " +
+                                     quotedShort(m_text.substring(0, 40)) + " stands in it");
     }
     m_open.pop_back();
     m_text.clear();
@@ -242,7 +238,7 @@ void CatalogueReader::leaveProperty() {
     LocalisedText& property = m_catalogue.models.back().package[m_propertyName];
     if (!property.add(m_propertyLocale, m_text)) {
         report("catalogue-property-twice",
-               "the package property " + quoted(m_propertyName) +
+               "the package property " + quotedShort(m_propertyName) +
                    " has two values for one locale; the second is here");
     }
 }

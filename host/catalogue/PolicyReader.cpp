@@ -15,10 +15,6 @@ namespace {
 
 using Kind = YamlEvent::Kind;
 
-std::string quoted(I18NString const& text) {
-    return '"' + shortened(text.view()) + '"';
-}
-
 class PolicyReader {
 public:
     PolicyReader(std::string_view text, Policy& policy)
@@ -71,7 +67,8 @@ private:
         while (next().kind != Kind::MappingEnd) {
             PolicyWord const key = word("a key is a text");
             if (!seen.insert(key.text.toUtf8()).second) {
-                refuse(quoted(key.text) + " stands here for the second time; put both into one");
+                refuse(quotedShort(key.text) +
+                       " stands here for the second time; put both into one");
             }
             next();
             take(key);
@@ -89,8 +86,8 @@ private:
                 return word.text.toUtf8() == each.name;
             });
             if (key == std::end(keys)) {
-                m_events.refuse(word.place,
-                                where + " has no " + quoted(word.text) + "; it holds: " + known);
+                m_events.refuse(word.place, where + " has no " + quotedShort(word.text) +
+                                                "; it holds: " + known);
             }
             (this->*key->read)(target);
         });
@@ -162,7 +159,7 @@ private:
         }
         readMapping("", [&](PolicyWord const& language) {
             if (!I18NLocale::isKnown(language.text)) {
-                m_events.refuse(language.place, "the locale " + quoted(language.text) +
+                m_events.refuse(language.place, "the locale " + quotedShort(language.text) +
                                                     " is unknown; write one like de or de_AT");
             }
             I18NLocale const locale(language.text);
@@ -276,7 +273,7 @@ private:
             auto const end = text.data() + text.size();
             auto const read = std::from_chars(text.data(), end, count);
             if (read.ec != std::errc() || read.ptr != end) {
-                refuse("a count is a number from 0, not " + quoted(number.text));
+                refuse("a count is a number from 0, not " + quotedShort(number.text));
             }
             expectation.counts.emplace_back(cls, count);
             admit(++m_selectors, PolicyLimits::selectors, "selectors");

@@ -6,7 +6,7 @@
 namespace vex {
 
 namespace {
-constexpr char const* targetProperty = "refobj";
+constexpr char const* edgeProperty = "refobj";
 } // namespace
 
 ExpansionGraph::ExpansionGraph(Model const& model)
@@ -24,7 +24,7 @@ ExpansionGraph::ExpansionGraph(Model const& model)
     Vex_Handle_Collection found;
     VexObject(model.GetRootObject())
         .getElementsByTagName(resources::getString(resources::Shortcut), found);
-    I18NString const name(targetProperty);
+    I18NString const name(edgeProperty);
     for (VEX_HANDLE const element : found) {
         Shortcut shortcut{numbers.at(element), {}};
         Vex_Handle_Collection properties;

@@ -44,7 +44,7 @@ std::vector<I18NString> const& knownGlobals() {
     return words;
 }
 
-bool contains(std::vector<I18NString> const& list, I18NString const& text) {
+bool isAmong(std::vector<I18NString> const& list, I18NString const& text) {
     return std::find(list.begin(), list.end(), text) != list.end();
 }
 
@@ -124,7 +124,7 @@ private:
             return;
         }
         std::vector<I18NString> const views = availableViews(*model, *m_visit.user);
-        if (!contains(views, m_request.view)) {
+        if (!isAmong(views, m_request.view)) {
             I18NString const* const nearest = nearestWord(m_request.view, views);
             add({}, "the view " + inQuotes(m_request.view) + " is none of the user's" +
                         didYouMean(nearest == nullptr ? "" : nearest->toUtf8()));
@@ -172,7 +172,7 @@ private:
             bool const isRead =
                 word && (word->isForEachClass() ||
                          word->className == resources::getString(resources::Package));
-            if (isRead && !contains(known, word->name) &&
+            if (isRead && !isAmong(known, word->name) &&
                 word->name != resources::getString(resources::Name)) {
                 I18NString const* const nearest = nearestWord(word->name, known);
                 add(entry, "the package has no property " + inQuotes(word->name) +
@@ -182,7 +182,7 @@ private:
     }
 
     void checkGlobal(I18NString const& global) {
-        if (!contains(knownGlobals(), global)) {
+        if (!isAmong(knownGlobals(), global)) {
             I18NString const* const nearest = nearestWord(global, knownGlobals());
             add(I18NString("/@") + global,
                 "there is no setting " + inQuotes(global) +
@@ -199,7 +199,7 @@ private:
             return;
         }
         checkClass(*word, entry);
-        if (!word->isWildcard() && !contains(knownProperties(), word->name) &&
+        if (!word->isWildcard() && !isAmong(knownProperties(), word->name) &&
             !m_seen.isProperty(word->name)) {
             add(entry, "no object that may be seen has the property " + inQuotes(word->name) +
                            didYouMean(m_seen.nearestProperty(word->name, knownProperties())));
@@ -229,7 +229,7 @@ private:
     }
 
     bool isClass(I18NString const& word) {
-        return contains(knownClasses(), word) || m_seen.isClass(word);
+        return isAmong(knownClasses(), word) || m_seen.isClass(word);
     }
 
     /// Nothing when the text is not of that form.

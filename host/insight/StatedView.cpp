@@ -15,11 +15,6 @@ namespace {
 constexpr resources::Word setKinds[StatedView::SetCount] = {resources::Included,
                                                             resources::Excluded, resources::Hidden};
 
-/// Anything but a number other than 0, and "true", is no yes.
-bool saysYes(I18NString const& text) {
-    return text == "true" || std::strtol(text.c_str(), nullptr, 10) != 0;
-}
-
 class ViewReader {
 public:
     explicit ViewReader(Model const& model) : m_model(model) {}
@@ -100,6 +95,10 @@ std::vector<StatedView> statedViews(Model const& model) {
         views.push_back(reader.read(view));
     }
     return views;
+}
+
+bool saysYes(I18NString const& text) {
+    return text == "true" || std::strtol(text.c_str(), nullptr, 10) != 0;
 }
 
 } // namespace vex

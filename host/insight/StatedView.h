@@ -33,4 +33,7 @@ struct StatedView {
 /// The views of a model, in document order.
 std::vector<StatedView> statedViews(Model const& model);
 
+/// What a view's "roleBased" says: a number other than 0 and "true" are yes, all else is no.
+bool saysYes(I18NString const& text);
+
 } // namespace vex

@@ -1,23 +1,18 @@
 #include "VexObject.h"
 #include "host/insight/ModelFindings.h"
 #include "host/insight/ObjectReference.h"
+#include "host/insight/StatedView.h"
 #include "resources.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <set>
 
 namespace vex {
 
 namespace {
 
-constexpr long setKinds[] = {resources::Included, resources::Excluded, resources::Hidden};
+constexpr long knownKinds[] = {resources::Included, resources::Excluded, resources::Hidden};
 constexpr char const* setClass = "set";
-
-/// Anything but a number other than 0, and "true", is no yes.
-bool saysYes(I18NString const& text) {
-    return text == "true" || std::strtol(text.c_str(), nullptr, 10) != 0;
-}
 
 class ViewCheck {
 public:
@@ -82,9 +77,9 @@ private:
     std::size_t checkSet(VEX_HANDLE set) {
         I18NString const kind =
             ModelFindings::valueOf(set, resources::getString(resources::SetKind), nullptr);
-        bool const isKnown = std::any_of(std::begin(setKinds), std::end(setKinds), [&](long known) {
-            return kind == resources::getString(known);
-        });
+        bool const isKnown =
+            std::any_of(std::begin(knownKinds), std::end(knownKinds),
+                        [&](long known) { return kind == resources::getString(known); });
         if (!isKnown) {
             m_findings.add("unknown-set-kind", set, [&] {
                 return "the kind of the set is " + inQuotes(kind) +

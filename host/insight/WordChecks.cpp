@@ -15,7 +15,7 @@ namespace {
 /// The words of one kind that a model uses, with how often.
 using WordCounts = std::unordered_map<I18NString, std::size_t>;
 
-constexpr char const* emptyName = "\"\"";
+constexpr char const* emptyWord = "\"\"";
 
 constexpr std::size_t often = 10;           // what is used so often is meant
 constexpr std::size_t mostCandidates = 100; // of the words used often; the most used count
@@ -85,7 +85,7 @@ private:
 /// An object for people: its class and name.
 std::string called(ModelFindings const& findings, VEX_HANDLE element) {
     std::string const name = findings.nameOf(element);
-    return classOf(element).toUtf8() + (name == emptyName ? " without a name" : ' ' + name);
+    return classOf(element).toUtf8() + (name == emptyWord ? " without a name" : ' ' + name);
 }
 
 class WordCheck {

@@ -14,12 +14,12 @@ namespace {
 
 using Change = ComparedObject::Change;
 
-constexpr char const* codeOf(Change change) {
+constexpr char const* wordFor(Change change) {
     constexpr char const* codes[] = {"", "appears", "disappears", "changes"};
     return codes[static_cast<std::size_t>(change)];
 }
 
-constexpr char const* codeOf(Presence presence) {
+constexpr char const* wordFor(Presence presence) {
     constexpr char const* codes[] = {"none", "behind-shortcuts", "in-its-place"};
     return codes[static_cast<std::size_t>(presence)];
 }
@@ -47,12 +47,12 @@ void addProperties(JsonStream& json, ToldChange const& told) {
 
 void addChange(JsonStream& json, ToldChange const& told) {
     json.beginObject();
-    json.member("change", codeOf(told.change));
+    json.member("change", wordFor(told.change));
     json.member("id", told.object.id);
     json.member("reference", told.object.reference);
     json.member("class", told.object.className);
     json.member("name", told.object.name);
-    json.member("presence", {{"before", codeOf(told.before)}, {"after", codeOf(told.after)}});
+    json.member("presence", {{"before", wordFor(told.before)}, {"after", wordFor(told.after)}});
     if (told.change == Change::Changes) {
         json.member("renamed", told.isRenamed);
         addProperties(json, told);

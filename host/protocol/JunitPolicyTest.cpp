@@ -8,7 +8,7 @@ namespace vex {
 
 namespace {
 
-struct Suite {
+struct PolicySuite {
     std::string name;
     std::string tests{};
     std::size_t count = 0;
@@ -16,7 +16,7 @@ struct Suite {
     std::size_t skipped = 0;
 };
 
-void add(Suite& suite, ExpectationResult const& result) {
+void add(PolicySuite& suite, ExpectationResult const& result) {
     ++suite.count;
     suite.tests += "    <testcase classname=\"" + junitText(result.who) + "\" name=\"" +
                    junitText(result.expected) + "\" file=\"" + junitText(result.file) +
@@ -52,7 +52,7 @@ std::string describeFailure(ExpectationResult const& result) {
 }
 
 std::string toJunit(std::vector<ExpectationResult> const& results) {
-    std::vector<Suite> suites;
+    std::vector<PolicySuite> suites;
     for (ExpectationResult const& result : results) {
         if (suites.empty() || suites.back().name != result.file) {
             suites.push_back({result.file});
@@ -61,7 +61,7 @@ std::string toJunit(std::vector<ExpectationResult> const& results) {
     }
     std::size_t failures = 0;
     std::string text;
-    for (Suite const& suite : suites) {
+    for (PolicySuite const& suite : suites) {
         failures += suite.failures;
         text += "  <testsuite name=\"" + junitText(suite.name) + "\" tests=\"" +
                 std::to_string(suite.count) + "\" failures=\"" + std::to_string(suite.failures) +

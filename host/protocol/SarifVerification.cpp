@@ -22,7 +22,7 @@ char const* levelOf(VerifyKindRow const& row) {
     return "error";
 }
 
-Json rules() {
+Json verificationRules() {
     Json list = Json::array();
     for (VerifyKindRow const& row : verifyKinds()) {
         list.push_back({{"id", row.code},
@@ -62,7 +62,7 @@ Json resultOf(VerifyFinding const& finding, std::string const& file, UserVerific
 } // namespace
 
 void writeSarif(std::ostream& out, Verification const& verification, std::string_view version) {
-    SarifLog log(out, rules(), version);
+    SarifLog log(out, verificationRules(), version);
     for (VerifyFinding const& finding : verification.findings) {
         log.add(resultOf(finding, verification.file, nullptr));
     }

@@ -12,7 +12,7 @@ namespace vex {
 
 namespace {
 
-using Kind = SessionValue::Kind;
+using JsonKind = SessionValue::Kind;
 
 /// Makes variants of a line's values, which it holds.
 class ValueMaker {
@@ -22,17 +22,17 @@ public:
 
     VexVariant make(SessionValue const& value) {
         switch (value.kind) {
-        case Kind::Empty:
+        case JsonKind::Empty:
             return {};
-        case Kind::Long:
+        case JsonKind::Long:
             return VexVariant(value.number);
-        case Kind::String:
+        case JsonKind::String:
             return m_values.text(I18NString::fromUtf8(value.text));
-        case Kind::Handle:
+        case JsonKind::Handle:
             return VexVariant(m_session.findObject(I18NString::fromUtf8(value.text)));
-        case Kind::Node:
+        case JsonKind::Node:
             return m_values.node(read(value.text));
-        case Kind::Unusable:
+        case JsonKind::Unusable:
             break;
         }
         throw HostException(value.text);
@@ -68,20 +68,20 @@ private:
 SessionValue appendedValue(VexVariant const& value) {
     switch (value.GetType()) {
     case VexVariant::Long:
-        return {Kind::Long, static_cast<long>(value), {}};
+        return {JsonKind::Long, static_cast<long>(value), {}};
     case VexVariant::Handle: {
         I18NString id;
         VexObject(static_cast<VEX_HANDLE>(value)).GetId(id);
-        return {Kind::Handle, 0, id.toUtf8()};
+        return {JsonKind::Handle, 0, id.toUtf8()};
     }
     case VexVariant::String: {
         auto const* const text = static_cast<I18NString*>(value);
-        return {Kind::String, 0, text == nullptr ? "" : text->toUtf8()};
+        return {JsonKind::String, 0, text == nullptr ? "" : text->toUtf8()};
     }
     case VexVariant::Empty:
         return {};
     default: // a node, or a pointer to one
-        return {Kind::Node, 0, {}};
+        return {JsonKind::Node, 0, {}};
     }
 }
 

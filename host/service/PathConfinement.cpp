@@ -21,7 +21,7 @@ constexpr PathPlace places[] = {
     {VexAction::AccessibilityRequest, 1},
 };
 
-std::string shown(I18NString const& path) {
+std::string quotedPath(I18NString const& path) {
     constexpr int most = 80;
     return '"' + path.substring(0, most).toUtf8() + (path.length() > most ? "...\"" : "\"");
 }
@@ -38,8 +38,9 @@ bool PathConfinement::admits(I18NString const& asked) const {
 void PathConfinement::require(I18NString const& asked) const {
     if (!admits(asked)) {
         throw ForeignPathException(
-            "the session may only be asked about its own model path " + shown(m_path) + ", and " +
-            shown(asked) + " is another one; name its own, or open a session for the other");
+            "the session may only be asked about its own model path " + quotedPath(m_path) +
+            ", and " + quotedPath(asked) +
+            " is another one; name its own, or open a session for the other");
     }
 }
 

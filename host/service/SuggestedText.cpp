@@ -11,7 +11,7 @@
 namespace vex {
 
 namespace {
-constexpr int longestText = 1'000;
+constexpr int longestShown = 1'000;
 constexpr std::size_t charactersOfAStep = 16; // as long as an operation of the object model
 } // namespace
 
@@ -19,7 +19,7 @@ SuggestedText joinNames(std::vector<VEX_HANDLE> named, I18NLocale const& locale)
     SuggestedText made{{}, std::move(named)};
     for (VEX_HANDLE const each : made.named) {
         I18NString const name = nameIn(locale, each);
-        if (name.length() > longestText - made.text.length()) {
+        if (name.length() > longestShown - made.text.length()) {
             made.text = {};
             break;
         }

@@ -12,7 +12,7 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr char const* everything =
+constexpr char const* everyShortcut =
     "<Metadata Depth='0'><Property n='*/@name'/><Property n='*/@_path'/><Property n='*/@_ref'/>"
     "<Property n='*/folder'/><Property n='*/querySubject'/><Property n='*/queryItem'/></Metadata>";
 
@@ -73,9 +73,9 @@ TEST(Shortcuts, ToThemselvesToAncestorsAndToEachOtherEnd) {
     };
     for (auto const& tested : cases) {
         HostileSession session(tested.model);
-        vex::MetadataAnswer const answer = session.call(everything);
+        vex::MetadataAnswer const answer = session.call(everyShortcut);
         EXPECT_EQ(answer.end.text, "");
-        EXPECT_EQ(answer.response.elementCount(), tested.elements) << session.ask(everything);
+        EXPECT_EQ(answer.response.elementCount(), tested.elements) << session.ask(everyShortcut);
     }
 }
 
@@ -98,7 +98,7 @@ TEST(Shortcuts, ThatMultiplyEndAtTheElementsThatAreAllowed) {
     HostileSession session(lattice(100, 3));
     session.limits.response.elements = 20'000;
     for (char const* const request :
-         {everything, "<Metadata Depth='90'><Property n='*/@name'/></Metadata>"}) {
+         {everyShortcut, "<Metadata Depth='90'><Property n='*/@name'/></Metadata>"}) {
         vex::MetadataAnswer const answer = session.call(request);
         EXPECT_THAT(answer.end.text, HasSubstr("The document holds 20000 elements"));
         EXPECT_EQ(answer.response.elementCount(), 20'000U);
@@ -123,7 +123,7 @@ TEST(Shortcuts, ThatMultiplyUnderViewsEndToo) {
                                   "<grant role='r' view='v'/></model>"
                                   "<user name='ann'><role>r</role></user></catalog>");
     session.limits.response.elements = 20'000;
-    vex::MetadataAnswer const answer = session.call(everything);
+    vex::MetadataAnswer const answer = session.call(everyShortcut);
     EXPECT_LE(answer.response.elementCount(), 20'000U);
 }
 

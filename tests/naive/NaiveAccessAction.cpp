@@ -4,7 +4,7 @@ namespace naive {
 
 namespace {
 
-Text const source = u"VexAccessAction";
+Text const actionSource = u"VexAccessAction";
 Text const securityFunction = u"VexAccessAction::RetrieveSecurityInfo";
 
 } // namespace
@@ -48,15 +48,15 @@ void NaiveAccessAction::retrieveSecurityInfo() {
             ? m_host.catalogue->source(m_modelPath, m_host.user, m_host.model.defaultLocale())
             : std::nullopt;
     if (!found) {
-        raise(1444335572, source, anyLine, securityFunction);
+        raise(1444335572, actionSource, anyLine, securityFunction);
     }
     m_views = found->views;
     if (m_views.empty()) {
-        raise(1170699671, source, anyLine, securityFunction);
+        raise(1170699671, actionSource, anyLine, securityFunction);
     }
     m_roles = found->roles;
     if (m_roles.empty()) {
-        raise(1170699671, source, anyLine, securityFunction);
+        raise(1170699671, actionSource, anyLine, securityFunction);
     }
     m_securityRetrieved = true;
 }

@@ -9,9 +9,9 @@ namespace naive {
 
 namespace {
 
-Text const source = u"VexMDAccessEngine";
+Text const engineSource = u"VexMDAccessEngine";
 Text const populateFunction = u"VexMDAccessEngine::populateAccessInfo";
-Text const noLocale;
+Text const anyLocale;
 
 bool contains(Texts const& list, Text const& text) {
     return std::find(list.begin(), list.end(), text) != list.end();
@@ -56,7 +56,7 @@ void NaiveAccessEngine::populate() {
     }
     Handles const views = m_model.elementsByTagName(m_model.root(), u"securityView");
     if (views.empty()) {
-        raise(1170839636, source, anyLine, populateFunction);
+        raise(1170839636, engineSource, anyLine, populateFunction);
     }
     Handles requested;
     for (Handle view : views) {
@@ -67,7 +67,7 @@ void NaiveAccessEngine::populate() {
         }
     }
     if (requested.empty()) {
-        raise(1170551942, source, anyLine, populateFunction);
+        raise(1170551942, engineSource, anyLine, populateFunction);
     }
     for (Handle view : requested) {
         loadIds(view, u"included", m_includedIds);
@@ -90,7 +90,7 @@ void NaiveAccessEngine::filterSecurityViews(Handles const& views) {
             continue;
         }
         Text role;
-        m_model.readProperty(members.front(), u"roleId", role, noLocale);
+        m_model.readProperty(members.front(), u"roleId", role, anyLocale);
         if (contains(m_roles, role)) {
             loadIds(view, u"included", m_roleIncludedIds);
             loadIds(view, u"excluded", m_roleExcludedIds);
@@ -104,7 +104,7 @@ void NaiveAccessEngine::filterSecurityViews(Handles const& views) {
 }
 
 bool NaiveAccessEngine::isRoleBased(Handle view) const {
-    Handle const property = m_model.propertyByName(view, u"roleBased", noLocale);
+    Handle const property = m_model.propertyByName(view, u"roleBased", anyLocale);
     if (!property) {
         return false;
     }
@@ -122,7 +122,7 @@ bool NaiveAccessEngine::isRoleBased(Handle view) const {
 void NaiveAccessEngine::loadIds(Handle view, Text const& listKind, std::set<Text>& ids) const {
     for (Handle set : m_model.elementsByTagName(view, u"set")) {
         Text kind;
-        m_model.readProperty(set, u"kind", kind, noLocale);
+        m_model.readProperty(set, u"kind", kind, anyLocale);
         if (kind.empty() || kind != listKind) {
             continue;
         }

@@ -8,9 +8,9 @@ namespace naive {
 
 namespace {
 
-Text const source = u"VexMDMaProvider";
+Text const providerSource = u"VexMDMaProvider";
 Text const doRequestFunction = u"VexMDMaProvider::doRequest";
-Text const securityFunction = u"VexMDMaProvider::RetrieveSecurityInfo";
+Text const providerSecurityFunction = u"VexMDMaProvider::RetrieveSecurityInfo";
 Text const engineFunction = u"VexMDMaProvider::getAccessEngine";
 
 int clampedToInt(long number) {
@@ -36,7 +36,7 @@ NaiveProvider::NaiveProvider(NaiveHost const& host, Text const& modelPath)
 void NaiveProvider::doRequest(NaiveRequest const& request, ResponseDocument& document,
                               WorkBudget& budget) {
     if (!request.hasMetadata()) {
-        raise(1444379513, source, anyLine, doRequestFunction);
+        raise(1444379513, providerSource, anyLine, doRequestFunction);
     }
     if (!m_nonContentPath) {
         retrieveSecurityInfo();
@@ -57,16 +57,16 @@ void NaiveProvider::retrieveSecurityInfo() {
                    ? m_host.catalogue->source(m_modelPath, m_host.user, m_model.defaultLocale())
                    : std::nullopt;
     if (!m_source) {
-        raise(1444335572, source, anyLine, securityFunction);
+        raise(1444335572, providerSource, anyLine, providerSecurityFunction);
     }
     m_availableViews = m_source->views;
     if (m_availableViews.empty()) {
-        raise(1170699671, source, anyLine, securityFunction);
+        raise(1170699671, providerSource, anyLine, providerSecurityFunction);
     }
     m_roles = m_source->roles;
     // The role list may be empty: it is the views that are tested again.
     if (m_availableViews.empty()) {
-        raise(1170699671, source, anyLine, securityFunction);
+        raise(1170699671, providerSource, anyLine, providerSecurityFunction);
     }
     m_securityRetrieved = true;
 }
@@ -99,7 +99,7 @@ void NaiveProvider::answerModelRequest(NaiveRequest const& request, int depth,
     }
     Texts parts;
     if (!splitStartPath(startPath, parts)) {
-        raise(1170869272, source, 145, doRequestFunction);
+        raise(1170869272, providerSource, 145, doRequestFunction);
     }
     NaiveAccessEngine engine = accessEngine(request);
     NaiveVisibility visibility(m_model, engine);
@@ -111,7 +111,7 @@ NaiveAccessEngine NaiveProvider::accessEngine(NaiveRequest const& request) const
     Texts views;
     if (!m_nonContentPath) {
         if (m_availableViews.empty()) {
-            raise(1170699671, source, 212, engineFunction);
+            raise(1170699671, providerSource, 212, engineFunction);
         }
         Texts requested;
         Text const wanted = request.option(u"securityView");
@@ -123,7 +123,7 @@ NaiveAccessEngine NaiveProvider::accessEngine(NaiveRequest const& request) const
                                   requested.begin(), requested.end(), std::back_inserter(views));
         }
         if (views.empty()) {
-            raise(1170551942, source, 241, engineFunction,
+            raise(1170551942, providerSource, 241, engineFunction,
                   {joined(m_availableViews), joined(requested)});
         }
     }

@@ -4,7 +4,7 @@ namespace naive {
 
 namespace {
 
-Text const source = u"VexMDMaProvider";
+Text const itemSource = u"VexMDMaProvider";
 Text const function = u"VexMDMaProvider::FindReferencedItem";
 
 } // namespace
@@ -31,7 +31,7 @@ bool NaiveProvider::findQueryItem(Texts const& parts, Handles& candidates, Path&
     Handles folders;
     loadCollection(m_model, querySubject, u"queryItemFolder", folders);
     if (folders.empty()) {
-        raise(1171025905, source, 1398, function, {itemName});
+        raise(1171025905, itemSource, 1398, function, {itemName});
     }
     for (Handle folder : folders) {
         Handles inFolder;
@@ -41,7 +41,7 @@ bool NaiveProvider::findQueryItem(Texts const& parts, Handles& candidates, Path&
             return true;
         }
     }
-    raise(1171025905, source, 1414, function, {itemName});
+    raise(1171025905, itemSource, 1414, function, {itemName});
 }
 
 Handle NaiveProvider::findQuerySubject(Handle container, Texts const& parts, Path& path) const {
@@ -68,7 +68,7 @@ Handle NaiveProvider::shortcutTarget(Handle shortcut) const {
         if (classOf(property) == u"refobj" && m_model.getValue(property, reference)) {
             target = m_model.objectWithReference(reference);
             if (!target) {
-                raise(1170588191, source, 1214, function);
+                raise(1170588191, itemSource, 1214, function);
             }
         }
     }
@@ -88,7 +88,7 @@ Handle NaiveProvider::findQuerySubjectModelWide(Texts const& parts) const {
             }
         }
         if (subjects.empty()) {
-            raise(1171025905, source, 1263, function, {parts[1]});
+            raise(1171025905, itemSource, 1263, function, {parts[1]});
         }
     }
     // One value for the walk: a query subject without a name is compared with the name before it.
@@ -99,7 +99,7 @@ Handle NaiveProvider::findQuerySubjectModelWide(Texts const& parts) const {
             return subject;
         }
     }
-    raise(1171025905, source, 1357, function, {parts[1]});
+    raise(1171025905, itemSource, 1357, function, {parts[1]});
 }
 
 bool NaiveProvider::namespaceHasName(Handle object, Text const& wanted) const {

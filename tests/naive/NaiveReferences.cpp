@@ -4,7 +4,7 @@ namespace naive {
 
 namespace {
 
-Text const source = u"VexMDMaProvider";
+Text const referencesSource = u"VexMDMaProvider";
 Text const startFunction = u"VexMDMaProvider::processStartAtRefRequest";
 Text const shortcutFunction = u"VexMDMaProvider::FindReferencedShortcutQI";
 
@@ -22,12 +22,12 @@ void NaiveProvider::processReference(RequestScope& scope, Texts const& parts, Te
         return;
     }
     if (parts.size() != 3) {
-        raise(1171135124, source, 866, startFunction, {reference});
+        raise(1171135124, referencesSource, 866, startFunction, {reference});
     }
     if (!findQueryItem(parts, found, path)) {
         // A shortcut without a name comes back here with itself: once is enough.
         if (secondPass || !findThroughShortcut(scope, parts, reference)) {
-            raise(1171025905, source, 898, startFunction, {parts.back()});
+            raise(1171025905, referencesSource, 898, startFunction, {parts.back()});
         }
         return;
     }
@@ -76,7 +76,7 @@ bool NaiveProvider::findThroughShortcut(RequestScope& scope, Texts const& parts,
                                         Text const& reference) {
     Handles const shortcuts = m_model.elementsByTagName(m_rootNamespace, u"shortcut");
     if (shortcuts.empty()) {
-        raise(1170653716, source, 1080, shortcutFunction, {parts[0]});
+        raise(1170653716, referencesSource, 1080, shortcutFunction, {parts[0]});
     }
     for (Handle shortcut : shortcuts) {
         if (nameOf(shortcut) == parts[0]) {

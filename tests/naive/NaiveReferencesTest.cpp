@@ -3,7 +3,7 @@
 namespace naive {
 namespace {
 
-Text const startFunction = u"VexMDMaProvider::processStartAtRefRequest";
+Text const expectedFunction = u"VexMDMaProvider::processStartAtRefRequest";
 Text const itemFunction = u"VexMDMaProvider::FindReferencedItem";
 
 std::string const nested = R"(<model defaultLocale="en"><namespace name="N">
@@ -29,10 +29,10 @@ TEST(NaiveReferences, TwoNamesFindFiltersBeforeCalculations) {
 
 TEST(NaiveReferences, NeedTwoOrThreeNames) {
     TestSession test(nested);
-    expectFailure(test.ask("start_atRef='[N]'", {"*/@name"}), 1171135124, 866, startFunction,
+    expectFailure(test.ask("start_atRef='[N]'", {"*/@name"}), 1171135124, 866, expectedFunction,
                   {u"[N]"});
     expectFailure(test.ask("start_atRef='[N].[a].[b].[c]'", {"*/@name"}), 1171135124, 866,
-                  startFunction, {u"[N].[a].[b].[c]"});
+                  expectedFunction, {u"[N].[a].[b].[c]"});
 }
 
 TEST(NaiveReferences, ThreeNamesFindAQueryItem) {
@@ -75,10 +75,10 @@ TEST(NaiveReferences, OfANamespaceWithoutANameGoThroughShortcuts) {
     expectFailure(none.ask("start_atRef='[].[a].[b]'", {}), 1170653716, 1080,
                   u"VexMDMaProvider::FindReferencedShortcutQI", {u""});
     TestSession named("<model><namespace><shortcut name='S'/></namespace></model>");
-    expectFailure(named.ask("start_atRef='[].[a].[b]'", {}), 1171025905, 898, startFunction,
+    expectFailure(named.ask("start_atRef='[].[a].[b]'", {}), 1171025905, 898, expectedFunction,
                   {u"b"});
     TestSession unnamed("<model><namespace><shortcut/></namespace></model>");
-    expectFailure(unnamed.ask("start_atRef='[].[a].[b]'", {}), 1171025905, 898, startFunction,
+    expectFailure(unnamed.ask("start_atRef='[].[a].[b]'", {}), 1171025905, 898, expectedFunction,
                   {u"b"});
 }
 

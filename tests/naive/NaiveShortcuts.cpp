@@ -6,7 +6,7 @@ namespace naive {
 
 namespace {
 
-Text const source = u"VexMDMaProvider";
+Text const shortcutsSource = u"VexMDMaProvider";
 
 } // namespace
 
@@ -20,7 +20,8 @@ void NaiveProvider::findShortcutReference(Text const& name, Handle& shortcut,
         }
         target = m_model.objectWithReference(reference);
         if (!target) {
-            raise(1171122674, source, 550, u"VexMDMaProvider::FindShortcutReference", {name});
+            raise(1171122674, shortcutsSource, 550, u"VexMDMaProvider::FindShortcutReference",
+                  {name});
         }
         m_model.getName(target, targetClass);
         break;
@@ -44,7 +45,7 @@ std::unique_ptr<ResponseElement> NaiveProvider::writeShortcut(RequestScope& scop
         }
         target = m_model.objectWithReference(reference);
         if (!target) {
-            raise(1170588191, source, 2080, u"VexMDMaProvider::processShortCutCollection");
+            raise(1170588191, shortcutsSource, 2080, u"VexMDMaProvider::processShortCutCollection");
         }
         m_model.getName(target, targetClass);
     }

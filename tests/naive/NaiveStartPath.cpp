@@ -4,7 +4,7 @@ namespace naive {
 
 namespace {
 
-Text const source = u"VexMDMaProvider";
+Text const pathSource = u"VexMDMaProvider";
 // The two recorded names differ on purpose.
 Text const namespaceFunction = u"VexMDMAProvider::ProcessRequest";
 Text const nameFunction = u"VexMDMaProviderR::ProcessRequest";
@@ -15,14 +15,14 @@ void NaiveProvider::processRequest(RequestScope& scope, Texts const& parts, Text
                                    bool isReference) {
     Handles const namespaces = m_model.elementsByTagName(m_model.root(), u"namespace");
     if (namespaces.empty()) {
-        raise(1170809568, source, 589, namespaceFunction);
+        raise(1170809568, pathSource, 589, namespaceFunction);
     }
     m_rootNamespace = namespaces.front();
     if (startPath.empty()) {
         Text const path = u"[" + nameOf(m_rootNamespace) + u"]";
         Texts names;
         if (!splitStartPath(path, names)) {
-            raise(1170869272, source, 615, namespaceFunction);
+            raise(1170869272, pathSource, 615, namespaceFunction);
         }
         processRequest(scope, names, path, isReference);
         return;
@@ -35,7 +35,7 @@ void NaiveProvider::processRequest(RequestScope& scope, Texts const& parts, Text
         }
     }
     if (found.size() != 1) {
-        raise(1171025905, source, 808, nameFunction, {parts.front()});
+        raise(1171025905, pathSource, 808, nameFunction, {parts.front()});
     }
     if (isReference) {
         processReference(scope, parts, startPath, found, false);
@@ -69,7 +69,7 @@ void NaiveProvider::walkStartPath(RequestScope& scope, Texts const& parts, Text 
                 break;
             }
             if (c + 1 == collections.size() && lastPart) {
-                raise(1171025905, source, 780, nameFunction, {part});
+                raise(1171025905, pathSource, 780, nameFunction, {part});
             }
         }
     }

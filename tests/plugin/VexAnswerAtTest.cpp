@@ -10,11 +10,11 @@ extern "C" void const* VexPlugin_getExtension(char const* id);
 
 namespace {
 
-constexpr char const* unrestricted = "a model";
+constexpr char const* unrestrictedAnswer = "a model";
 
 // The German names lead start paths astray: the second sibling's stands at the place of
 // the second language.
-constexpr char const* nested = R"(<model id="m" defaultLocale="en">
+constexpr char const* nestedAnswer = R"(<model id="m" defaultLocale="en">
     <locales><locale>en</locale><locale>de</locale></locales>
     <namespace id="n" name="Sales"><folder id="f" name="Facts [all]">
       <querySubject id="q" name="Orders"><queryItem id="i" name="Total"/>
@@ -49,14 +49,14 @@ std::string atPath(std::string const& start) {
 class AnswerAt : public testing::Test {
 protected:
     void answer(VEX_HANDLE object, std::string const& requestXml = allOfIt,
-                char const* path = unrestricted, VexTreeObserver* observer = nullptr) {
+                char const* path = unrestrictedAnswer, VexTreeObserver* observer = nullptr) {
         TestRequest request(requestXml);
         KRLIDOM_Node* const response = m_builds ? &m_on.response.node() : nullptr;
         static_cast<VexAnswerAt const*>(VexPlugin_getExtension(VexAnswerAt::Id))
             ->answer(m_on.session, path, request.node(), response, object, observer);
     }
     std::string answered(char const* id, std::string const& requestXml = allOfIt,
-                         char const* path = unrestricted) {
+                         char const* path = unrestrictedAnswer) {
         m_on.response = TestResponse();
         answer(m_on.model.byId(id), requestXml, path);
         return m_on.response.resultText();
@@ -69,7 +69,7 @@ protected:
         EXPECT_EQ(m_on.response.text(), "<Response><Result/></Response>") << testLine;
     }
 
-    PluginCase m_on{nested};
+    PluginCase m_on{nestedAnswer};
     bool m_builds = true;
 };
 
@@ -96,7 +96,7 @@ TEST_F(AnswerAt, WritesWhatAStartPathThatLeadsThereWrites) {
         std::string const atObject = answered(row.id, request);
         m_on.response = TestResponse();
         TestRequest byPath(request);
-        I18NString path(unrestricted);
+        I18NString path(unrestrictedAnswer);
         VexParams in;
         in.AddParam(VexVariant(0L));
         in.AddParam(VexVariant(&path));
@@ -181,12 +181,12 @@ public:
 
 TEST_F(AnswerAt, TellsAnObserverWithAndWithoutAnAnswer) {
     Count with;
-    answer(m_on.model.byId("d"), allOfIt, unrestricted, &with);
+    answer(m_on.model.byId("d"), allOfIt, unrestrictedAnswer, &with);
     EXPECT_EQ(with.objects, (std::vector<VEX_HANDLE>{m_on.model.byId("d"), m_on.model.byId("j")}));
     EXPECT_EQ(with.outside.elements, 0U);
     m_builds = false;
     Count without;
-    answer(m_on.model.byId("d"), allOfIt, unrestricted, &without);
+    answer(m_on.model.byId("d"), allOfIt, unrestrictedAnswer, &without);
     EXPECT_EQ(without.objects, with.objects);
     EXPECT_EQ(without.outside.elements, 2U);
 }

@@ -8,7 +8,7 @@
 
 namespace {
 
-char const failureLine[] =
+char const actionFailureLine[] =
     "\n\n *** FAILURE: VemAction::validateParameter at invalid VexVariant type *** \n\n";
 
 // An action on a session, with parameters that can be replaced one by one.
@@ -37,7 +37,7 @@ protected:
         expectFailure([&] { ask(); }, 1444379511, "VexMAAction", 83,
                       "VexAction::validateParameter");
         std::fflush(stdout);
-        EXPECT_EQ(testing::internal::GetCapturedStdout(), failureLine);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), actionFailureLine);
         EXPECT_EQ(m_given.size(), m_out.size());
     }
 

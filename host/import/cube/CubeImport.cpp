@@ -19,10 +19,6 @@ namespace {
 
 constexpr std::size_t longestChain = 100; // of what extends what
 
-std::string quoted(std::string const& text) {
-    return inQuotes(I18NString::fromUtf8(text).view());
-}
-
 std::size_t valuesIn(SourceTree const& tree, SourceTree::Value value) {
     std::size_t count = 1;
     for (auto each = tree.first(value); each != SourceTree::None; each = tree.next(each)) {
@@ -118,7 +114,7 @@ private:
         m_work.account.mapped(entries.kind());
         thing.chain.emplace_back(file, value);
         if (!m_model.thingOfName.emplace(thing.name, m_model.things.size()).second) {
-            m_work.refuse("there is a second cube or view " + quoted(thing.name) +
+            m_work.refuse("there is a second cube or view " + quotedText(thing.name) +
                               "; rename one of the two",
                           entries.position());
         }
@@ -142,13 +138,13 @@ private:
             std::size_t const other = m_model.findThing(trimmed(name));
             if (other == CubePart::None) {
                 thing.isComplete = false;
-                m_work.account.note(quoted(thing.name) + " extends " + quoted(name) +
+                m_work.account.note(quotedText(thing.name) + " extends " + quotedText(name) +
                                         ", which the source lacks: what it inherits is missing",
                                     tree.positionOf(said));
                 return;
             }
             if (thing.chain.size() >= longestChain) {
-                m_work.refuse(quoted(thing.name) + " extends itself, or more than " +
+                m_work.refuse(quotedText(thing.name) + " extends itself, or more than " +
                                   std::to_string(longestChain) + " others one after the other",
                               m_entries[number].position());
             }
@@ -198,7 +194,7 @@ private:
                                         chain.back().second, "extends") != SourceTree::None;
         if (mayInheritMore) {
             m_work.account.note("nobody is granted anything in " +
-                                    quoted(m_model.things[number].name) +
+                                    quotedText(m_model.things[number].name) +
                                     ": its policies may stand in what it extends",
                                 m_entries[number].position());
             m_policies.close();

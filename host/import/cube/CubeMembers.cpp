@@ -62,8 +62,7 @@ std::size_t CubeMembers::add(CubePart part) {
     CubeThing& owner = m_model.things[part.owner];
     std::size_t const number = m_model.parts.size();
     if (part.kind != CubePartKind::Join && !owner.partOfName.emplace(part.name, number).second) {
-        m_work.refuse(inQuotes(I18NString::fromUtf8(owner.name).view()) + " has the member " +
-                          inQuotes(I18NString::fromUtf8(part.name).view()) +
+        m_work.refuse(quotedText(owner.name) + " has the member " + quotedText(part.name) +
                           " twice; rename one of the two",
                       part.position);
     }

@@ -261,10 +261,8 @@ std::vector<std::size_t> CubePolicies::readMembers(std::size_t thing, SourceEntr
             m_work.account.mapped(isExclusion ? "denied member" : "granted member");
             parts.push_back(part);
         } else if (isExclusion) {
-            m_work.refuse("a policy of " + inQuotes(I18NString::fromUtf8(owner.name).view()) +
-                              " excludes the member " +
-                              inQuotes(I18NString::fromUtf8(text).view()) +
-                              ", which it lacks; correct the name",
+            m_work.refuse("a policy of " + quotedText(owner.name) + " excludes the member " +
+                              quotedText(text) + ", which it lacks; correct the name",
                           tree.positionOf(value));
         } else {
             m_work.account.leftOut("granted member", cubeReasons::UnknownMember,

@@ -2,16 +2,13 @@
 
 #include "host/import/cube/CubeSpread.h"
 #include "host/import/draft/ImportWork.h"
+#include "host/import/draft/PlainText.h"
 
 #include <algorithm>
 
 namespace vex {
 
 namespace {
-
-std::string quoted(std::string const& text) {
-    return inQuotes(I18NString::fromUtf8(text).view());
-}
 
 class RoleSight {
 public:
@@ -93,7 +90,7 @@ private:
             count += granted[part] && isHidden[part] ? 1U : 0U;
         }
         if (count > 0) {
-            m_work.account.note("the role " + quoted(role) + " does not see " +
+            m_work.account.note("the role " + quotedText(role) + " does not see " +
                                 std::to_string(count) +
                                 " of the members that it is granted, since their SQL names what "
                                 "is hidden from it");
@@ -116,7 +113,7 @@ void addView(std::string const& role, std::vector<bool> const& isSeen,
         }
     }
     if (view.included.empty()) {
-        work.account.note("the role " + quoted(role) + " sees nothing" +
+        work.account.note("the role " + quotedText(role) + " sees nothing" +
                           (role == CubePolicies::All ? "" : " beside what everybody sees"));
         return;
     }

@@ -14,10 +14,6 @@ namespace {
 
 constexpr std::array<char const*, 4> overridden{"title", "description", "format", "meta"};
 
-std::string quoted(std::string const& text) {
-    return inQuotes(I18NString::fromUtf8(text).view());
-}
-
 /// The cube that a path of joins ends at, and what names of it begin with.
 std::string lastOf(std::string const& joinPath) {
     std::string path = joinPath;
@@ -96,8 +92,8 @@ private:
         for (auto each = tree().first(value); each != SourceTree::None; each = tree().next(each)) {
             std::string const name = trimmed(tree().textOf(each));
             if (m_model.things[m_cube].find(name) == CubePart::None) {
-                m_work.refuse("the cube " + quoted(m_model.things[m_cube].name) +
-                                  " has no member " + quoted(name) +
+                m_work.refuse("the cube " + quotedText(m_model.things[m_cube].name) +
+                                  " has no member " + quotedText(name) +
                                   " that the view could leave out; correct the name",
                               tree().positionOf(each));
             }

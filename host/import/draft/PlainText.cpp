@@ -2,6 +2,7 @@
 
 #include "I18NString.h"
 #include "I18NStringIterator.h"
+#include "host/store/build/SourceReport.h"
 
 #include <unicode/unistr.h>
 
@@ -29,6 +30,10 @@ std::u16string foldedCase(std::u16string_view text) {
 
 std::u16string foldedCase(std::string_view text) {
     return foldedCase(I18NString::fromUtf8(text).view());
+}
+
+std::string quotedText(std::string_view text) {
+    return inQuotes(I18NString::fromUtf8(text).view());
 }
 
 } // namespace vex

@@ -12,4 +12,7 @@ std::string trimmed(std::string_view text);
 std::u16string foldedCase(std::string_view text);
 std::u16string foldedCase(std::u16string_view text);
 
+/// As people read it in a message: in quotes, and shortened when it is long.
+std::string quotedText(std::string_view text);
+
 } // namespace vex

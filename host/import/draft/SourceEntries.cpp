@@ -16,10 +16,6 @@ bool isPlain(SourceTree::Kind kind) {
     return kind == SourceTree::Kind::Text || kind == SourceTree::Kind::Scalar;
 }
 
-std::string quoted(std::string_view text) {
-    return inQuotes(I18NString::fromUtf8(text).view());
-}
-
 } // namespace
 
 SourceEntries::SourceEntries(SourceTree const& tree, SourceTree::Value value, std::string_view kind,
@@ -98,7 +94,7 @@ std::string SourceEntries::name(std::string_view key) {
         name = trimmed(m_tree.textOf(value));
     }
     if (name.empty()) {
-        m_work.refuse("the " + m_kind + " has no " + quoted(key) + "; give it one",
+        m_work.refuse("the " + m_kind + " has no " + quotedText(key) + "; give it one",
                       value == SourceTree::None ? position() : m_tree.positionOf(value));
     }
     tellMapped(key);
@@ -117,7 +113,8 @@ std::vector<SourceTree::Value> SourceEntries::list(std::string_view key) {
         return found;
     }
     if (m_tree.kind(value) != SourceTree::Kind::List) {
-        m_work.refuse(quoted(key) + " of a " + m_kind + " is a list in brackets; write one here",
+        m_work.refuse(quotedText(key) + " of a " + m_kind +
+                          " is a list in brackets; write one here",
                       m_tree.positionOf(value));
     }
     for (auto each = m_tree.first(value); each != SourceTree::None; each = m_tree.next(each)) {
@@ -132,7 +129,8 @@ SourceTree::Value SourceEntries::map(std::string_view key) {
         return SourceTree::None;
     }
     if (m_tree.kind(value) != SourceTree::Kind::Map) {
-        m_work.refuse(quoted(key) + " of a " + m_kind + " is an object in braces; write one here",
+        m_work.refuse(quotedText(key) + " of a " + m_kind +
+                          " is an object in braces; write one here",
                       m_tree.positionOf(value));
     }
     return value;

@@ -1,6 +1,7 @@
 #include "host/import/json/JsonTree.h"
 
 #include "host/import/draft/ImportWork.h"
+#include "host/import/draft/PlainText.h"
 
 #include <iterator>
 #include <string>
@@ -87,7 +88,7 @@ public:
     bool end_object() override {
         SourceTree::Value const second = tree.close();
         if (second != SourceTree::None) {
-            m_work.refuse("the key " + inQuotes(tree.keyOf(second)) +
+            m_work.refuse("the key " + quotedText(tree.keyOf(second)) +
                               " stands twice in one object; remove one of the two",
                           tree.positionOf(second));
         }
@@ -110,10 +111,6 @@ public:
     SourceTree tree;
 
 private:
-    static std::string inQuotes(std::string_view text) {
-        return vex::inQuotes(I18NString::fromUtf8(text).view());
-    }
-
     /// Where a number begins nobody tells, so it stands where its key does.
     bool scalar(SourceTree::Kind kind, std::string_view text) {
         take();

@@ -66,8 +66,8 @@ private:
             return !said.has_value() && permission.has("metadataPermission");
         }
         if (word != "none") {
-            m_work.account.note("the permission " + inQuotes(I18NString::fromUtf8(*said).view()) +
-                                    " is not known; " + thing + " is hidden",
+            m_work.account.note("the permission " + quotedText(*said) + " is not known; " + thing +
+                                    " is hidden",
                                 permission.position());
         }
         return true;
@@ -86,7 +86,7 @@ private:
         auto const columns = permission.list("columnPermissions");
         auto const named = m_tables.find(foldedCase(table));
         if (named == m_tables.end() && (hides || !columns.empty())) {
-            refuseUnknown(role, "the table " + quoted(table), permission.position());
+            refuseUnknown(role, "the table " + quotedText(table), permission.position());
         }
         if (hides) {
             m_work.account.mapped("hidden table");
@@ -106,9 +106,9 @@ private:
         if (isHiding(permission, table + '[' + column + ']')) {
             auto const named = m_columns.find({foldedCase(table), foldedCase(column)});
             if (named == m_columns.end()) {
-                refuseUnknown(role,
-                              "the column " + quoted(column) + " of the table " + quoted(table),
-                              permission.position());
+                refuseUnknown(
+                    role, "the column " + quotedText(column) + " of the table " + quotedText(table),
+                    permission.position());
             }
             m_work.account.mapped("hidden column");
             hidden.insert(hidden.end(), named->second.begin(), named->second.end());
@@ -119,13 +119,9 @@ private:
     /// What a misspelt permission was to hide would be shown.
     [[noreturn]] void refuseUnknown(std::string const& role, std::string const& what,
                                     DocumentPosition at) {
-        m_work.refuse("the role " + quoted(role) + " has a permission for " + what +
+        m_work.refuse("the role " + quotedText(role) + " has a permission for " + what +
                           ", which the model lacks; correct the name",
                       at);
-    }
-
-    static std::string quoted(std::string const& text) {
-        return inQuotes(I18NString::fromUtf8(text).view());
     }
 
     void addView(std::string const& role, std::string const& description,
@@ -204,9 +200,9 @@ private:
             (part.kind == TabularKind::Measure ? measures : others) += 1;
         }
         if (measures + others > 0) {
-            m_work.account.note(
-                "the role " + quoted(role) + " does not see measures: " + std::to_string(measures) +
-                ", others: " + std::to_string(others) + ", since they name what is hidden from it");
+            m_work.account.note("the role " + quotedText(role) + " does not see measures: " +
+                                std::to_string(measures) + ", others: " + std::to_string(others) +
+                                ", since they name what is hidden from it");
         }
     }
 

@@ -2,6 +2,7 @@
 
 #include "KRLException.h"
 #include "host/import/draft/ImportWork.h"
+#include "host/import/draft/PlainText.h"
 #include "host/import/yaml/YamlEvents.h"
 
 #include <algorithm>
@@ -65,10 +66,6 @@ private:
         Value value;
         bool isOpen;
     };
-
-    static std::string inQuotes(std::string_view text) {
-        return vex::inQuotes(I18NString::fromUtf8(text).view());
-    }
 
     bool isInMap() const { return !m_open.empty() && m_tree.isInMap(); }
 
@@ -189,7 +186,7 @@ private:
             }
             Value const named = find(event);
             if (m_tree.kind(named) != Kind::Map) {
-                m_work.refuse("\"<<\" takes aliases of mappings; " + inQuotes(event.text) +
+                m_work.refuse("\"<<\" takes aliases of mappings; " + quotedText(event.text) +
                                   " is none",
                               positionOf(event.place));
             }
@@ -203,7 +200,7 @@ private:
         m_open.pop_back();
         Value const second = m_tree.close();
         if (second != SourceTree::None) {
-            m_work.refuse("the key " + inQuotes(m_tree.keyOf(second)) +
+            m_work.refuse("the key " + quotedText(m_tree.keyOf(second)) +
                               " stands twice in one mapping; remove one of the two",
                           m_tree.positionOf(second));
         }
@@ -249,12 +246,12 @@ private:
     Value find(YamlEvent const& alias) {
         auto const named = m_anchors.find(alias.text);
         if (named == m_anchors.end()) {
-            m_work.refuse("nothing before has the anchor " + inQuotes(alias.text) +
+            m_work.refuse("nothing before has the anchor " + quotedText(alias.text) +
                               "; correct the alias",
                           positionOf(alias.place));
         }
         if (named->second.isOpen) {
-            m_work.refuse("the alias " + inQuotes(alias.text) +
+            m_work.refuse("the alias " + quotedText(alias.text) +
                               " stands in what it stands for; write it out",
                           positionOf(alias.place));
         }

@@ -1,7 +1,5 @@
 #include "host/store/image/ShortText.h"
 
-#include "I18NString.h"
-
 namespace vex {
 
 namespace {
@@ -25,6 +23,10 @@ std::string shortened(std::u16string_view text) {
     last += isLowSurrogate(text[last]) ? 1 : 0;
     return I18NString(text.substr(0, first)).toUtf8() + "..." +
            I18NString(text.substr(last)).toUtf8();
+}
+
+std::string quotedShort(I18NString const& text) {
+    return '"' + shortened(text.view()) + '"';
 }
 
 } // namespace vex

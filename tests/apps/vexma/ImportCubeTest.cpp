@@ -11,7 +11,7 @@ using testing::Not;
 
 std::string const rental = std::string(VEX_SOURCE_DIR) + "/samples/import/rental";
 
-std::vector<std::string> treeAs(std::string const& name, std::string const& user) {
+std::vector<std::string> cubeTreeAs(std::string const& name, std::string const& user) {
     return {"tree",   "--catalog", "made/" + name + ".catalog.xml", "--model", "/content/" + name,
             "--user", user};
 }
@@ -84,9 +84,9 @@ TEST(ImportCube, ShowsEachRoleWhatItsPoliciesGrant) {
     ToolFolder const folder;
     ToolResult const imported = folder.Run({"import", "cube", rental + "/", "-o", "made"});
     ASSERT_EQ(imported.status, 0) << imported.error;
-    EXPECT_EQ(folder.Run(treeAs("rental", "shops")).out, seenByShops);
-    EXPECT_EQ(folder.Run(treeAs("rental", "finance")).out, seenByFinance);
-    EXPECT_EQ(folder.Run(treeAs("rental", "manager")).status, 3); // no such user
+    EXPECT_EQ(folder.Run(cubeTreeAs("rental", "shops")).out, seenByShops);
+    EXPECT_EQ(folder.Run(cubeTreeAs("rental", "finance")).out, seenByFinance);
+    EXPECT_EQ(folder.Run(cubeTreeAs("rental", "manager")).status, 3); // no such user
     ToolResult const checked = folder.Run({"validate", "made/rental.catalog.xml"});
     EXPECT_EQ(checked.status, 0) << checked.out;
     EXPECT_THAT(checked.error, HasSubstr("errors: 0, warnings: 0"));
@@ -119,7 +119,7 @@ TEST(ImportCube, IsAcceptedByTheCheckAndAnswersSomebody) {
         ToolResult const checked = folder.Run({"validate", "made/" + name + ".catalog.xml"});
         EXPECT_EQ(checked.status, 0) << checked.out;
         EXPECT_THAT(checked.out, Not(HasSubstr("error:")));
-        ToolResult const tree = folder.Run(treeAs(name, each.user));
+        ToolResult const tree = folder.Run(cubeTreeAs(name, each.user));
         EXPECT_EQ(tree.status, 0) << tree.error;
         EXPECT_THAT(tree.out, HasSubstr(each.shown));
     }
@@ -131,7 +131,7 @@ TEST(ImportCube, AddsUpThePoliciesOfOthers) {
     ToolFolder const folder;
     folder.Run({"import", "cube", std::string(VEX_SOURCE_DIR) + "/tests/host/import/cube/models",
                 "-o", "made", "--name", "others"});
-    EXPECT_EQ(folder.Run(treeAs("others", "policy2_role")).out, R"(folder others
+    EXPECT_EQ(folder.Run(cubeTreeAs("others", "policy2_role")).out, R"(folder others
 ├── querySubject orders_open
 │   ├── queryItem id
 │   ├── queryItem created_at

@@ -8,9 +8,9 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-constexpr char const* before = R"({"model":{"culture":"en","tables":[{"name":"T",
+constexpr char const* sourceBefore = R"({"model":{"culture":"en","tables":[{"name":"T",
     "description":"All of it","columns":[{"name":"A"},{"name":"B"},{"name":"=C"}]}]}})";
-constexpr char const* after = R"({"model":{"culture":"en","tables":[{"name":"T",
+constexpr char const* sourceAfter = R"({"model":{"culture":"en","tables":[{"name":"T",
     "description":"Most of it","columns":[{"name":"New"},{"name":"A"},{"name":"=C"}]}]}})";
 
 std::vector<std::string> of(std::string const& action, std::string const& folder,
@@ -23,8 +23,8 @@ std::vector<std::string> of(std::string const& action, std::string const& folder
 
 /// Two imports of one source, which has changed in between.
 void importTwice(ToolFolder const& folder) {
-    folder.Write("before/t.bim", before);
-    folder.Write("after/t.bim", after);
+    folder.Write("before/t.bim", sourceBefore);
+    folder.Write("after/t.bim", sourceAfter);
     folder.Run({"import", "tabular", "before/t.bim", "-o", "old"});
     folder.Run({"import", "tabular", "after/t.bim", "-o", "new"});
 }

@@ -12,7 +12,7 @@ using Reason = VexAccessReason;
 using Role = VexViewRole;
 
 /// Two views of the model have names, one has none.
-std::shared_ptr<vex::Model const> const& model() {
+std::shared_ptr<vex::Model const> const& viewsModel() {
     static auto const loaded = vex::loadModelText(R"(<model defaultLocale="en"><securityViews>
       <securityView id="v1" name="Clerks"/><securityView id="v2"/>
       <securityView id="v3" name="Everyone"/></securityViews></model>)",
@@ -38,7 +38,7 @@ VexAccessExplanation const access{{{"v1", "clerk", Role::RoleHeld, true},
                                   {}};
 
 vex::AccessStory storyOf(VexAccessExplanation const& told) {
-    return {*model(), model()->defaultLocale(), told};
+    return {*viewsModel(), viewsModel()->defaultLocale(), told};
 }
 
 std::string verdict(Reason reason, std::vector<VexViewMention> mentions) {

@@ -13,7 +13,7 @@ namespace {
 using vex::AnsweredObject;
 using vex::ObjectFate;
 
-std::shared_ptr<vex::Model const> const& model() {
+std::shared_ptr<vex::Model const> const& shop() {
     static auto const loaded = vex::loadModelText(casts::shopOfAllEnds(), "m.model.xml");
     return loaded;
 }
@@ -21,11 +21,11 @@ std::shared_ptr<vex::Model const> const& model() {
 /// "id fate" of each entry, with "id of its container" and "!" behind shortcuts.
 std::vector<std::string> match(std::string const& result) {
     vex::TreeQuestion question;
-    question.collections = vex::collectionsOf(*model());
-    question.marker = vex::unusedPropertyOf(*model());
+    question.collections = vex::collectionsOf(*shop());
+    question.marker = vex::unusedPropertyOf(*shop());
     auto const document =
         KRLIDOM_Reader::parse("<Response><Result>" + result + "</Result></Response>", "answer", {});
-    auto const tree = vex::matchAnswer(*model(), model()->defaultLocale(), question,
+    auto const tree = vex::matchAnswer(*shop(), shop()->defaultLocale(), question,
                                        document.document().getDocumentElement());
     std::vector<std::string> lines;
     constexpr char const* fates[] = {"written", "left-out", "without-name", "with-container",
@@ -78,7 +78,7 @@ TEST(AnsweredTree, RefusesAnAnswerThatTheModelDoesNotExplain) {
 
 TEST(TreeQuestion, GoesIntoEveryClassOfTheModelButTheTwoThatAreAlwaysGoneInto) {
     std::vector<I18NString> const expected{"folder", "querySubject", "queryItem", "filter"};
-    EXPECT_EQ(vex::collectionsOf(*model()), expected);
+    EXPECT_EQ(vex::collectionsOf(*shop()), expected);
 }
 
 TEST(TreeQuestion, AsksForAPropertyThatTheModelLacks) {
@@ -100,15 +100,15 @@ TEST(TreeStarts, AreTheOuterNamespacesThatTheirNamesLeadTo) {
 
 TEST(AnsweredTree, IsContinuedBelowTheEntryThatTheOtherTreeStartsAt) {
     vex::AnsweredTree tree(2);
-    tree[0].object = model()->findById("n");
-    tree[1].object = model()->findById("s");
+    tree[0].object = shop()->findById("n");
+    tree[1].object = shop()->findById("s");
     tree[1].container = 0;
     tree[1].members = vex::MembersMet::TooDeep;
     vex::AnsweredTree further(3);
-    further[0].object = model()->findById("s");
-    further[1].object = model()->findById("i");
+    further[0].object = shop()->findById("s");
+    further[1].object = shop()->findById("i");
     further[1].container = 0;
-    further[2].object = model()->findById("q");
+    further[2].object = shop()->findById("q");
     further[2].container = 1;
     vex::continueTree(tree, 1, further);
     ASSERT_EQ(tree.size(), 4U);
@@ -122,7 +122,7 @@ TEST(AnsweredTree, IsContinuedBelowTheEntryThatTheOtherTreeStartsAt) {
 TEST(NotGoneIntoAgain, IsEachObjectWhoseMembersAreElsewhereOnce) {
     vex::AnsweredTree tree(3);
     for (AnsweredObject& entry : tree) {
-        entry.object = model()->findById("s");
+        entry.object = shop()->findById("s");
     }
     EXPECT_TRUE(vex::notGoneIntoAgain(tree).empty());
     tree[1].members = vex::MembersMet::Elsewhere;
@@ -132,8 +132,8 @@ TEST(NotGoneIntoAgain, IsEachObjectWhoseMembersAreElsewhereOnce) {
 
 TEST(StartPath, NamesAnElementByAllThatItStandsIn) {
     I18NLocale const locale("en");
-    EXPECT_EQ(vex::startPathOf(model()->findById("i"), locale), "[Sales].[Facts].[Orders].[Total]");
-    EXPECT_EQ(vex::startPathOf(model()->findById("inner"), locale), "");
+    EXPECT_EQ(vex::startPathOf(shop()->findById("i"), locale), "[Sales].[Facts].[Orders].[Total]");
+    EXPECT_EQ(vex::startPathOf(shop()->findById("inner"), locale), "");
 }
 
 } // namespace

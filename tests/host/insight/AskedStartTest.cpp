@@ -9,7 +9,7 @@ namespace {
 using vex::AskedStart;
 using vex::MetadataRequest;
 
-std::shared_ptr<vex::Model const> const& model() {
+std::shared_ptr<vex::Model const> const& threeLocales() {
     static auto const loaded = vex::loadModelText(
         R"(<model defaultLocale="en"><locales><locale>de</locale></locales>
              <namespace id="n">
@@ -41,22 +41,22 @@ TEST(StartObserver, KeepsTheFirstObjectAndNoMember) {
     vex::StartObserver observer;
     EXPECT_FALSE(observer.start().IsNotNull());
     VexTreeReport report;
-    report.object = model()->findById("n");
+    report.object = threeLocales()->findById("n");
     observer.report(report);
-    report.object = model()->GetRootObject();
+    report.object = threeLocales()->GetRootObject();
     report.container = 0;
     observer.report(report);
-    EXPECT_EQ(observer.start(), model()->findById("n"));
+    EXPECT_EQ(observer.start(), threeLocales()->findById("n"));
 }
 
 TEST(BornName, CountsInTheLanguageAskedForTheDefaultOneAndThoseOfTheModel) {
-    VEX_HANDLE const space = model()->findById("n");
-    EXPECT_TRUE(vex::bearsName(*model(), I18NLocale("en"), space, "Sales"));
-    EXPECT_TRUE(vex::bearsName(*model(), I18NLocale("fr"), space, "Sales"));
-    EXPECT_TRUE(vex::bearsName(*model(), I18NLocale("fr"), space, "Ventes"));
-    EXPECT_TRUE(vex::bearsName(*model(), I18NLocale("en"), space, "Vertrieb"));
-    EXPECT_FALSE(vex::bearsName(*model(), I18NLocale("en"), space, "Ventes"));
-    EXPECT_FALSE(vex::bearsName(*model(), I18NLocale("en"), space, "sales"));
+    VEX_HANDLE const space = threeLocales()->findById("n");
+    EXPECT_TRUE(vex::bearsName(*threeLocales(), I18NLocale("en"), space, "Sales"));
+    EXPECT_TRUE(vex::bearsName(*threeLocales(), I18NLocale("fr"), space, "Sales"));
+    EXPECT_TRUE(vex::bearsName(*threeLocales(), I18NLocale("fr"), space, "Ventes"));
+    EXPECT_TRUE(vex::bearsName(*threeLocales(), I18NLocale("en"), space, "Vertrieb"));
+    EXPECT_FALSE(vex::bearsName(*threeLocales(), I18NLocale("en"), space, "Ventes"));
+    EXPECT_FALSE(vex::bearsName(*threeLocales(), I18NLocale("en"), space, "sales"));
 }
 
 } // namespace

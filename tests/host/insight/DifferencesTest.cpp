@@ -11,7 +11,7 @@ using vex::ObjectFate;
 using vex::Presence;
 using Change = vex::ComparedObject::Change;
 
-std::shared_ptr<vex::Model const> modelOf(std::string const& members) {
+std::shared_ptr<vex::Model const> modelWith(std::string const& members) {
     return vex::loadModelText("<model id=\"m\" defaultLocale=\"en\"><namespace id=\"n\" "
                               "name=\"Sales\">" +
                                   members + "</namespace></model>",
@@ -27,16 +27,16 @@ vex::Differences tell(vex::Model const& before, std::vector<vex::MetObject> cons
 }
 
 TEST(Differences, AreNoneBetweenTheSame) {
-    auto const model = modelOf("");
+    auto const model = modelWith("");
     vex::Differences const told = tell(*model, {{"n"}}, *model, {{"n"}});
     EXPECT_EQ(told.appear + told.disappear + told.change + told.renamed, 0U);
     EXPECT_TRUE(told.objects.empty());
 }
 
 TEST(Differences, AreCountedAndToldInTheOrderOfTheTree) {
-    auto const before = modelOf(R"(<folder id="a" name="A"/><folder id="b" name="B"/>
+    auto const before = modelWith(R"(<folder id="a" name="A"/><folder id="b" name="B"/>
       <folder id="c" name="C" note="1"/>)");
-    auto const after = modelOf(R"(<folder id="b" name="B2"/><folder id="c" name="C" note="2"/>
+    auto const after = modelWith(R"(<folder id="b" name="B2"/><folder id="c" name="C" note="2"/>
       <folder id="d" name="D"/>)");
     vex::Differences const told = tell(*before,
                                        {{"n"},
@@ -68,8 +68,8 @@ TEST(Differences, AreCountedAndToldInTheOrderOfTheTree) {
 }
 
 TEST(Differences, KnowAnObjectAsTheSecondSideDoesUnlessItHasGone) {
-    auto const before = modelOf(R"(<folder id="a" name="Old"/><folder id="b" name="Old B"/>)");
-    auto const after = modelOf(R"(<folder id="a" name="New"/><folder id="b" name="New B"/>)");
+    auto const before = modelWith(R"(<folder id="a" name="Old"/><folder id="b" name="Old B"/>)");
+    auto const after = modelWith(R"(<folder id="a" name="New"/><folder id="b" name="New B"/>)");
     vex::Differences const told =
         tell(*before, {{"n"}, {"a", ObjectFate::Written, 0}, {"b", ObjectFate::Written, 0}}, *after,
              {{"n"}, {"a", ObjectFate::Written, 0}});

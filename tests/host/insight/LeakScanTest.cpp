@@ -7,7 +7,7 @@
 
 namespace {
 
-std::shared_ptr<vex::Model const> modelOf(std::string const& members) {
+std::shared_ptr<vex::Model const> leakyModel(std::string const& members) {
     return vex::loadModelText(R"(<model defaultLocale="en">
       <locales><locale>en</locale><locale>de</locale></locales>
       <namespace id="n" name="Sales"><querySubject id="q" name="Orders">
@@ -20,7 +20,7 @@ std::shared_ptr<vex::Model const> modelOf(std::string const& members) {
 /// "object property named" of each leak, nothing but the namespace and the
 /// query subject being seen besides the object "x".
 std::vector<std::string> leaksOf(std::string const& members) {
-    auto const model = modelOf(members);
+    auto const model = leakyModel(members);
     auto const canSee = [](VEX_HANDLE object) {
         I18NString const id = vex::idOf(object);
         return id == "n" || id == "q" || id == "x";
@@ -36,7 +36,7 @@ std::vector<std::string> leaksOf(std::string const& members) {
 using Leaks = std::vector<std::string>;
 
 std::vector<std::string> namesIn(std::string const& text) {
-    auto const model = modelOf("");
+    auto const model = leakyModel("");
     std::vector<std::string> found;
     for (auto const& named : vex::objectsNamedIn(*model, I18NString::fromUtf8(text))) {
         found.push_back(named.reference.toUtf8());
@@ -113,7 +113,7 @@ TEST(Leaks, AreFoundBehindFoldersAndShortcutsThatATextNames) {
 
 TEST(Leaks, KeepKeysThatRelationshipsJoinByApart) {
     auto const joinKeys = [](std::string const& members) {
-        auto const model = modelOf(members);
+        auto const model = leakyModel(members);
         auto const canSee = [](VEX_HANDLE object) {
             I18NString const id = vex::idOf(object);
             return id == "n" || id == "q" || id == "x";

@@ -7,7 +7,7 @@
 
 namespace {
 
-std::shared_ptr<vex::Model const> const& model() {
+std::shared_ptr<vex::Model const> const& namesModel() {
     static auto const loaded = vex::loadModelText(R"(<model defaultLocale="en">
       <namespace id="all" name="All"><namespace id="n" name="Sales">
         <folder id="f" name="Facts"><querySubject id="q" name="Orders">
@@ -27,10 +27,10 @@ std::shared_ptr<vex::Model const> const& model() {
 /// "id of used", for each candidate.
 std::vector<std::string> resolve(char const* reader,
                                  std::vector<std::u16string_view> const& names) {
-    vex::NameResolution resolution(*model());
-    vex::ResolvedNames const found = *reader == '\0'
-                                         ? resolution.resolve(names)
-                                         : resolution.resolveFor(model()->findById(reader), names);
+    vex::NameResolution resolution(*namesModel());
+    vex::ResolvedNames const found =
+        *reader == '\0' ? resolution.resolve(names)
+                        : resolution.resolveFor(namesModel()->findById(reader), names);
     std::vector<std::string> lines;
     for (VEX_HANDLE const each : found.candidates) {
         lines.push_back(vex::idOf(each).toUtf8() + " of " + std::to_string(found.used));
@@ -72,7 +72,7 @@ TEST(NameResolution, TakesOneNameAloneForAnythingInTheNamespace) {
 }
 
 TEST(NameResolution, KnowsTheNamesOutsideOfNamespaces) {
-    vex::NameResolution resolution(*model());
+    vex::NameResolution resolution(*namesModel());
     EXPECT_TRUE(resolution.isOutsideName(u"warehouse"));
     EXPECT_FALSE(resolution.isOutsideName(u"Sales"));
     EXPECT_FALSE(resolution.isOutsideName(u"Orders"));

@@ -8,7 +8,7 @@
 
 namespace {
 
-std::shared_ptr<vex::Model const> const& model() {
+std::shared_ptr<vex::Model const> const& textsModel() {
     static auto const loaded = vex::loadModelText(R"(<model defaultLocale="en">
       <locales><locale>en</locale><locale>de</locale></locales>
       <namespace id="n" name="Sales"><namespace id="inner" name="Inner">
@@ -25,19 +25,19 @@ std::shared_ptr<vex::Model const> const& model() {
 }
 
 VEX_HANDLE object(char const* id) {
-    return model()->findById(id);
+    return textsModel()->findById(id);
 }
 
 VEX_HANDLE filterOpen() {
-    return model()->GetObjectByReference("[Sales].[Open]", 0);
+    return textsModel()->GetObjectByReference("[Sales].[Open]", 0);
 }
 
 TEST(ObjectText, DescribesAnObjectByClassNameAndId) {
-    I18NLocale const& locale = model()->defaultLocale();
+    I18NLocale const& locale = textsModel()->defaultLocale();
     EXPECT_EQ(vex::describeObject(object("f"), locale), "folder \"Facts\" (f)");
     EXPECT_EQ(vex::describeObject(filterOpen(), locale), "filter \"Open\"");
     EXPECT_EQ(vex::describeObject(object("d"), locale), "dataSource (d)");
-    EXPECT_EQ(vex::describeObject(model()->GetRootObject(), locale), "model");
+    EXPECT_EQ(vex::describeObject(textsModel()->GetRootObject(), locale), "model");
 }
 
 TEST(ObjectText, HasTheNameThatALanguageFinds) {
@@ -46,7 +46,8 @@ TEST(ObjectText, HasTheNameThatALanguageFinds) {
 }
 
 TEST(ObjectText, LabelsAnObjectWithAllThatItIsKnownBy) {
-    vex::ObjectLabel const label = vex::labelOf(*model(), object("q"), model()->defaultLocale());
+    vex::ObjectLabel const label =
+        vex::labelOf(*textsModel(), object("q"), textsModel()->defaultLocale());
     EXPECT_EQ(label.id, "q");
     EXPECT_EQ(label.reference, "[Inner].[Orders]");
     EXPECT_EQ(label.className, "querySubject");
@@ -56,22 +57,23 @@ TEST(ObjectText, LabelsAnObjectWithAllThatItIsKnownBy) {
 }
 
 TEST(ObjectText, LabelsAnObjectWithoutAnIdByItsReference) {
-    vex::ObjectLabel const label = vex::labelOf(*model(), filterOpen(), model()->defaultLocale());
+    vex::ObjectLabel const label =
+        vex::labelOf(*textsModel(), filterOpen(), textsModel()->defaultLocale());
     EXPECT_EQ(label.id, "");
     EXPECT_EQ(label.key(), "[Sales].[Open]");
-    EXPECT_EQ(vex::keyOf(*model(), filterOpen()), "[Sales].[Open]");
-    EXPECT_EQ(vex::keyOf(*model(), object("q")), "q");
+    EXPECT_EQ(vex::keyOf(*textsModel(), filterOpen()), "[Sales].[Open]");
+    EXPECT_EQ(vex::keyOf(*textsModel(), object("q")), "q");
 }
 
 TEST(ObjectText, LabelsAnObjectThatHasNothingOfThem) {
     vex::ObjectLabel const label =
-        vex::labelOf(*model(), model()->GetRootObject(), model()->defaultLocale());
+        vex::labelOf(*textsModel(), textsModel()->GetRootObject(), textsModel()->defaultLocale());
     EXPECT_EQ(label.id + label.reference + label.name, "");
     EXPECT_EQ(label.key(), "");
 }
 
 TEST(ObjectText, JoinsIdAndNameAndLeavesOutWhatIsMissing) {
-    I18NLocale const& locale = model()->defaultLocale();
+    I18NLocale const& locale = textsModel()->defaultLocale();
     EXPECT_EQ(vex::idAndName(object("q"), locale), "q Orders");
     EXPECT_EQ(vex::idAndName(object("d"), locale), "d");
     EXPECT_EQ(vex::idAndName(filterOpen(), locale), "Open");
@@ -89,12 +91,13 @@ TEST(ObjectText, FindsTheNamespacesAroundAnObject) {
 TEST(ObjectText, ChargesLabelsToTheCall) {
     vex::Budget const call({.bytes = 300});
     std::vector<VEX_HANDLE> const objects(20, object("q"));
-    EXPECT_THROW(vex::labelsOf(*model(), objects, model()->defaultLocale()), KRLLimitException);
+    EXPECT_THROW(vex::labelsOf(*textsModel(), objects, textsModel()->defaultLocale()),
+                 KRLLimitException);
 }
 
 TEST(ObjectText, FindsTheLastTargetOfAShortcut) {
-    EXPECT_EQ(vex::targetOf(*model(), object("s")), object("q"));
-    EXPECT_FALSE(vex::targetOf(*model(), object("lost")).IsNotNull());
+    EXPECT_EQ(vex::targetOf(*textsModel(), object("s")), object("q"));
+    EXPECT_FALSE(vex::targetOf(*textsModel(), object("lost")).IsNotNull());
 }
 
 } // namespace

@@ -14,7 +14,7 @@ using vex::DifferenceCause;
 using vex::MetObject;
 using vex::ObjectFate;
 
-std::shared_ptr<vex::Model const> const& model() {
+std::shared_ptr<vex::Model const> const& checkedModel() {
     static auto const loaded = vex::loadModelText(R"(<model id="m" defaultLocale="en">
       <namespace id="n" name="Sales">
         <namespace id="inside" name="Inside"/>
@@ -31,11 +31,11 @@ std::shared_ptr<vex::Model const> const& model() {
 vex::TreeCheck check(std::vector<MetObject> const& met,
                      std::vector<std::string> const& accessible) {
     std::vector<bool> verdicts;
-    for (std::size_t number = 0; number < model()->elementCount(); ++number) {
-        std::string const id = vex::idOf(model()->getElement(number)).toUtf8();
+    for (std::size_t number = 0; number < checkedModel()->elementCount(); ++number) {
+        std::string const id = vex::idOf(checkedModel()->getElement(number)).toUtf8();
         verdicts.push_back(std::find(accessible.begin(), accessible.end(), id) != accessible.end());
     }
-    return vex::checkTrees(*model(), vex::treeOf(*model(), met), verdicts);
+    return vex::checkTrees(*checkedModel(), vex::treeOf(*checkedModel(), met), verdicts);
 }
 
 /// "id cause" of each difference; "+" before what is in the tree.

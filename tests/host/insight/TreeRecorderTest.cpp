@@ -14,7 +14,7 @@ using vex::AnsweredObject;
 using vex::AnsweredTree;
 using vex::ObjectFate;
 
-std::shared_ptr<vex::Model const> const& model() {
+std::shared_ptr<vex::Model const> const& recordedModel() {
     static auto const loaded = vex::loadModelText(
         R"(<model defaultLocale="en"><namespace id="n" name="A"><folder id="f" name="F">
              <filter id="x" name="X"/></folder><folder id="unnamed"><filter id="y" name="Y"/>
@@ -25,7 +25,7 @@ std::shared_ptr<vex::Model const> const& model() {
 
 VexTreeReport reportOn(char const* id, std::size_t container = VexTreeReport::None) {
     VexTreeReport report;
-    report.object = model()->findById(id);
+    report.object = recordedModel()->findById(id);
     report.container = container;
     report.size.elements = 1;
     return report;
@@ -55,7 +55,7 @@ TEST_F(TreeRecorder, KeepsEachObjectWithItsFateInOrder) {
     EXPECT_EQ(tree[0].container, AnsweredObject::None);
     EXPECT_EQ(tree[1].fate, ObjectFate::LeftOut);
     EXPECT_EQ(tree[1].container, 0U);
-    EXPECT_EQ(tree[2].object, model()->findById("x"));
+    EXPECT_EQ(tree[2].object, recordedModel()->findById("x"));
     EXPECT_EQ(tree[2].container, 1U);
     EXPECT_EQ(tree[3].fate, ObjectFate::NothingToStandFor);
 }
@@ -74,14 +74,14 @@ TEST_F(TreeRecorder, CountsWhatHasNoNameAsLeftOutWithAllThatIsInIt) {
 TEST_F(TreeRecorder, KeepsWhatIsBehindShortcutsAndHowItWasDecided) {
     m_recorder.beginTree();
     VexTreeReport shortcut = reportOn("n");
-    shortcut.target = model()->findById("f");
+    shortcut.target = recordedModel()->findById("f");
     m_recorder.report(shortcut);
     VexTreeReport behind = reportOn("x", 0);
     behind.shortcut = 0;
     behind.passesOverViewLists = true;
     m_recorder.report(behind);
     AnsweredTree const tree = m_recorder.take();
-    EXPECT_EQ(tree[0].target, model()->findById("f"));
+    EXPECT_EQ(tree[0].target, recordedModel()->findById("f"));
     EXPECT_FALSE(tree[0].behindShortcut);
     EXPECT_TRUE(tree[1].behindShortcut);
     EXPECT_TRUE(tree[1].passesOverViewLists);
@@ -166,7 +166,7 @@ class OnceRecorder : public testing::Test {
 protected:
     VexTreeReport shortcutAt(int level) const {
         VexTreeReport report = reportOn("n", 0);
-        report.target = model()->findById("f");
+        report.target = recordedModel()->findById("f");
         report.level = level;
         return report;
     }

@@ -11,7 +11,7 @@ namespace {
 using vex::MetObject;
 using vex::ObjectFate;
 
-std::shared_ptr<vex::Model const> const& model() {
+std::shared_ptr<vex::Model const> const& toldModel() {
     static auto const loaded = vex::loadModelText(casts::shopOfAllEnds(R"(
       <namespace id="n2" name="Sales"><folder id="f2" name="Lost"/></namespace>
       <dataSource id="d" name="Store"/>)"),
@@ -21,9 +21,9 @@ std::shared_ptr<vex::Model const> const& model() {
 
 std::vector<std::string> treatment(char const* id, std::vector<MetObject> const& met,
                                    bool isIncluded = true) {
-    vex::AnsweredTree const tree = vex::treeOf(*model(), met);
-    return vex::TreeStory(model()->defaultLocale(), tree)
-        .treatmentOf(model()->findById(id), isIncluded);
+    vex::AnsweredTree const tree = vex::treeOf(*toldModel(), met);
+    return vex::TreeStory(toldModel()->defaultLocale(), tree)
+        .treatmentOf(toldModel()->findById(id), isIncluded);
 }
 
 using Sentences = std::vector<std::string>;
@@ -133,20 +133,20 @@ TEST(TreeStory, TellsWhyAnObjectIsInNoTree) {
 
 TEST(TreeStory, FindsTheEntriesOfAnObjectInOrder) {
     vex::AnsweredTree const tree = vex::treeOf(
-        *model(), {{"n"}, {"f", ObjectFate::Written, 0}, {"n"}, {"f", ObjectFate::LeftOut, 2}});
-    vex::TreeStory const story(model()->defaultLocale(), tree);
-    EXPECT_EQ(story.entriesOf(model()->findById("f")), (std::vector<std::size_t>{1, 3}));
-    EXPECT_EQ(story.entriesOf(model()->findById("d")), std::vector<std::size_t>{});
+        *toldModel(), {{"n"}, {"f", ObjectFate::Written, 0}, {"n"}, {"f", ObjectFate::LeftOut, 2}});
+    vex::TreeStory const story(toldModel()->defaultLocale(), tree);
+    EXPECT_EQ(story.entriesOf(toldModel()->findById("f")), (std::vector<std::size_t>{1, 3}));
+    EXPECT_EQ(story.entriesOf(toldModel()->findById("d")), std::vector<std::size_t>{});
 }
 
 TEST(TreeStory, TellsOfWaysThatLeadToWhatWasGoneIntoBefore) {
-    vex::AnsweredTree tree = vex::treeOf(*model(), {{"n"},
-                                                    {"s", ObjectFate::Written, 0, false, "q"},
-                                                    {"i", ObjectFate::Written, 1, true},
-                                                    {"s", ObjectFate::Written, 0, false, "q"}});
+    vex::AnsweredTree tree = vex::treeOf(*toldModel(), {{"n"},
+                                                        {"s", ObjectFate::Written, 0, false, "q"},
+                                                        {"i", ObjectFate::Written, 1, true},
+                                                        {"s", ObjectFate::Written, 0, false, "q"}});
     tree[3].members = vex::MembersMet::Elsewhere;
-    auto const sentences =
-        vex::TreeStory(model()->defaultLocale(), tree).treatmentOf(model()->findById("i"), false);
+    auto const sentences = vex::TreeStory(toldModel()->defaultLocale(), tree)
+                               .treatmentOf(toldModel()->findById("i"), false);
     ASSERT_EQ(sentences.size(), 2U);
     EXPECT_EQ(sentences[1], "and through 1 more, which lead to what was gone into before: the "
                             "first is the shortcut \"Again\" (s)");

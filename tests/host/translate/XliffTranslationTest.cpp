@@ -11,7 +11,7 @@ using testing::HasSubstr;
 using vex::TranslationFile;
 using vex::TranslationMark;
 
-std::string problemOf(std::string const& xliff) {
+std::string xliffProblemOf(std::string const& xliff) {
     try {
         vex::readXliff(xliff, "t.xlf");
     } catch (KRLDocumentException const& problem) {
@@ -118,23 +118,24 @@ TEST(XliffTranslation, DropsTheMarkOfWhatSomebodyHasSeenTo) {
 }
 
 TEST(XliffTranslation, IsRefusedWhereItIsWrong) {
-    EXPECT_THAT(problemOf("<xliff version='1.2'/>"),
+    EXPECT_THAT(xliffProblemOf("<xliff version='1.2'/>"),
                 HasSubstr("t.xlf:1:23: this is no XLIFF of version 2"));
-    EXPECT_THAT(problemOf("<!DOCTYPE xliff><xliff/>"), HasSubstr("remove the DOCTYPE"));
-    EXPECT_THAT(problemOf(R"(<xliff xmlns="urn:oasis:names:tc:xliff:document:2.0" version="2.0" )"
-                          R"(srcLang="xx"/>)"),
-                HasSubstr("srcLang is \"xx\", which is no known language"));
-    EXPECT_THAT(problemOf(documentOf(R"(<unit id="u"/>)")),
+    EXPECT_THAT(xliffProblemOf("<!DOCTYPE xliff><xliff/>"), HasSubstr("remove the DOCTYPE"));
+    EXPECT_THAT(
+        xliffProblemOf(R"(<xliff xmlns="urn:oasis:names:tc:xliff:document:2.0" version="2.0" )"
+                       R"(srcLang="xx"/>)"),
+        HasSubstr("srcLang is \"xx\", which is no known language"));
+    EXPECT_THAT(xliffProblemOf(documentOf(R"(<unit id="u"/>)")),
                 HasSubstr("t.xlf:2:15: the unit is not in a group whose name"));
-    EXPECT_THAT(problemOf(documentOf(R"(<unit id="u" name="name"><segment><source>a</source>
+    EXPECT_THAT(xliffProblemOf(documentOf(R"(<unit id="u" name="name"><segment><source>a</source>
 <target>b <pc id="1">c</pc></target></segment></unit>)")),
                 HasSubstr("t.xlf:3:22: the target holds the inline element \"pc\""));
-    EXPECT_THAT(problemOf(documentOf(R"(<unit id="u" name="name"><segment><source>a</source>
+    EXPECT_THAT(xliffProblemOf(documentOf(R"(<unit id="u" name="name"><segment><source>a</source>
 <target>b</target></segment><segment><source>c</source></segment></unit>)")),
                 HasSubstr("t.xlf:2:26: a part of the unit is not translated"));
     std::string const unit =
         R"(<unit id="u" name="name"><segment><source>a</source></segment></unit>)";
-    EXPECT_THAT(problemOf(documentOf(unit + unit)),
+    EXPECT_THAT(xliffProblemOf(documentOf(unit + unit)),
                 HasSubstr("the name of \"i1\" stands in a unit before"));
 }
 

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr char Model[] = R"(
+constexpr char FindItemModel[] = R"(
 <model id="m" defaultLocale="en">
   <locales><locale>en</locale><locale>de</locale></locales>
   <namespace id="root" name="Root">
@@ -50,7 +50,7 @@ protected:
         return id.toUtf8();
     }
 
-    ProviderScene scene{Model};
+    ProviderScene scene{FindItemModel};
     Vex_Handle_Collection items;
     VexMDMaPath path;
 };

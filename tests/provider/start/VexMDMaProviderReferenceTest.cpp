@@ -9,7 +9,7 @@ namespace {
 
 constexpr char StartFunction[] = "VexMDMaProvider::processStartAtRefRequest";
 
-constexpr char Model[] = R"(
+constexpr char ReferenceModel[] = R"(
 <model id="m" defaultLocale="en"><namespace id="root" name="Root">
   <filter id="rootFilter" name="Top"/>
   <shortcut id="toSales" name="ToSales" refobj="[Sales]"/>
@@ -37,7 +37,7 @@ std::string at(std::string const& reference, std::string const& properties = "*/
 
 class ReferenceStart : public testing::Test {
 protected:
-    ProviderScene scene{Model};
+    ProviderScene scene{ReferenceModel};
 };
 
 // The searches by themselves, from the candidates given.
@@ -67,7 +67,7 @@ protected:
         return scene.provider.FindReferencedNamespaces(name, locale(), candidates);
     }
 
-    ProviderScene scene{Model};
+    ProviderScene scene{ReferenceModel};
     Vex_Handle_Collection candidates;
     VexMDMaPath path;
 };

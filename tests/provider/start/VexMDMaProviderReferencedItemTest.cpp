@@ -9,7 +9,7 @@ namespace {
 
 constexpr char FindFunction[] = "VexMDMaProvider::FindReferencedItem";
 
-constexpr char Model[] = R"(
+constexpr char ReferencedModel[] = R"(
 <model id="m" defaultLocale="en">
 <namespace id="root" name="Root">
   <querySubject id="top" name="Top"><queryItem id="topItem" name="On top"/></querySubject>
@@ -43,16 +43,17 @@ constexpr char Model[] = R"(
     <querySubject id="q6"><queryItem id="i8" name="Nameless"/></querySubject></folder></namespace>
 </namespace></model>)";
 
-std::string at(std::string const& reference, std::string const& property = "*/@ID") {
+std::string requestAt(std::string const& reference, std::string const& property = "*/@ID") {
     return "<Metadata start_atRef='" + reference + "'><Property a='" + property + "'/></Metadata>";
 }
 
 class ReferencedItem : public testing::Test {
 protected:
-    std::string itemAt(std::string const& reference) { return scene.ask(at(reference)); }
+    std::string itemAt(std::string const& reference) { return scene.ask(requestAt(reference)); }
     void expectNotFound(std::string const& reference, int line, std::string const& name,
                         char const* file = __builtin_FILE(), int testLine = __builtin_LINE()) {
-        scene.expectRefused(at(reference), 1171025905, line, FindFunction, {name}, file, testLine);
+        scene.expectRefused(requestAt(reference), 1171025905, line, FindFunction, {name}, file,
+                            testLine);
     }
 
     // The search by itself, from one candidate.
@@ -69,14 +70,14 @@ protected:
         return id.toUtf8();
     }
 
-    ProviderScene scene{Model};
+    ProviderScene scene{ReferencedModel};
     Vex_Handle_Collection candidates;
     VexMDMaPath path;
 };
 
 TEST_F(ReferencedItem, StandsDirectlyInItsQuerySubject) {
     EXPECT_EQ(itemAt("[Sales].[Orders].[Quantity]"), R"(<queryItem ID="i"/>)");
-    EXPECT_EQ(scene.ask(at("[Sales].[Orders].[Quantity]", "*/@_ref")),
+    EXPECT_EQ(scene.ask(requestAt("[Sales].[Orders].[Quantity]", "*/@_ref")),
               R"(<queryItem _ref="[Sales].[Orders].[Quantity]"/>)");
 }
 
@@ -99,7 +100,7 @@ TEST_F(ReferencedItem, IsRefusedInAQuerySubjectWithoutFolders) {
 
 TEST_F(ReferencedItem, IsFoundThroughAShortcutToItsQuerySubject) {
     EXPECT_EQ(itemAt("[Sales].[Link].[Quantity]"), R"(<queryItem ID="i"/>)");
-    EXPECT_EQ(scene.ask(at("[Sales].[Link].[Quantity]", "*/@_ref")),
+    EXPECT_EQ(scene.ask(requestAt("[Sales].[Link].[Quantity]", "*/@_ref")),
               R"(<queryItem _ref="[Sales].[Quantity]"/>)");
 }
 
@@ -113,15 +114,15 @@ TEST_F(ReferencedItem, IsRefusedBehindAShortcutWithoutAReference) {
 }
 
 TEST_F(ReferencedItem, IsRefusedBehindAShortcutToNothing) {
-    scene.expectRefused(at("[Sales].[Half].[Quantity]"), 1170588191, 1214, FindFunction);
-    scene.expectRefused(at("[Sales].[Broken].[Quantity]"), 1171122674, 550,
+    scene.expectRefused(requestAt("[Sales].[Half].[Quantity]"), 1170588191, 1214, FindFunction);
+    scene.expectRefused(requestAt("[Sales].[Broken].[Quantity]"), 1171122674, 550,
                         "VexMDMaProvider::FindShortcutReference", {"Broken"});
 }
 
 TEST_F(ReferencedItem, IsFoundInAQuerySubjectAnywhereInItsNamespace) {
     EXPECT_EQ(itemAt("[Sales].[Filed].[Sheet]"), R"(<queryItem ID="i6"/>)");
     EXPECT_EQ(itemAt("[Other].[Filed].[Leaf]"), R"(<queryItem ID="i7"/>)");
-    EXPECT_EQ(scene.ask(at("[Other].[Filed].[Leaf]", "*/@_ref")),
+    EXPECT_EQ(scene.ask(requestAt("[Other].[Filed].[Leaf]", "*/@_ref")),
               R"(<queryItem _ref="[Other].[Filed].[Leaf]"/>)");
 }
 
@@ -138,7 +139,7 @@ TEST_F(ReferencedItem, IsFoundInTheFirstOfLikeNamedNamespaces) {
         </querySubject></folder></namespace>
         <namespace name="Sales"><querySubject name="Orders"><queryItem id="i2" name="Q"/>
         </querySubject></namespace></namespace></model>)");
-    EXPECT_EQ(own.ask(at("[Sales].[Orders].[Q]")), R"(<queryItem ID="i1"/>)");
+    EXPECT_EQ(own.ask(requestAt("[Sales].[Orders].[Q]")), R"(<queryItem ID="i1"/>)");
 }
 
 // covers quirk: unnamed-subject-repeats-the-name-before
@@ -221,40 +222,41 @@ std::string modelOfShortcuts(std::string const& shortcuts) {
 TEST(ReferencedItemWithoutQuerySubjects, IsFoundInALikeNamedTargetOfAShortcut) {
     ProviderScene scene(modelOfShortcuts(
         R"(<shortcut name="Other" refobj="[No]"/><shortcut name="Orders" refobj="[Sales].[Orders]"/>)"));
-    EXPECT_EQ(scene.ask(at("[Sales].[Orders].[Quantity]")), R"(<queryItem ID="i"/>)");
-    EXPECT_EQ(scene.ask(at("[Sales].[Orders].[Quantity]", "*/@_ref")),
+    EXPECT_EQ(scene.ask(requestAt("[Sales].[Orders].[Quantity]")), R"(<queryItem ID="i"/>)");
+    EXPECT_EQ(scene.ask(requestAt("[Sales].[Orders].[Quantity]", "*/@_ref")),
               R"(<queryItem _ref="[Sales].[Orders].[Quantity]"/>)");
-    scene.expectRefused(at("[Root].[Orders].[Quantity]"), 1171025905, 1357, FindFunction,
+    scene.expectRefused(requestAt("[Root].[Orders].[Quantity]"), 1171025905, 1357, FindFunction,
                         {"Orders"});
 }
 
 TEST(ReferencedItemWithoutQuerySubjects, IsRefusedForATargetOfAnotherName) {
     ProviderScene scene(modelOfShortcuts(R"(<shortcut name="Link" refobj="[Sales].[Orders]"/>)"));
-    scene.expectRefused(at("[Sales].[Link].[Quantity]"), 1171025905, 1357, FindFunction, {"Link"});
+    scene.expectRefused(requestAt("[Sales].[Link].[Quantity]"), 1171025905, 1357, FindFunction,
+                        {"Link"});
 }
 
 TEST(ReferencedItemWithoutQuerySubjects, IsSoughtBehindTheFirstShortcutOfTheNameAlone) {
     ProviderScene scene(modelOfShortcuts(R"(<shortcut name="Orders" refobj="[Sales]"/>
         <shortcut name="Orders" refobj="[Sales].[Orders]"/>)"));
-    scene.expectRefused(at("[Sales].[Orders].[Quantity]"), 1171025905, 1357, FindFunction,
+    scene.expectRefused(requestAt("[Sales].[Orders].[Quantity]"), 1171025905, 1357, FindFunction,
                         {"Orders"});
 }
 
 TEST(ReferencedItemWithoutQuerySubjects, IsRefusedWithoutAShortcutOfTheName) {
     ProviderScene scene(modelOfShortcuts(R"(<shortcut name="Link" refobj="[Sales]"/>)"));
-    scene.expectRefused(at("[Sales].[Orders].[Quantity]"), 1171025905, 1263, FindFunction,
+    scene.expectRefused(requestAt("[Sales].[Orders].[Quantity]"), 1171025905, 1263, FindFunction,
                         {"Orders"});
     ProviderScene bare("<model><namespace name='Sales'/></model>");
-    bare.expectRefused(at("[Sales].[Orders].[Quantity]"), 1171025905, 1263, FindFunction,
+    bare.expectRefused(requestAt("[Sales].[Orders].[Quantity]"), 1171025905, 1263, FindFunction,
                        {"Orders"});
 }
 
 TEST(ReferencedItemWithoutQuerySubjects, IsRefusedBehindAShortcutToNothing) {
     ProviderScene dangling(modelOfShortcuts(R"(<shortcut name="Orders" refobj="[No]"/>)"));
-    dangling.expectRefused(at("[Sales].[Orders].[Quantity]"), 1171122674, 550,
+    dangling.expectRefused(requestAt("[Sales].[Orders].[Quantity]"), 1171122674, 550,
                            "VexMDMaProvider::FindShortcutReference", {"Orders"});
     ProviderScene silent(modelOfShortcuts(R"(<shortcut name="Orders"/>)"));
-    silent.expectRefused(at("[Sales].[Orders].[Quantity]"), 1171025905, 1357, FindFunction,
+    silent.expectRefused(requestAt("[Sales].[Orders].[Quantity]"), 1171025905, 1357, FindFunction,
                          {"Orders"});
 }
 

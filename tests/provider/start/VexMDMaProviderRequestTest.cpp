@@ -10,7 +10,7 @@ namespace {
 constexpr char RootFunction[] = "VexMDMAProvider::ProcessRequest";
 constexpr char NamesFunction[] = "VexMDMaProviderR::ProcessRequest";
 
-constexpr char Model[] = R"(
+constexpr char RequestModel[] = R"(
 <model id="m" defaultLocale="en">
   <namespace id="root" name="Root">
     <namespace id="n" name="Sales">
@@ -48,7 +48,7 @@ std::string idAt(std::string const& path, std::string const& more = "") {
 
 class StartPathWalk : public testing::Test {
 protected:
-    ProviderScene scene{Model};
+    ProviderScene scene{RequestModel};
 };
 
 TEST_F(StartPathWalk, StartsAtTheFirstNamespaceWithoutAPath) {
@@ -201,7 +201,7 @@ TEST_F(StartPathWalk, FindsNothingBehindAShortcutWithoutATarget) {
 }
 
 TEST_F(StartPathWalk, ShowsMembersBehindAShortcutWhateverTheViewsInclude) {
-    ProviderScene content(Model, "/content/m");
+    ProviderScene content(RequestModel, "/content/m");
     content.session.setViews({"v"});
     std::string const rest = "'><Property a='*/@ID'/><Property a='*/querySubject'/>"
                              "<Property a='*/queryItem'/></Metadata>";

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr char Model[] = R"(
+constexpr char ClassifiedModel[] = R"(
 <model id="m" defaultLocale="en"><namespace id="root" name="Root">
   <folder id="top" name="Top"/>
   <namespace id="lost" name="Lost">
@@ -63,7 +63,7 @@ protected:
     // Shortcuts below lie in no namespace from now on.
     void loseNamespace() { scene.model.invalidate(scene.model.byId("lost")); }
 
-    ProviderScene scene{Model};
+    ProviderScene scene{ClassifiedModel};
 };
 
 TEST_F(Classification, ReadsAReferenceFromTheNamespaceToTheObject) {

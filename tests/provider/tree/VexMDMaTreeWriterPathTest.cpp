@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr char Model[] = R"(
+constexpr char PathModel[] = R"(
 <model id="m" defaultLocale="en">
   <namespace id="n" name="Sales">
     <folder id="f" name="Facts">
@@ -24,7 +24,7 @@ std::string tree(std::string const& start, std::string const& rest) {
 
 class PathAttribute : public testing::Test {
 protected:
-    ProviderScene scene{Model};
+    ProviderScene scene{PathModel};
 };
 
 using ReferenceAttribute = PathAttribute;

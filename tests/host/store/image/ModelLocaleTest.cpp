@@ -8,7 +8,7 @@ namespace {
 
 using Probe = ModelProbe;
 
-char const* const localised = R"(<model defaultLocale="fr">
+char const* const localisedModel = R"(<model defaultLocale="fr">
   <a id="all"><property name="n" locale="de">de</property><property name="n" locale="fr">fr</property>
     <property name="n">plain</property><property name="n" locale="de_AT">at</property></a>
   <a id="some"><property name="n" locale="de">de</property><property name="m">m</property>
@@ -20,29 +20,29 @@ char const* const localised = R"(<model defaultLocale="fr">
 </model>)";
 
 TEST(ModelLocale, FindsTheValueOfTheLocaleItself) {
-    Probe const probe(localised);
+    Probe const probe(localisedModel);
     EXPECT_EQ(Probe::value(probe.id("all"), "n", "de_AT"), "at");
     EXPECT_EQ(Probe::value(probe.id("all"), "n", "de"), "de");
 }
 
 TEST(ModelLocale, FindsTheNearestParentsValueOtherwise) {
-    Probe const probe(localised);
+    Probe const probe(localisedModel);
     EXPECT_EQ(Probe::value(probe.id("all"), "n", "de_AT_XX"), "at");
     EXPECT_EQ(Probe::value(probe.id("all"), "n", "de_CH"), "de");
 }
 
 TEST(ModelLocale, FindsTheUnlocalisedValueOtherwise) {
-    Probe const probe(localised);
+    Probe const probe(localisedModel);
     EXPECT_EQ(Probe::value(probe.id("all"), "n", "ja"), "plain");
 }
 
 TEST(ModelLocale, FindsNothingOtherwiseNotEvenTheDefaultLocales) {
-    Probe const probe(localised);
+    Probe const probe(localisedModel);
     EXPECT_EQ(Probe::value(probe.id("some"), "n", "ja"), "(none)");
 }
 
 TEST(ModelLocale, NullFindsTheUnlocalisedValueThenTheDefaultLocalesThenTheFirst) {
-    Probe const probe(localised);
+    Probe const probe(localisedModel);
     EXPECT_EQ(Probe::value(probe.id("all"), "n"), "plain");
     EXPECT_EQ(Probe::value(probe.id("some"), "n"), "fr");
     EXPECT_EQ(Probe::value(probe.id("other"), "n"), "de");
@@ -80,24 +80,24 @@ TEST(ModelLocale, OfManyValuesOfOneNameEachIsFound) {
 }
 
 TEST(ModelLocale, AnswersWithNothingForALocaleThatHasNoText) {
-    Probe const probe(localised);
+    Probe const probe(localisedModel);
     EXPECT_EQ(Probe::value(probe.id("hole"), "n", "de_AT"), "(empty)");
     EXPECT_EQ(Probe::value(probe.id("hole"), "n", "de"), "de");
 }
 
 TEST(ModelLocale, OfALocalisedPropertyShowsOnceInAListWhereItsFirstValueStands) {
-    Probe const probe(localised);
+    Probe const probe(localisedModel);
     EXPECT_THAT(Probe::values(Probe::properties(probe.id("some"))), ElementsAre("fr", "m"));
     EXPECT_THAT(Probe::values(Probe::properties(probe.id("other"))), ElementsAre("de"));
 }
 
 TEST(ModelLocale, IsNotShownInAListWhenAnUnlocalisedValueIsThere) {
-    Probe const probe(localised);
+    Probe const probe(localisedModel);
     EXPECT_THAT(Probe::values(Probe::properties(probe.id("all"))), ElementsAre("plain"));
 }
 
 TEST(ModelLocale, LeavesTwoUnlocalisedValuesTwoPropertiesOfWhichTheFirstIsFound) {
-    Probe const probe(localised);
+    Probe const probe(localisedModel);
     EXPECT_THAT(Probe::values(Probe::properties(probe.id("twice"))),
                 ElementsAre("first", "second"));
     EXPECT_EQ(Probe::value(probe.id("twice"), "n"), "first");
