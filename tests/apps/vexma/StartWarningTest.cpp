@@ -176,16 +176,22 @@ TEST(StartPaths, OfTheSampleModelLeadAstrayInGerman) {
                                        "--property", "_path", "--collection", "*"})
                                  .out;
     std::regex const object("ID=\"([^\"]*)\" _path=\"([^\"]*)\"");
+    std::string collections; // that the ways lead through
+    for (char const* const name :
+         {"folder", "querySubject", "queryItem", "queryItemFolder", "filter", "calculation"}) {
+        collections += std::string("<Property n=\"*/") + name + "\"/>";
+    }
     std::vector<std::string> ids;
     std::string lines;
     for (std::sregex_iterator at(tree.begin(), tree.end(), object), end; at != end; ++at) {
         ids.push_back((*at)[1]);
-        nlohmann::json const line{{"action", 31000},
-                                  {"in",
-                                   {{{"long", 0}},
-                                    {{"string", "file:m"}},
-                                    {{"node", "<Metadata Depth=\"1\" start_at=\"" + (*at)[2].str() +
-                                                  "\"><Property n=\"*/@ID\"/></Metadata>"}}}}};
+        nlohmann::json const line{
+            {"action", 31000},
+            {"in",
+             {{{"long", 0}},
+              {{"string", "file:m"}},
+              {{"node", "<Metadata Depth=\"1\" start_at=\"" + (*at)[2].str() +
+                            "\"><Property n=\"*/@ID\"/>" + collections + "</Metadata>"}}}}};
         lines += line.dump() + '\n';
     }
     std::istringstream answers(folder.Run({"session", model, "--locale", "de"}, lines).out);
