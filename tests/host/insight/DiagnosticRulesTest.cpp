@@ -17,7 +17,8 @@ std::string textOf(std::filesystem::path const& file) {
 /// What the sources give as the rule of a finding.
 std::set<std::string> rulesInSources() {
     std::regex const call(
-        R"re((?:report|stop|refuse|add|finding)\(\s*"([a-z-]+)"|Severity::Error, "([a-z-]+)")re");
+        R"re((?:report|stop|refuse|finding|[^.\w]add|indings\.add)\(\s*"([a-z-]+)")re"
+        R"re(|Severity::Error, "([a-z-]+)")re");
     std::set<std::string> rules;
     for (char const* const folder : {"/host", "/apps"}) {
         for (auto const& entry :
