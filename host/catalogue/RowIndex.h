@@ -6,8 +6,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <mutex>
-#include <optional>
 #include <utility>
 #include <vector>
 
@@ -21,7 +21,7 @@ public:
     RowIndex() = default;
     RowIndex(RowIndex const& /*other*/) noexcept {}
     RowIndex& operator=(RowIndex const& /*other*/) noexcept {
-        m_first.reset();
+        m_known.reset();
         return *this;
     }
     ~RowIndex() = default;
@@ -29,15 +29,15 @@ public:
     /// The place of the first of the rows that have the key, or `NotFound`.
     std::uint32_t findFirst(std::vector<Row> const& rows, I18NString const& key) const {
         std::lock_guard const lock(m_mutex);
-        if (!m_first || m_next.size() != rows.size()) {
+        if (m_known == nullptr || m_known->next.size() != rows.size()) {
             make(rows);
         }
-        return placeOf(*m_first, rows, key);
+        return placeOf(m_known->first, rows, key);
     }
 
     /// The place of another one that has the key of the row there, or `NotFound`: all of them
     /// one after the other, in no order. Not before `findFirst`.
-    std::uint32_t findNext(std::uint32_t place) const { return m_next[place]; }
+    std::uint32_t findNext(std::uint32_t place) const { return m_known->next[place]; }
 
 private:
     static std::uint32_t hashOf(I18NString const& key) {
@@ -50,24 +50,28 @@ private:
                           [&](std::uint32_t place) { return rows[place].*Key == key; });
     }
 
+    /// Held apart: there are many indexes that nobody asks.
+    struct Known {
+        GrowingHash first{};               // a place for each key
+        std::vector<std::uint32_t> next{}; // by the place of a row
+    };
+
     void make(std::vector<Row> const& rows) const {
-        GrowingHash first;
-        std::vector<std::uint32_t> next(rows.size(), NotFound);
+        auto known = std::make_unique<Known>();
+        known->next.assign(rows.size(), NotFound);
         for (std::uint32_t place = 0; place < rows.size(); ++place) {
-            std::uint32_t const same = placeOf(first, rows, rows[place].*Key);
+            std::uint32_t const same = placeOf(known->first, rows, rows[place].*Key);
             if (same == NotFound) {
-                first.add(hashOf(rows[place].*Key), place);
+                known->first.add(hashOf(rows[place].*Key), place);
             } else {
-                next[place] = std::exchange(next[same], place);
+                known->next[place] = std::exchange(known->next[same], place);
             }
         }
-        m_next = std::move(next);
-        m_first.emplace(std::move(first));
+        m_known = std::move(known);
     }
 
     mutable std::mutex m_mutex;
-    mutable std::optional<GrowingHash> m_first; // a place for each key
-    mutable std::vector<std::uint32_t> m_next;  // by the place of a row
+    mutable std::unique_ptr<Known const> m_known; // null before the first question
 };
 
 } // namespace vex

@@ -19,6 +19,8 @@ constexpr std::uint32_t noContainer = static_cast<std::uint32_t>(-1);
 
 class OutlineReader final : public SaxHandler {
 public:
+    explicit OutlineReader(std::size_t bytes) { m_outline.reserveTexts(bytes); }
+
     DocumentOutline take() && { return std::move(m_outline); }
 
     [[noreturn]] void refuse(char const* /*rule*/, std::string /*text*/) override { stop(); }
@@ -132,7 +134,7 @@ DocumentOutline outlineOf(std::string_view xml) {
     if (xml.empty() || xml.size() > longest) {
         return {};
     }
-    OutlineReader reader;
+    OutlineReader reader(xml.size()); // no text is longer than what it is written with
     MemorySource source(xml);
     try {
         readSax(source, reader, DocumentLimits().attributesPerElement);

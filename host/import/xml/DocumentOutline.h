@@ -32,6 +32,9 @@ public:
     bool empty() const { return m_elements.empty(); }
     OutlinedElement operator[](std::size_t number) const;
 
+    /// Makes room for texts of so many units, which saves copies as they grow.
+    void reserveTexts(std::size_t units) { m_texts.reserve(units); }
+
     /// Adds an element with its attributes; its text comes when it is known.
     void add(OutlinedElement const& element);
     void setText(std::size_t number, std::u16string_view text);
