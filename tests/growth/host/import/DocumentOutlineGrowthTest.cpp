@@ -5,8 +5,9 @@
 
 namespace {
 
+// As many that what the XML library makes room for with any document weighs little.
 testing::AssertionResult followsItsText(std::string const& part) {
-    return staysInProportion(8'000, [&](std::size_t size) {
+    return staysInProportion(32'000, [&](std::size_t size) {
         std::string const text = "<Metadata>" + repeated(part, size) + "</Metadata>";
         return countWork(text.size(), [&] {
             vex::DocumentOutline const outline = vex::outlineOf(text);
