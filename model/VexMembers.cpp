@@ -37,25 +37,25 @@ void VexMembers::read(VEX_HANDLE object) {
 }
 
 void VexMembers::appendOfClass(I18NString const& className, Vex_Handle_Collection& found) {
-    auto const known = m_classes.find(className);
-    if (known == m_classes.end()) {
-        return;
-    }
-    I18NString const* const wanted = &*known;
     if (m_runs.size() <= fewRuns || ++m_searches <= fewSearches) {
         for (std::size_t run = 0; run < m_runs.size(); ++run) {
-            if (m_runs[run].className == wanted) {
+            if (*m_runs[run].className == className) {
                 appendRun(run, found);
             }
         }
         return;
     }
+    auto const known = m_classes.find(className);
+    if (known == m_classes.end()) {
+        return;
+    }
+    I18NString const* const wanted = &*known;
     sortRuns();
+    auto const isBefore = [this](std::size_t run, I18NString const* sought) {
+        return std::less<>()(m_runs[run].className, sought);
+    };
     auto const last = m_byClass.end();
-    for (auto run = std::lower_bound(m_byClass.begin(), last, wanted,
-                                     [this](std::size_t each, I18NString const*sought) {
-                                         return std::less<>()(m_runs[each].className, sought);
-                                     });
+    for (auto run = std::lower_bound(m_byClass.begin(), last, wanted, isBefore);
          run != last && m_runs[*run].className == wanted; ++run) {
         appendRun(*run, found);
     }
