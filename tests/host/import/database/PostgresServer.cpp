@@ -51,8 +51,7 @@ passwd const* otherUser() {
 }
 
 /// In a child: becomes the program, with nothing of this one's environment. Does not return.
-[[noreturn]] void become(Arguments const& arguments, std::filesystem::path const& output,
-                         std::filesystem::path const& input = "/dev/null") {
+[[noreturn]] void become(Arguments const& arguments, std::filesystem::path const& output) {
     if (passwd const* const user = otherUser()) {
         if (::setgroups(0, nullptr) != 0 || ::setgid(user->pw_gid) != 0 ||
             ::setuid(user->pw_uid) != 0) {
@@ -61,7 +60,12 @@ passwd const* otherUser() {
     }
     // The server goes when the tests go, whatever ends them.
     ::prctl(PR_SET_PDEATHSIG, SIGQUIT);
-    int const in = ::open(input.c_str(), O_RDONLY | O_CLOEXEC);
+    // The folder that the tests run in may be closed to that user, and the programs of the
+    // server go back to where they began.
+    if (::chdir("/") != 0) {
+        ::_exit(126);
+    }
+    int const in = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
     int const out = ::open(output.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
     if (in < 0 || out < 0 || ::dup2(in, 0) < 0 || ::dup2(out, 1) < 0 || ::dup2(out, 2) < 0) {
         ::_exit(126);
@@ -85,11 +89,10 @@ int statusOf(pid_t process) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-int runProgram(Arguments const& arguments, std::filesystem::path const& output,
-               std::filesystem::path const& input = "/dev/null") {
+int runProgram(Arguments const& arguments, std::filesystem::path const& output) {
     pid_t const child = ::fork();
     if (child == 0) {
-        become(arguments, output, input);
+        become(arguments, output);
     }
     return statusOf(child);
 }
