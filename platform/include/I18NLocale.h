@@ -16,8 +16,9 @@ public:
     /// The locale without a name, which has no parent and matches no other.
     I18NLocale();
     /// The locale of that name, in any of its spellings. A name that was used before is
-    /// always found; for a new one `KRLLimitException` is raised when those before fill the
-    /// room, which some 15,000 of usual lengths do.
+    /// always found, and so is that of a locale that ICU has data of; for another new one
+    /// `KRLLimitException` is raised when those before fill the room, which some 15,000 of
+    /// usual lengths do.
     explicit I18NLocale(I18NString const& name);
 
     /// The canonical name, such as "de_AT".

@@ -7,6 +7,7 @@
 #include <memory>
 #include <mutex>
 #include <new>
+#include <set>
 #include <shared_mutex>
 #include <string>
 #include <string_view>
@@ -81,6 +82,18 @@ I18NString decimalSeparator(std::string const& name) {
     return I18NString(symbol.getBuffer(), symbol.length());
 }
 
+// True for a locale that ICU has data of: there are some hundreds.
+bool isOfIcu(std::string const& canonical) {
+    static std::set<std::string> const* const names = [] {
+        auto made = std::make_unique<std::set<std::string>>();
+        for (std::int32_t index = 0; index < uloc_countAvailable(); ++index) {
+            made->insert(uloc_getAvailable(index));
+        }
+        return made.release(); // for static objects that are used to the end
+    }();
+    return names->find(canonical) != names->end();
+}
+
 // Every locale that was ever asked for, by canonical name, and the other
 // spellings of them.
 class LocaleTable {
@@ -138,7 +151,8 @@ private:
         if (known != m_byName.end()) {
             return known->second.get();
         }
-        if (!hasRoomFor(name)) {
+        // Nobody can take the room away from the languages that there are.
+        if (!hasRoomFor(name) && !isOfIcu(utf8)) {
             throw KRLLimitException(
                 "Too many locales have been named since the program started, " +
                 std::to_string(m_byName.size()) +
@@ -149,7 +163,7 @@ private:
         Data const* const data =
             m_byName.try_emplace(made->name, std::move(made)).first->second.get();
         ++m_nextNumber;
-        m_kept += sizeOf(name);
+        m_kept += std::min(sizeOf(name), MaxKept - m_kept);
         return data;
     }
 
