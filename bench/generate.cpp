@@ -1,4 +1,5 @@
-// Writes a generated model and a catalogue for it.
+// Writes a generated model and a catalogue for it; prints the start path of a query subject in
+// its middle.
 //
 //   vex_generate [--objects N] [--seed N] [--roles none|plain|default]
 //                --model FILE --catalog FILE
@@ -68,8 +69,11 @@ int main(int count, char** words) {
         return 2;
     }
     std::string const model = std::filesystem::absolute(arguments.modelFile).string();
-    return write(arguments.modelFile, bench::generateModel(arguments.plan).document) &&
-                   write(arguments.catalogFile, bench::generateCatalogue(model))
-               ? EXIT_SUCCESS
-               : EXIT_FAILURE;
+    bench::GeneratedModel const generated = bench::generateModel(arguments.plan);
+    if (!write(arguments.modelFile, generated.document) ||
+        !write(arguments.catalogFile, bench::generateCatalogue(model))) {
+        return EXIT_FAILURE;
+    }
+    std::puts(generated.inFolder.pathText().c_str());
+    return EXIT_SUCCESS;
 }

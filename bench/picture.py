@@ -12,6 +12,10 @@ FELT = {
     "load 1,000,000 objects, against a bare parse": "Load a million objects, against a bare parse",
     "resident memory of 1,000,000 objects, against the file": "Memory of a million objects, against the file",
     "process on 1,000,000 objects, against parse, build and write": "Whole tree of a million, against the least",
+    "process on an image of 1,000,000 objects, against pugixml":
+        "The same from an image, against pugixml",
+    "depth 1 from an image of 1,000,000 objects, more than vexma --version":
+        "Open an image of a million and ask",
     "two threads on one model, against one": "Two users at once, against one",
 }
 # As wide as a telephone shows it, so that it need not be shrunk there.

@@ -26,6 +26,12 @@ class Inside:
         return statistics.median(run["cpu_time"] * units[run["time_unit"]]
                                  for run in self.runs[name])
 
+    def elapsed(self, name):
+        """The same of the time on the clock, which knows of no threads."""
+        units = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}
+        return statistics.median(run["real_time"] * units[run["time_unit"]]
+                                 for run in self.runs[name])
+
     def counter(self, name, key):
         return statistics.median(run[key] for run in self.runs[name])
 
@@ -36,13 +42,15 @@ class Inside:
 def row(what, value, unit, target=None, at_least=False):
     shown = {"times": f"{value:.2f} times", "us": f"{value * 1e6:.1f} µs",
              "ns": f"{value * 1e9:.1f} ns", "share": f"{value:.2f}", "rate": f"{value:,.0f}/s",
-             "bytes": f"{value:,.0f} bytes", "s": f"{value:.2f} s"}[unit]
+             "bytes": f"{value:,.0f} bytes", "s": f"{value:.2f} s",
+             "ms": f"{value * 1e3:.1f} ms", "MB": f"{value / 1e6:.1f} MB"}[unit]
     met = None
     target_shown = ""
     if target is not None:
         met = value >= target if at_least else value <= target
         amount = {"us": f"{target * 1e6:g} µs", "ns": f"{target * 1e9:g} ns",
-                  "rate": f"{target:,}/s"}.get(unit, f"{target:g}")
+                  "ms": f"{target * 1e3:g} ms",
+                  "MB": f"{target / 1e6:g} MB", "rate": f"{target:,}/s"}.get(unit, f"{target:g}")
         target_shown = ("at least " if at_least else "at most ") + amount
     return {"what": what, "value": value, "unit": unit, "shown": shown, "target": target,
             "at_least": at_least, "target_shown": target_shown, "met": met}
@@ -53,6 +61,9 @@ def load_rows(inside):
         size = size_of(name)
         ratio = inside.seconds(name) / inside.seconds(f"load/floor/{size}")
         yield row(f"load {shown_size(size)} objects, against a bare parse", ratio, "times", 1.5)
+        if f"load/pugixml/{size}" in inside.runs:
+            ratio = inside.elapsed(name) / inside.elapsed(f"load/pugixml/{size}")
+            yield row(f"load {shown_size(size)} objects, against pugixml", ratio, "times", 1.2)
     for name in inside.names("memory/store"):
         size = int(name.split("/")[2])
         ratio = inside.counter(name, "resident") / inside.counter(name, "file")
@@ -83,7 +94,41 @@ def process_rows(whole):
         for peer in sorted(runs.keys() - {"vexma", "floor"}):
             yield row(f"process on {size} objects, faster than {peer}",
                       runs[peer]["wall"] / runs["vexma"]["wall"], "times",
-                      peer_targets.get(measured["objects"]), at_least=True)
+                      None if peer == "pugixml" else peer_targets.get(measured["objects"]),
+                      at_least=True)
+
+
+def image_rows(whole):
+    for measured in whole:
+        image = measured["image"]
+        if image is None:
+            continue
+        runs = measured["runs"]
+        objects = f"{shown_size(measured['objects'])} objects"
+        tree = image["tree"]
+        yield row(f"process on an image of {objects}", tree["wall"], "s")
+        if "pugixml" in runs:
+            peer = runs["pugixml"]
+            yield row(f"process on an image of {objects}, against pugixml",
+                      tree["wall"] / peer["wall"], "times", 0.5)
+            yield row(f"memory of a process on an image of {objects}, against pugixml",
+                      tree["resident"] / peer["resident"], "times", 0.8)
+        for peer in sorted(runs.keys() - {"vexma", "floor", "pugixml"}):
+            yield row(f"process on an image of {objects}, faster than {peer}",
+                      runs[peer]["wall"] / tree["wall"], "times", 8, at_least=True)
+        yield row(f"depth 1 from an image of {objects}, more than vexma --version",
+                  image["depth1"]["wall"] - image["version"]["wall"], "ms", 40e-3)
+        if image["cold"] and image["cat"]:
+            yield row(f"depth 1 from a cold image of {objects}, against cat",
+                      image["cold"]["wall"] / image["cat"]["wall"], "times", 1.2)
+            yield row(f"depth 1 from a cold image of {objects}, read of it",
+                      image["cold"]["read"] / image["image"], "share")
+        yield row(f"compile {objects}, against load",
+                  image["compile"]["wall"] / image["load"]["wall"], "times", 1.3)
+        yield row(f"image of {objects}, against the document",
+                  image["image"] / image["document"], "share")
+        yield row(f"memory not shared of each of eight processes on an image of {objects}",
+                  image["private"], "MB", 5e6)
 
 
 def interactive_rows(inside):
@@ -160,4 +205,4 @@ def evaluate(runs, whole):
     for part in (load_rows, tree_rows, interactive_rows, request_rows, view_rows, access_rows, shortcut_rows,
                  thread_rows, import_rows):
         results += part(inside)
-    return results + list(process_rows(whole))
+    return results + list(process_rows(whole)) + list(image_rows(whole))
