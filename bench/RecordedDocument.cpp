@@ -5,7 +5,7 @@
 #include <memory>
 
 #include <xercesc/dom/DOM.hpp>
-#include <xercesc/framework/LocalFileFormatTarget.hpp>
+#include <xercesc/framework/XMLFormatter.hpp>
 
 namespace bench {
 
@@ -77,12 +77,11 @@ xercesc::DOMDocument* buildBare(std::u16string_view recorded, xercesc::MemoryMan
     return document;
 }
 
-void serialiseBare(xercesc::DOMDocument const* document, std::string const& file) {
+void serialiseBare(xercesc::DOMNode const* document, xercesc::XMLFormatTarget& target) {
     xercesc::DOMImplementation* const implementation =
         xercesc::DOMImplementation::getImplementation();
     xercesc::DOMLSSerializer* const serializer = implementation->createLSSerializer();
     xercesc::DOMLSOutput* const output = implementation->createLSOutput();
-    xercesc::LocalFileFormatTarget target(file.c_str());
     output->setByteStream(&target);
     output->setEncoding(xercesc::XMLUni::fgUTF8EncodingString);
     serializer->write(document, output);

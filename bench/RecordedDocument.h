@@ -9,6 +9,7 @@ XERCES_CPP_NAMESPACE_BEGIN
 class DOMDocument;
 class DOMNode;
 class MemoryManager;
+class XMLFormatTarget;
 XERCES_CPP_NAMESPACE_END
 
 namespace bench {
@@ -22,7 +23,7 @@ std::u16string record(xercesc::DOMNode const* element);
 /// Builds the document again with bare Xerces-C calls. Release it after use.
 xercesc::DOMDocument* buildBare(std::u16string_view recorded, xercesc::MemoryManager* memory);
 
-/// Writes the document to a file with Xerces-C's serialiser as it comes.
-void serialiseBare(xercesc::DOMDocument const* document, std::string const& file);
+/// Writes the document with Xerces-C's serialiser as it comes.
+void serialiseBare(xercesc::DOMNode const* document, xercesc::XMLFormatTarget& target);
 
 } // namespace bench

@@ -10,6 +10,7 @@ namespace bench {
 void registerLoad(Sizes const& sizes);
 void registerPolicies(Sizes const& sizes);
 void registerTree(Sizes const& sizes);
+void registerWriting(Sizes const& sizes);
 void registerInteractive(Sizes const& sizes);
 void registerReferences(Sizes const& sizes);
 void registerViews(Sizes const& sizes);

@@ -35,6 +35,7 @@ int main(int count, char** words) {
     bench::registerLoad(sizes);
     bench::registerPolicies(sizes);
     bench::registerTree(sizes);
+    bench::registerWriting(sizes);
     bench::registerInteractive(sizes);
     bench::registerReferences(sizes);
     bench::registerViews(sizes);

@@ -20,6 +20,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #include <xercesc/dom/DOM.hpp>
+#include <xercesc/framework/LocalFileFormatTarget.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
@@ -62,7 +63,10 @@ int answer(char const* modelFile, char const* recordFile, char const* outFile) {
     }
     xercesc::DOMDocument* const document =
         bench::buildBare(recorded, xercesc::XMLPlatformUtils::fgMemoryManager);
-    bench::serialiseBare(document, outFile);
+    {
+        xercesc::LocalFileFormatTarget target(outFile);
+        bench::serialiseBare(document, target);
+    }
     document->release();
     return EXIT_SUCCESS;
 }

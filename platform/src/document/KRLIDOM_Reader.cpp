@@ -6,6 +6,7 @@
 #include "KRLIDOM_Platform.h"
 #include "platform/src/document/KRLIDOM_Guard.h"
 #include "platform/src/document/KRLIDOM_State.h"
+#include "platform/src/document/KRLIDOM_Version.h"
 
 #include <algorithm>
 #include <functional>
@@ -221,7 +222,8 @@ xercesc::DOMDocument* readDocument(std::string_view text, Reading& reading) {
         kept = std::make_unique<KeptParser>();
     }
     xercesc::DOMDocument* const document = kept->parser.read(text, reading);
-    if (kept->memory.used() <= mostKept) {
+    // The parser would end lines as XML 1.1 does in the documents that follow, too.
+    if (kept->memory.used() <= mostKept && !KRLIDOM::isVersion11(document)) {
         keptParser = std::move(kept);
     }
     return document;

@@ -1,98 +1,185 @@
 #include "KRLIDOM_Writer.h"
 
 #include "KRLException.h"
-#include "KRLIDOM_Platform.h"
-#include "platform/src/document/KRLIDOM_Guard.h"
+#include "platform/src/document/KRLIDOM_Layout.h"
+#include "platform/src/document/KRLIDOM_Version.h"
+#include "platform/src/document/KRLIDOM_XmlText.h"
 
-#include <memory>
 #include <ostream>
 #include <string_view>
 
-#include <xercesc/dom/DOM.hpp>
-#include <xercesc/framework/XMLFormatter.hpp>
+#include <xercesc/dom/DOMAttr.hpp>
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMNamedNodeMap.hpp>
+#include <xercesc/dom/DOMNode.hpp>
 
 namespace {
 
-struct Release {
-    template <class Resource> void operator()(Resource* resource) const { resource->release(); }
-};
+using xercesc::DOMNode;
+using Place = KRLIDOM_XmlText::Place;
 
-template <class Resource> using Released = std::unique_ptr<Resource, Release>;
+xercesc::DOMDocument const* documentOf(DOMNode const* node) {
+    return node->getNodeType() == DOMNode::DOCUMENT_NODE
+               ? static_cast<xercesc::DOMDocument const*>(node)
+               : node->getOwnerDocument();
+}
 
-// Where the written bytes go; `Sink` takes a pointer and a count.
-template <class Sink> class Target final : public xercesc::XMLFormatTarget {
+// Writes a node and what is below it in document order. Without recursion: a document may
+// be of any depth.
+class NodeWriter {
 public:
-    explicit Target(Sink sink) : m_sink(sink) {}
+    NodeWriter(KRLIDOM_XmlText& out, bool pretty) : m_out(out), m_layout(out, pretty) {}
 
-    void writeChars(XMLByte const* bytes, XMLSize_t count, xercesc::XMLFormatter*) override {
-        std::string_view text(reinterpret_cast<char const*>(bytes), count);
-        // Xerces-C begins an indented document with an empty line.
-        if (m_atStart && !text.empty() && text.front() == '\n') {
-            text.remove_prefix(1);
-        }
-        if (!text.empty()) {
-            m_atStart = false;
-            m_endsLine = text.back() == '\n';
-            m_sink(text);
-        }
-    }
-
-    void endLine() {
-        if (!m_endsLine) {
-            m_sink("\n");
+    void write(DOMNode const* top) {
+        for (DOMNode const* at = top; at != nullptr;) {
+            DOMNode const* next = open(at);
+            while (next == nullptr && at != top) {
+                next = at->getNextSibling();
+                if (next == nullptr) {
+                    at = at->getParentNode();
+                    close(at);
+                }
+            }
+            at = next;
         }
     }
 
 private:
-    Sink m_sink;
-    bool m_atStart = true;
-    bool m_endsLine = false;
+    // The first child, which is to be written next; null for a node that is done.
+    DOMNode const* open(DOMNode const* node) {
+        switch (node->getNodeType()) {
+        case DOMNode::DOCUMENT_NODE:
+        case DOMNode::DOCUMENT_FRAGMENT_NODE:
+            return openDocument(node);
+        case DOMNode::ELEMENT_NODE:
+            return openElement(node);
+        case DOMNode::TEXT_NODE:
+            m_layout.text(node->getNodeValue());
+            m_out.put(node->getNodeValue(), Place::Content);
+            break;
+        case DOMNode::ATTRIBUTE_NODE:
+            putAttribute(node);
+            break;
+        case DOMNode::COMMENT_NODE:
+            putComment(node);
+            break;
+        case DOMNode::PROCESSING_INSTRUCTION_NODE:
+            putInstruction(node);
+            break;
+        case DOMNode::CDATA_SECTION_NODE:
+            putMarkedSections(node);
+            break;
+        default:
+            throw KRLDocumentException("", 0, 0,
+                                       "The document cannot be written as XML: it has a node that "
+                                       "is no element, attribute, text, comment or instruction");
+        }
+        return nullptr;
+    }
+
+    void close(DOMNode const* node) {
+        if (node->getNodeType() != DOMNode::ELEMENT_NODE) {
+            m_layout.breakLine();
+            return;
+        }
+        m_layout.closeElement();
+        m_out.put("</");
+        m_out.put(node->getNodeName(), Place::Markup);
+        m_out.put(">");
+    }
+
+    DOMNode const* openDocument(DOMNode const* node) {
+        DOMNode const* const child = node->getFirstChild();
+        if (child == nullptr) {
+            close(node);
+        }
+        return child;
+    }
+
+    DOMNode const* openElement(DOMNode const* node) {
+        DOMNode const* const child = node->getFirstChild();
+        m_layout.openElement(child != nullptr);
+        m_out.put("<");
+        m_out.put(node->getNodeName(), Place::Markup);
+        xercesc::DOMNamedNodeMap const* const attributes = node->getAttributes();
+        XMLSize_t const count = attributes->getLength();
+        for (XMLSize_t i = 0; i < count; ++i) {
+            auto const* const attribute = static_cast<xercesc::DOMAttr const*>(attributes->item(i));
+            if (attribute->getSpecified()) {
+                m_out.put(" ");
+                putAttribute(attribute);
+            }
+        }
+        m_out.put(child == nullptr ? "/>" : ">");
+        return child;
+    }
+
+    void putAttribute(DOMNode const* attribute) {
+        m_out.put(attribute->getNodeName(), Place::Markup);
+        m_out.put("=\"");
+        m_out.put(attribute->getNodeValue(), Place::Attribute);
+        m_out.put("\"");
+    }
+
+    void putComment(DOMNode const* node) {
+        auto const text = m_out.check(node->getNodeValue());
+        m_layout.comment(node);
+        m_out.put("<!--");
+        m_out.put(text, Place::Markup);
+        m_out.put("-->");
+    }
+
+    void putInstruction(DOMNode const* node) {
+        auto const data = m_out.check(node->getNodeValue());
+        m_layout.instruction();
+        m_out.put("<?");
+        m_out.put(node->getNodeName(), Place::Markup);
+        if (!data.text.empty()) {
+            m_out.put(" ");
+            m_out.put(data, Place::Markup);
+        }
+        m_out.put("?>");
+    }
+
+    // What would end a section goes, and what is behind it gets a section of its own.
+    void putMarkedSections(DOMNode const* node) {
+        constexpr std::u16string_view end = u"]]>";
+        auto const whole = m_out.check(node->getNodeValue());
+        std::u16string_view rest = whole.text;
+        for (std::size_t found = 0; found != std::u16string_view::npos;) {
+            found = rest.find(end);
+            m_out.put("<![CDATA[");
+            m_out.put({rest.substr(0, found), whole.marks}, Place::Markup);
+            m_out.put("]]>");
+            rest.remove_prefix(found == std::u16string_view::npos ? 0 : found + end.size());
+        }
+    }
+
+    KRLIDOM_XmlText& m_out;
+    KRLIDOM_Layout m_layout;
 };
 
-void configure(xercesc::DOMConfiguration& configuration, bool pretty) {
-    using xercesc::XMLUni;
-    configuration.setParameter(XMLUni::fgDOMXMLDeclaration, false);
-    configuration.setParameter(XMLUni::fgDOMWRTFormatPrettyPrint, pretty);
-    // Xerces-C's own kind of indenting adds empty lines.
-    configuration.setParameter(XMLUni::fgDOMWRTXercesPrettyPrint, false);
-}
-
-[[noreturn]] void raiseUnwritable(std::string const& reason) {
-    throw KRLDocumentException("", 0, 0, "The document cannot be written as XML: " + reason);
-}
-
-void writeTo(xercesc::XMLFormatTarget& target, xercesc::DOMNode const* node, bool pretty) {
-    auto* const implementation = xercesc::DOMImplementation::getImplementation();
-    Released<xercesc::DOMLSSerializer> const serializer(implementation->createLSSerializer());
-    Released<xercesc::DOMLSOutput> const output(implementation->createLSOutput());
-    configure(*serializer->getDomConfig(), pretty);
-    output->setEncoding(xercesc::XMLUni::fgUTF8EncodingString);
-    output->setByteStream(&target);
-    try {
-        if (!serializer->write(node, output.get())) {
-            raiseUnwritable("the encoding is not known");
-        }
-    } catch (xercesc::DOMLSException const& failure) {
-        raiseUnwritable(KRLIDOM::text(failure.getMessage()).toUtf8());
-    }
-}
-
-template <class Sink> void writeGuarded(Sink sink, KRLIDOM_Node const& node, bool pretty) {
+void writeTo(KRLIDOM_XmlText::Sink const& sink, KRLIDOM_Node const& node, bool pretty) {
     if (node.isNull()) {
         return;
     }
-    KRLIDOM_Initialize();
-    Target<Sink> target(sink);
-    KRLIDOM::guarded([&] { writeTo(target, node.raw(), pretty); });
-    if (pretty) {
-        target.endLine();
+    KRLIDOM_XmlText out(sink, KRLIDOM::isVersion11(documentOf(node.raw())));
+    try {
+        NodeWriter(out, pretty).write(node.raw());
+    } catch (KRLException const&) {
+        out.flush(); // what comes before stays written
+        throw;
     }
+    if (pretty) {
+        out.endLine();
+    }
+    out.flush();
 }
 
 } // namespace
 
 void KRLIDOM_Writer::write(std::ostream& out, KRLIDOM_Node const& node, bool pretty) {
-    writeGuarded(
+    writeTo(
         [&out](std::string_view text) {
             out.write(text.data(), static_cast<std::streamsize>(text.size()));
         },
@@ -101,6 +188,6 @@ void KRLIDOM_Writer::write(std::ostream& out, KRLIDOM_Node const& node, bool pre
 
 std::string KRLIDOM_Writer::toUtf8(KRLIDOM_Node const& node, bool pretty) {
     std::string utf8;
-    writeGuarded([&utf8](std::string_view text) { utf8 += text; }, node, pretty);
+    writeTo([&utf8](std::string_view text) { utf8 += text; }, node, pretty);
     return utf8;
 }

@@ -296,4 +296,11 @@ TEST(KRLIDOMReader, LeavesDocumentsThatOutliveTheNextOnesAndTheThread) {
     EXPECT_EQ(KRLIDOM_Writer::toUtf8(second.document()), "<b><c/></b>");
 }
 
+TEST(KRLIDOMReader, ReadsTheSameAfterADocumentOfXml11) {
+    std::string const text = "<a b='x\xC2\x85y'>x\xE2\x80\xA8y</a>";
+    std::string const before = reread(text);
+    KRLIDOM_Reader::parse("<?xml version='1.1'?><a/>", "t");
+    EXPECT_EQ(reread(text), before);
+}
+
 } // namespace

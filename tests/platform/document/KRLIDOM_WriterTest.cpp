@@ -2,11 +2,13 @@
 
 #include "KRLException.h"
 #include "KRLIDOM_OwnedDocument.h"
+#include "KRLIDOM_Platform.h"
 #include "KRLIDOM_Reader.h"
 
 #include <sstream>
 
 #include <gtest/gtest.h>
+#include <xercesc/dom/DOM.hpp>
 
 namespace {
 
@@ -90,6 +92,58 @@ TEST(KRLIDOMWriter, RefusesTextThatXmlCannotHold) {
             }
         }
     }
+}
+
+TEST(KRLIDOMWriter, WritesADocumentOfAnyDepth) {
+    KRLIDOM_OwnedDocument const owner("a");
+    KRLIDOM_Node at = owner.document().getDocumentElement();
+    constexpr std::size_t depth = 300'000;
+    for (std::size_t level = 1; level < depth; ++level) {
+        at = at.appendChild(owner.document().createElement("a"));
+    }
+    std::string const written = KRLIDOM_Writer::toUtf8(owner.document());
+    EXPECT_EQ(written.size(), (depth - 1) * 7 + 4);
+    EXPECT_EQ(written.substr((depth - 2) * 3, 14), "<a><a/></a></a");
+}
+
+TEST(KRLIDOMWriter, HandsOverWhatComesBeforeTextThatXmlCannotHold) {
+    KRLIDOM_OwnedDocument const owner = emptyResponse();
+    KRLIDOM_Element const root = owner.document().getDocumentElement();
+    root.appendChild(owner.document().createTextNode(I18NString(u"good\x1")));
+    std::ostringstream out;
+    EXPECT_THROW(KRLIDOM_Writer::write(out, owner.document(), false), KRLDocumentException);
+    EXPECT_EQ(out.str(), "<Response><Result/>");
+}
+
+TEST(KRLIDOMWriter, HandsOverLargeBlocksOnly) {
+    class Counted final : public std::stringbuf {
+    public:
+        std::size_t count = 0;
+
+    protected:
+        std::streamsize xsputn(char const* text, std::streamsize size) override {
+            ++count;
+            return std::stringbuf::xsputn(text, size);
+        }
+    } buffer;
+    std::ostream out(&buffer);
+    KRLIDOM_OwnedDocument const owner("a");
+    for (int i = 0; i < 10'000; ++i) {
+        KRLIDOM_Element const element = owner.document().createElement("b");
+        element.setAttribute("n", "<value>");
+        owner.document().getDocumentElement().appendChild(element);
+    }
+    KRLIDOM_Writer::write(out, owner.document(), false);
+    EXPECT_EQ(buffer.str(), KRLIDOM_Writer::toUtf8(owner.document()));
+    EXPECT_LE(buffer.count, buffer.str().size() / 20'000);
+}
+
+TEST(KRLIDOMWriter, RefusesANodeThatIsNoPartOfAnAnswer) {
+    KRLIDOM_Initialize();
+    auto* const implementation = xercesc::DOMImplementation::getImplementation();
+    auto* const type = implementation->createDocumentType(u"a", nullptr, nullptr);
+    EXPECT_THROW(KRLIDOM_Writer::toUtf8(KRLIDOM_Node(type)), KRLDocumentException);
+    type->release();
 }
 
 TEST(KRLIDOMWriter, WritesMoreThanOneBufferOfText) {
