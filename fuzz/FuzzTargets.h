@@ -23,6 +23,10 @@ void model(std::string_view input);
 /// Catalogues: likewise; what was read gives each user views in ascending order.
 void catalogue(std::string_view input);
 
+/// Images of models: numbers in a sound one are changed. Each is refused with a reason or
+/// answers every question, and is written as a document.
+void image(std::string_view input);
+
 /// Policies: each is read or refused where the error stands; what was read makes views of
 /// a fixed model, or is refused with the model, and every id that they list is one.
 void policy(std::string_view input);

@@ -16,6 +16,8 @@ CommandRun addMatrixCommand(CommandSyntax& command);
 CommandRun addVerifyCommand(CommandSyntax& command);
 CommandRun addDiffCommand(CommandSyntax& command);
 CommandRun addImportCommand(CommandSyntax& command);
+CommandRun addCompileCommand(CommandSyntax& command);
+CommandRun addDecompileCommand(CommandSyntax& command);
 CommandRun addPolicyCommand(CommandSyntax& command);
 CommandRun addTestCommand(CommandSyntax& command);
 CommandRun addTranslateCommand(CommandSyntax& command);

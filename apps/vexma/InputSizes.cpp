@@ -2,7 +2,7 @@
 
 namespace vex {
 
-void InputSizes::addTo(CommandSyntax& command) {
+void InputSizes::addModelTo(CommandSyntax& command) {
     command.add({.name = "--max-model",
                  .into = &m_model,
                  .help = "Bytes that a model file may have",
@@ -10,6 +10,10 @@ void InputSizes::addTo(CommandSyntax& command) {
                  .group = "Limits",
                  .showsDefault = true,
                  .isPositive = true});
+}
+
+void InputSizes::addTo(CommandSyntax& command) {
+    addModelTo(command);
     command.add({.name = "--max-catalog",
                  .into = &m_catalogue,
                  .help = "Bytes that a catalogue may have",

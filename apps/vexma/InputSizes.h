@@ -10,6 +10,8 @@ namespace vex {
 class InputSizes {
 public:
     void addTo(CommandSyntax& command);
+    /// For a command that reads nothing but a model.
+    void addModelTo(CommandSyntax& command);
 
     InputLimit model() const { return {m_model, "--max-model"}; }
     InputLimit catalogue() const { return {m_catalogue, "--max-catalog"}; }

@@ -35,6 +35,8 @@ constexpr CommandRow commands[] = {
     {"session", "Serve a session over standard input and output", &addSessionCommand},
     {"validate", "Report errors and doubtful spots of a model or catalogue", &addValidateCommand},
     {"import", "Make a model and a catalogue of a source in another format", &addImportCommand},
+    {"compile", "Make an image of a model, which is opened at once", &addCompileCommand},
+    {"decompile", "Write the model document of an image", &addDecompileCommand},
     {"test", "Hold what policies expect against what users see", &addTestCommand},
     {"policy", "Show what the rules of a policy come to", &addPolicyCommand},
     {"translate", "Take texts out of a model to translate them, and put them in again",

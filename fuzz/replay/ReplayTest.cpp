@@ -19,6 +19,7 @@ constexpr Target targets[] = {
     {"startPath", fuzz::startPath},
     {"request", fuzz::request},
     {"model", fuzz::model},
+    {"image", fuzz::image},
     {"catalogue", fuzz::catalogue},
     {"policy", fuzz::policy},
     {"sessionCase", fuzz::sessionCase},

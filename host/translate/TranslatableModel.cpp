@@ -3,8 +3,10 @@
 #include "I18NString.h"
 #include "KRLException.h"
 #include "host/import/draft/PlainText.h"
-#include "host/import/draft/XmlText.h"
+#include "host/import/xml/ModelDocument.h"
 #include "host/import/xml/ModelLoader.h"
+#include "host/import/xml/XmlText.h"
+#include "host/store/image/ImageFile.h"
 #include "host/translate/ModelProperties.h"
 
 #include <algorithm>
@@ -172,6 +174,11 @@ private:
 TranslatableModel::TranslatableModel(std::string_view document, std::string name)
     : m_name(std::move(name)) {
     auto const model = loadModelText(document, m_name);
+    std::string ofImage;
+    if (isImage(document)) {
+        ofImage = modelDocumentOf(*model);
+        document = ofImage;
+    }
     m_defaultLocale = model->defaultLocale();
     m_elements = model->elementCount();
     m_tree = treeOf(document, m_name);

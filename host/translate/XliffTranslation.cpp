@@ -2,8 +2,8 @@
 
 #include "I18NString.h"
 #include "KRLException.h"
-#include "host/import/draft/XmlText.h"
 #include "host/import/xml/ElementTree.h"
+#include "host/import/xml/XmlText.h"
 #include "host/translate/TranslationMarks.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "host/import/draft/DocumentText.h"
 
 #include "KRLIDOM_Helper.h"
-#include "host/import/draft/XmlText.h"
+#include "host/import/xml/XmlText.h"
 
 #include <algorithm>
 #include <array>

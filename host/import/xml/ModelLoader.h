@@ -30,9 +30,10 @@ struct LoadOptions {
     ModelAddition* addition = nullptr;
 };
 
-/// Reads a model document. Raises `KRLDocumentException` for the first error in
-/// it, or when the file cannot be read, `KRLLimitException` when it holds more
-/// than a model can number, `std::bad_alloc`. Nothing is loaded then.
+/// Reads a model document, or opens an image of a model. Raises `KRLDocumentException` for the
+/// first error in it, or when the file cannot be read, `KRLLimitException` when it holds more than
+/// a model can number, `std::bad_alloc`. Nothing is loaded then. An image has positions when it was
+/// made with them, and no part of it is read twice.
 std::shared_ptr<Model const> loadModel(std::string const& path, LoadOptions const& options = {});
 
 /// The same for a document in memory; `name` stands for the file in messages.

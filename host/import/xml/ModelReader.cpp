@@ -1,6 +1,6 @@
 #include "host/import/xml/ModelReader.h"
 
-#include "I18NStringIterator.h"
+#include "host/import/xml/WhiteSpace.h"
 #include "host/store/image/SameText.h"
 
 #include <xercesc/sax/Locator.hpp>
@@ -10,14 +10,6 @@
 namespace vex {
 
 namespace {
-
-bool isWhiteSpace(char16_t unit) {
-    constexpr char16_t firstBeyondAscii = 0x80;
-    if (unit < firstBeyondAscii) {
-        return unit == u' ' || (unit >= u'\t' && unit <= u'\r');
-    }
-    return I18NCodePointIsWhitespace(unit);
-}
 
 std::u16string_view withoutLeadingSpace(std::u16string_view text) {
     constexpr std::u16string_view blanks = u"    "; // four are compared as fast as one

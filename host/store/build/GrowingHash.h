@@ -29,12 +29,12 @@ public:
 
     /// Brings where `find` will begin nearer to the processor.
     void prefetch(std::uint32_t hash) const {
-        __builtin_prefetch(m_table.m_slots.data() + (hash & m_table.m_mask));
+        __builtin_prefetch(m_table.m_slots.data() + (hash & m_table.mask()));
     }
 
     /// The number that `find` will look at first, or `NotFound`.
     std::uint32_t first(std::uint32_t hash) const {
-        return m_table.m_slots[hash & m_table.m_mask].number;
+        return m_table.m_slots[hash & m_table.mask()].number;
     }
 
     void add(std::uint32_t hash, std::uint32_t number) {
@@ -51,9 +51,10 @@ private:
     static constexpr std::size_t FirstSlotCount = 64;
 
     void insert(HashSlots::Slot slot) {
-        std::size_t at = slot.hash & m_table.m_mask;
+        std::size_t const mask = m_table.mask();
+        std::size_t at = slot.hash & mask;
         while (m_table.m_slots[at].number != NotFound) {
-            at = (at + 1) & m_table.m_mask;
+            at = (at + 1) & mask;
         }
         m_table.m_slots[at] = slot;
     }
@@ -62,7 +63,6 @@ private:
         CompactArray<HashSlots::Slot> old;
         old.swap(m_table.m_slots);
         m_table.m_slots.assign(slotCount, {0, NotFound});
-        m_table.m_mask = slotCount - 1;
         for (HashSlots::Slot const& slot : old) {
             if (slot.number != NotFound) {
                 insert(slot);

@@ -5,7 +5,6 @@
 #include "host/store/build/WrittenModel.h"
 #include "host/store/image/Model.h"
 
-#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -218,8 +217,6 @@ std::shared_ptr<Model const> ModelWriter::finish() && {
     }
     require(m_open.empty() && m_store->elementCount() != 0,
             "the model was finished before it was closed");
-    std::sort(m_usedLocales.all.begin(), m_usedLocales.all.end(),
-              [](I18NLocale a, I18NLocale b) { return a.getNumber() < b.getNumber(); });
     return std::make_shared<Model const>(std::move(*m_store).finish(
         m_defaultLocale, std::move(m_locales.all), std::move(m_usedLocales.all)));
 }

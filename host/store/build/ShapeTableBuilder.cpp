@@ -56,16 +56,20 @@ std::uint32_t ShapeTableBuilder::add(Atom cls, std::uint8_t own, std::span<Shape
     return number;
 }
 
-ShapeTable ShapeTableBuilder::finish(std::uint32_t defaultLocale, Atom nameName) && {
+ShapeTable ShapeTableBuilder::finish(LocaleNumbers const& locales, I18NLocale defaultLocale,
+                                     Atom nameName) && {
     m_found = {};
-    m_table.m_byName.extend(m_table.m_entries.size());
+    for (ShapeEntry& entry : std::span(m_table.m_entries.data(), m_table.m_entries.size())) {
+        entry.locale = locales.ofNumber(entry.locale);
+    }
+    m_table.m_byName.assign(m_table.m_entries.size(), 0); // those of own values stay unused
     for (std::uint32_t number = 0; number < m_table.size(); ++number) {
         Shape& shape = m_table.m_shapes[number];
         sortByName(shape);
         std::span<std::uint32_t const> const named = m_table.named(shape, nameName);
         shape.firstName = static_cast<std::uint32_t>(named.data() - m_table.m_byName.data());
         shape.nameCount = static_cast<std::uint32_t>(named.size());
-        list(shape, defaultLocale);
+        list(shape, locales.of(defaultLocale));
     }
     m_table.shrink();
     return std::move(m_table);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/store/build/GrowingHash.h"
+#include "host/store/image/LocaleNumbers.h"
 #include "host/store/image/ShapeTable.h"
 
 #include <cstdint>
@@ -21,10 +22,10 @@ public:
     /// The shapes so far; only their entries can be asked for.
     ShapeTable const& table() const { return m_table; }
 
-    /// Ends the building: works out what each shape lists. The default locale
-    /// decides which value of a localised property is shown; `nameName` is the
-    /// property "name".
-    ShapeTable finish(std::uint32_t defaultLocale, Atom nameName) &&;
+    /// Ends the building: numbers locales as the model does, among which are those of all
+    /// entries, and works out what each shape lists. The default locale decides which value
+    /// of a localised property is shown; `nameName` is the property "name".
+    ShapeTable finish(LocaleNumbers const& locales, I18NLocale defaultLocale, Atom nameName) &&;
 
 private:
     bool equals(Shape const& shape, Atom cls, std::uint8_t own,

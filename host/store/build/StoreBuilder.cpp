@@ -13,6 +13,13 @@ constexpr unsigned halfBits = 32;
 constexpr std::size_t bytesPerText = 400;
 constexpr std::size_t bytesPerUnit = 20;
 
+KeptPosition kept(DocumentPosition position) {
+    auto const fitted = [](unsigned long number) {
+        return static_cast<std::uint32_t>(std::min<unsigned long>(number, NotFound));
+    };
+    return {fitted(position.line), fitted(position.column)};
+}
+
 std::uint64_t valueKey(Atom name, std::uint32_t locale) {
     return (std::uint64_t{name} << halfBits) | locale;
 }
@@ -40,7 +47,7 @@ void StoreBuilder::openElement(Atom cls, DocumentPosition position) {
     ElementNumber const parent = m_frames.empty() ? NotFound : m_frames.back().element;
     m_data->elements.push_back({parent, element + 1, 0, 0});
     if (m_keepPositions) {
-        m_data->positions.push_back(position);
+        m_data->positions.push_back(kept(position));
     }
     m_frames.push_back({static_cast<std::uint32_t>(m_entries.size()), element, cls, {}});
 }
@@ -156,11 +163,12 @@ std::unique_ptr<StoreData const> StoreBuilder::finish(I18NLocale defaultLocale,
                                                       std::vector<I18NLocale> usedLocales) && {
     m_data->defaultLocale = defaultLocale;
     m_data->locales = std::move(locales);
-    m_data->usedLocales = std::move(usedLocales);
+    m_data->usedLocales = LocaleNumbers(std::move(usedLocales));
     m_queue.finish();
     m_data->texts = std::move(m_texts).finish();
     m_data->names = std::move(m_names).finish();
-    m_data->shapes = std::move(m_shapes).finish(defaultLocale.getNumber(), m_data->nameName);
+    m_data->shapes =
+        std::move(m_shapes).finish(m_data->usedLocales, defaultLocale, m_data->nameName);
     m_data->elements.shrink();
     m_data->positions.shrink();
     placeElementValues();

@@ -61,7 +61,7 @@ public:
     std::size_t elementCount() const { return m_data->elements.size(); }
 
     /// Ends the building; every element is closed. `usedLocales` are those of
-    /// values, ascending by number.
+    /// values, each once; their order is that of the model's own numbers.
     std::unique_ptr<StoreData const> finish(I18NLocale defaultLocale,
                                             std::vector<I18NLocale> locales,
                                             std::vector<I18NLocale> usedLocales) &&;

@@ -15,8 +15,9 @@ WrittenModel::WrittenModel(StoreBuilder& store, I18NLocale defaultLocale)
 }
 
 DocumentPosition WrittenModel::position(ElementNumber element) const {
-    CompactArray<DocumentPosition> const& positions = m_store.m_data->positions;
-    return positions.size() == 0 ? DocumentPosition{} : positions[element];
+    CompactArray<KeptPosition> const& positions = m_store.m_data->positions;
+    return positions.empty() ? DocumentPosition{}
+                             : DocumentPosition{positions[element].line, positions[element].column};
 }
 
 std::size_t WrittenModel::textEnd() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -11,7 +12,8 @@ namespace vex {
 
 /// A growing array of plain values that keeps no more memory than it needs once
 /// it was shrunk. Large ones grow and shrink in place (`realloc` moves pages,
-/// not bytes), which a `std::vector` cannot. Raises `std::bad_alloc`.
+/// not bytes), which a `std::vector` cannot. Raises `std::bad_alloc`. One that shows
+/// memory of another's, such as a mapped file, is only read.
 template <typename T> class CompactArray {
     static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>);
 
@@ -24,11 +26,24 @@ public:
     }
     CompactArray(CompactArray const&) = delete;
     CompactArray& operator=(CompactArray const&) = delete;
-    ~CompactArray() { std::free(m_data); }
+    ~CompactArray() {
+        if (m_capacity != 0) {
+            std::free(m_data);
+        }
+    }
+
+    /// Shows what lies there, which stays until the array is gone.
+    static CompactArray viewOf(T const* first, std::size_t size) {
+        CompactArray view;
+        view.m_data = const_cast<T*>(first); // nobody writes to what was not built here
+        view.m_size = size;
+        return view;
+    }
 
     std::size_t size() const { return m_size; }
     bool empty() const { return m_size == 0; }
-    std::size_t byteCount() const { return m_capacity * sizeof(T); }
+    /// Shown memory counts too.
+    std::size_t byteCount() const { return std::max(m_capacity, m_size) * sizeof(T); }
 
     T* data() { return m_data; }
     T const* data() const { return m_data; }
@@ -114,7 +129,7 @@ private:
 
     T* m_data = nullptr;
     std::size_t m_size = 0;
-    std::size_t m_capacity = 0;
+    std::size_t m_capacity = 0; // 0 while nothing is owned
 };
 
 } // namespace vex

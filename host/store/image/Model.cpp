@@ -121,7 +121,8 @@ std::optional<DocumentPosition> Model::findPosition(VEX_HANDLE element) const {
     if (!IsObject(element) || decoded.kind != Kind::Element || m_data->positions.empty()) {
         return std::nullopt;
     }
-    return m_data->positions[decoded.number];
+    KeptPosition const at = m_data->positions[decoded.number];
+    return DocumentPosition{at.line, at.column};
 }
 
 std::size_t Model::byteCount() const {

@@ -54,8 +54,12 @@ public:
     /// without positions, or for a property.
     std::optional<DocumentPosition> findPosition(VEX_HANDLE element) const;
 
-    /// The memory that the objects, their texts and the indexes take.
+    /// The memory that the objects, their texts and the indexes take, that of a mapped file
+    /// included.
     std::size_t byteCount() const;
+
+    /// What it answers from, for who writes it down.
+    StoreData const& data() const { return *m_data; }
 
     bool IsObject(VEX_HANDLE object) const override;
     bool GetId(VEX_HANDLE object, I18NString& id) const override;

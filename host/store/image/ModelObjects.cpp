@@ -71,12 +71,7 @@ I18NLocale const* Model::GetLocale(VEX_HANDLE object) const {
     }
     std::uint32_t const number =
         decoded.kind == Kind::Value ? m_data->entryOf(decoded.number).locale : 0;
-    if (number == 0) {
-        return nullptr;
-    }
-    return &*std::lower_bound(
-        m_data->usedLocales.begin(), m_data->usedLocales.end(), number,
-        [](I18NLocale const& used, std::uint32_t wanted) { return used.getNumber() < wanted; });
+    return number == 0 ? nullptr : &m_data->usedLocales[number];
 }
 
 VEX_HANDLE Model::GetParent(VEX_HANDLE object) const {

@@ -26,6 +26,16 @@ public:
     std::size_t size() const { return m_names.size(); }
     std::size_t byteCount() const { return m_names.byteCount() + m_found.byteCount(); }
 
+    /// Says what is wrong with a table that was read; null when it can be used.
+    char const* complaint(TextTable const& texts) const;
+
+    /// Shows each array to who writes or reads them.
+    template <typename Self, typename Visit> static void visitArrays(Self& self, Visit& visit) {
+        visit(self.m_names);
+        HashSlots::visitArrays(self.m_found, visit);
+    }
+    void setSeed(std::uint64_t seed) { m_seed = seed; }
+
 private:
     friend class NameTableBuilder;
 

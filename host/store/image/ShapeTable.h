@@ -10,7 +10,7 @@ namespace vex {
 /// What an owner of properties says about one of its values.
 struct ShapeEntry {
     Atom name;
-    std::uint32_t locale; // its number; 0: not localised
+    std::uint32_t locale; // see `StoreData::locales`; 0: not localised
     TextRef role;         // 0: none
 };
 
@@ -31,6 +31,7 @@ struct Shape {
     std::uint32_t nameCount;
     std::uint8_t own;      // bit for each `Own`
     std::uint8_t ownCount; // of bits in `own`
+    std::uint16_t unused;  // always 0: an image holds no memory that nobody set
 
     bool has(Own which) const { return (own >> static_cast<unsigned>(which) & 1U) != 0; }
     /// The index of an own value among the owner's values.
@@ -74,8 +75,27 @@ public:
     void shrink();
     std::size_t byteCount() const;
 
+    /// What an entry may name.
+    struct Bounds {
+        std::size_t names;
+        std::size_t locales; // numbers up to this
+        std::size_t texts;
+    };
+    /// Says what is wrong with a table that was read; null when it can be used.
+    char const* complaint(Bounds const& bounds) const;
+
+    /// Shows each array to who writes or reads them.
+    template <typename Self, typename Visit> static void visitArrays(Self& self, Visit& visit) {
+        visit(self.m_shapes);
+        visit(self.m_entries);
+        visit(self.m_listed);
+        visit(self.m_byName);
+    }
+
 private:
     friend class ShapeTableBuilder;
+
+    char const* complaintAbout(Shape const& shape) const;
 
     CompactArray<Shape> m_shapes;
     CompactArray<ShapeEntry> m_entries;

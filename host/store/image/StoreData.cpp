@@ -52,13 +52,13 @@ std::uint32_t StoreData::searchOffset(Shape const& owner, std::span<std::uint32_
         if (unlocalised != NotFound) {
             return unlocalised;
         }
-        std::uint32_t const ofDefault = findLocale(defaultLocale.getNumber());
+        std::uint32_t const ofDefault = findLocale(usedLocales.of(defaultLocale));
         return ofDefault != NotFound ? ofDefault : *std::min_element(named.begin(), named.end());
     }
     // The last parent is the nameless locale, whose number is that of a value
     // without a locale.
     for (I18NLocale wanted = *locale;; wanted = wanted.getParent()) {
-        std::uint32_t const number = wanted.getNumber();
+        std::uint32_t const number = usedLocales.of(wanted);
         std::uint32_t const offset = findLocale(number);
         if (offset != NotFound || number == 0) {
             return offset;
@@ -111,7 +111,7 @@ std::size_t StoreData::byteCount() const {
            elements.byteCount() + firstOfClass.byteCount() + values.byteCount() +
            ownerMarks.byteCount() + propertyOwners.byteCount() + classes.byteCount() +
            ids.byteCount() + references.byteCount() + positions.byteCount() +
-           (locales.capacity() + usedLocales.capacity()) * sizeof(I18NLocale);
+           locales.capacity() * sizeof(I18NLocale) + usedLocales.byteCount();
 }
 
 // Never 0, which stands for an element without a reference.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/store/image/LocaleNumbers.h"
 #include "host/store/image/Model.h"
 #include "host/store/image/ShapeTable.h"
 #include "host/store/image/StoreIndex.h"
@@ -17,6 +18,13 @@ struct ElementRecord {
     ElementNumber end; // the first element behind everything below
     std::uint32_t shape;
     std::uint32_t firstValue;
+};
+
+/// A `DocumentPosition` as it is kept; what is past the last line or column that it can
+/// tell is the last one.
+struct KeptPosition {
+    std::uint32_t line;
+    std::uint32_t column;
 };
 
 /// A property that has properties of its own, which is rare.
@@ -55,9 +63,6 @@ struct ValueOwner {
 /// | positions | a line and a column for each element, or nothing |
 /// | locales | by name: the default one, the supported ones, those of values |
 /// | header | `hashSeed`, `elementValueCount`, the names that the store knows |
-///
-/// Only locales are not the same from one process to the next: an entry of a
-/// shape names its locale by the process's number (`I18NLocale::getNumber`).
 struct StoreData {
     static constexpr std::uint32_t ValuesPerOwnerMark = 16;
 
@@ -79,11 +84,14 @@ struct StoreData {
     FixedHash ids;
     FixedHash references;
 
-    CompactArray<DocumentPosition> positions; // by element; empty when not kept
+    CompactArray<KeptPosition> positions; // by element; empty when not kept
 
     I18NLocale defaultLocale;
-    std::vector<I18NLocale> locales;     // the entries of `locales`, each once
-    std::vector<I18NLocale> usedLocales; // of values, ascending by number
+    std::vector<I18NLocale> locales; // the entries of `locales`, each once
+    LocaleNumbers usedLocales;       // of values: an entry of a shape names its locale by these
+
+    /// What the arrays lie in when they are not owned.
+    std::shared_ptr<void const> image;
 
     // Names that the store itself knows.
     Atom idName = NoAtom;
@@ -118,7 +126,7 @@ struct StoreData {
                                I18NLocale const* locale) const {
         // Mostly the first value is it.
         return locale != nullptr &&
-                       shapes.entries(owner)[named.front()].locale == locale->getNumber()
+                       shapes.entries(owner)[named.front()].locale == usedLocales.of(*locale)
                    ? named.front()
                    : searchOffset(owner, named, locale);
     }
@@ -151,6 +159,22 @@ struct StoreData {
     std::vector<ElementNumber> referenceOf(ElementNumber element) const;
 
     std::size_t byteCount() const;
+
+    /// Shows each array that an image holds, in its order.
+    template <typename Self, typename Visit> static void visitArrays(Self& self, Visit& visit) {
+        TextTable::visitArrays(self.texts, visit);
+        NameTable::visitArrays(self.names, visit);
+        ShapeTable::visitArrays(self.shapes, visit);
+        visit(self.elements);
+        visit(self.values);
+        BitArray::visitArrays(self.firstOfClass, visit);
+        visit(self.ownerMarks);
+        visit(self.propertyOwners);
+        ClassIndex::visitArrays(self.classes, visit);
+        FixedHash::visitArrays(self.ids, visit);
+        FixedHash::visitArrays(self.references, visit);
+        visit(self.positions);
+    }
 };
 
 /// What the reference index is keyed by: the names of a reference one by one,

@@ -24,6 +24,14 @@ public:
     }
     std::size_t byteCount() const { return m_words.byteCount(); }
 
+    /// True when there are as many bits as `assign` makes room for.
+    bool holds(std::size_t count) const { return m_words.size() == count / WordBits + 1; }
+
+    /// Shows each array to who writes or reads them.
+    template <typename Self, typename Visit> static void visitArrays(Self& self, Visit& visit) {
+        visit(self.m_words);
+    }
+
 private:
     static constexpr std::size_t WordBits = 64;
     static std::uint64_t bit(std::size_t index) { return std::uint64_t{1} << (index % WordBits); }
@@ -46,6 +54,15 @@ public:
     }
 
     std::size_t byteCount() const { return m_slots.byteCount(); }
+
+    /// Says what is wrong with a table that was read, whose numbers are below `count`; null
+    /// when it can be used.
+    char const* complaint(std::size_t count) const;
+
+    /// Shows each array to who writes or reads them.
+    template <typename Self, typename Visit> static void visitArrays(Self& self, Visit& visit) {
+        visit(self.m_slots);
+    }
 
 private:
     friend class FixedHashBuilder;
@@ -73,6 +90,15 @@ public:
     }
 
     std::size_t byteCount() const { return m_first.byteCount() + m_elements.byteCount(); }
+
+    /// Says what is wrong with an index that was read; null when it can be used.
+    char const* complaint(std::size_t classes, std::size_t elements) const;
+
+    /// Shows each array to who writes or reads them.
+    template <typename Self, typename Visit> static void visitArrays(Self& self, Visit& visit) {
+        visit(self.m_first);
+        visit(self.m_elements);
+    }
 
 private:
     CompactArray<std::uint32_t> m_first;

@@ -38,6 +38,18 @@ public:
 
     std::size_t byteCount() const { return m_units.byteCount(); }
 
+    /// The numbers of texts are below this.
+    std::size_t end() const { return m_units.size() - BlockUnits; }
+
+    /// Says what is wrong with a table that was read; null when each text up to `end` can
+    /// be read.
+    char const* complaint() const;
+
+    /// Shows each array to who writes or reads them.
+    template <typename Self, typename Visit> static void visitArrays(Self& self, Visit& visit) {
+        visit(self.m_units);
+    }
+
 private:
     friend class TextTableBuilder;
     static constexpr std::size_t BlockUnits = sizeof(std::uint64_t) / sizeof(char16_t);

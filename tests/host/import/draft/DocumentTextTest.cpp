@@ -1,6 +1,6 @@
 #include "host/import/draft/DocumentText.h"
 
-#include "host/import/draft/XmlText.h"
+#include "host/import/xml/XmlText.h"
 
 #include <gtest/gtest.h>
 

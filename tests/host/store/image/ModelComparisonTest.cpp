@@ -1,5 +1,7 @@
 #include "VexObject.h"
+#include "host/import/xml/ModelDocument.h"
 #include "host/import/xml/ModelLoader.h"
+#include "host/store/image/ImageFile.h"
 #include "tests/naive/ModelGenerator.h"
 
 #include <map>
@@ -166,13 +168,16 @@ private:
     std::size_t m_referencesMet = 0;
 };
 
-TEST(ModelComparison, AnswersLikeAPlainTreeOnRandomModels) {
+using Made = std::shared_ptr<vex::Model const>;
+
+/// Makes the model in one of several ways, which all come to the same.
+void compareRandomModels(Made (*make)(std::string const& document)) {
     std::size_t references = 0;
     for (unsigned seed = 1; seed <= 600; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         naive::Random random(seed);
         std::string const text = naive::generateOddModel(random, 12);
-        auto const model = vex::loadModelText(text, "random.model.xml");
+        auto const model = make(text);
         naive::PlainModel const plain(text);
         Comparison comparison(*model, plain);
         comparison.run();
@@ -182,6 +187,26 @@ TEST(ModelComparison, AnswersLikeAPlainTreeOnRandomModels) {
         references += comparison.referencesMet();
     }
     EXPECT_GT(references, 1'000U);
+}
+
+Made readModel(std::string const& document) {
+    return vex::loadModelText(document, "random.model.xml");
+}
+
+TEST(ModelComparison, AnswersLikeAPlainTreeOnRandomModels) {
+    compareRandomModels(&readModel);
+}
+
+TEST(ModelComparison, OfImagesAnswersLikeAPlainTree) {
+    compareRandomModels([](std::string const& document) {
+        return vex::openImageBytes(vex::imageBytesOf(*readModel(document)), "random.vexm");
+    });
+}
+
+TEST(ModelComparison, OfDocumentsThatWereWrittenAgainAnswersLikeAPlainTree) {
+    compareRandomModels([](std::string const& document) {
+        return readModel(vex::modelDocumentOf(*readModel(document)));
+    });
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "host/import/draft/XmlText.h"
+#include "host/import/xml/XmlText.h"
 
 #include <utility>
 
