@@ -76,13 +76,13 @@ def tree_rows(inside):
         size = size_of(name)
         ratio = inside.seconds(name) / inside.seconds(f"tree/floor/{size}")
         yield row(f"whole tree of {shown_size(size)} objects, against bare building", ratio,
-                  "times", 1.5)
+                  "times", 1.1)
     for name in inside.names("write/vex"):
         ratio = inside.seconds(name) / inside.seconds(f"write/floor/{size_of(name)}")
         yield row("writing the document, against Xerces-C's serialiser", ratio, "times", 0.3)
     for name in inside.names("memory/answer"):
         ratio = inside.counter(name, "element") / inside.counter(name, "element_bare")
-        yield row("memory of an answer, against bare building", ratio, "times", 1.1)
+        yield row("memory of an answer, against bare building", ratio, "times", 0.8)
         yield row("memory of an answer, each element", inside.counter(name, "element"), "bytes")
 
 

@@ -11,8 +11,8 @@ namespace {
 // Measured on the documents that answers are made in.
 constexpr std::size_t documentBytes = 16 * 1024; // before anything is in it
 constexpr std::size_t elementBytes = 320;        // its attributes apart
-constexpr std::size_t attributeBytes = 264;      // its text apart
-constexpr std::size_t bytesOfTwoCharacters = 5;  // buffers have a quarter to spare
+constexpr std::size_t attributeBytes = 144;      // its text apart
+constexpr std::size_t characterBytes = 2;
 constexpr std::size_t firstChunk = 16 * 1024;    // each next one is twice as large,
 constexpr std::size_t largestChunk = 512 * 1024; // up to this
 constexpr std::size_t chunkHeader = 64;
@@ -45,7 +45,7 @@ void AnswerEstimate::add(VexTreeSize const& size) {
 std::size_t AnswerEstimate::bytes() const {
     return documentBytes +
            inChunks(elementBytes * m_size.elements + attributeBytes * m_size.attributes +
-                    bytesOfTwoCharacters * (m_size.characters + 1) / 2);
+                    characterBytes * m_size.characters);
 }
 
 } // namespace vex

@@ -2,11 +2,10 @@
 
 #include "KRLIDOM_Platform.h"
 #include "platform/src/document/KRLIDOM_Guard.h"
+#include "platform/src/document/KRLIDOM_LeanDocument.h"
 #include "platform/src/document/KRLIDOM_State.h"
 
 #include <atomic>
-
-#include <xercesc/dom/DOMImplementation.hpp>
 
 namespace {
 
@@ -22,9 +21,8 @@ KRLIDOM_OwnedDocument::KRLIDOM_OwnedDocument(I18NString const& rootTag,
                                              KRLIDOM_Limits const& limits) {
     KRLIDOM_Initialize();
     auto state = std::make_unique<State>(limits);
-    KRLIDOM::guarded([&] {
-        state->own(xercesc::DOMImplementation::getImplementation()->createDocument(&state->memory));
-    });
+    KRLIDOM::guarded(
+        [&] { state->own(new (&state->memory) KRLIDOM_LeanDocument(&state->memory)); });
     KRLIDOM_Document const document{KRLIDOM_Node(state->document)};
     document.appendChild(document.createElement(rootTag));
     m_state = std::move(state);

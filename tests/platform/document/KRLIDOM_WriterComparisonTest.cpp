@@ -1,10 +1,9 @@
 #include "KRLException.h"
 #include "KRLIDOM_OwnedDocument.h"
-#include "KRLIDOM_Platform.h"
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
+#include "tests/platform/document/LibraryDocument.h"
 
-#include <memory>
 #include <random>
 #include <sstream>
 #include <string>
@@ -19,12 +18,6 @@
 // that the serialiser begins an indented document with an empty line.
 
 namespace {
-
-struct Release {
-    template <class Resource> void operator()(Resource* resource) const { resource->release(); }
-};
-
-template <class Resource> using Released = std::unique_ptr<Resource, Release>;
 
 class Bytes final : public xercesc::XMLFormatTarget {
 public:
@@ -41,8 +34,8 @@ public:
 
 std::string serialised(xercesc::DOMNode const* node, bool pretty) {
     auto* const implementation = xercesc::DOMImplementation::getImplementation();
-    Released<xercesc::DOMLSSerializer> const serializer(implementation->createLSSerializer());
-    Released<xercesc::DOMLSOutput> const output(implementation->createLSOutput());
+    OfLibrary<xercesc::DOMLSSerializer> const serializer(implementation->createLSSerializer());
+    OfLibrary<xercesc::DOMLSOutput> const output(implementation->createLSOutput());
     xercesc::DOMConfiguration& configuration = *serializer->getDomConfig();
     configuration.setParameter(xercesc::XMLUni::fgDOMXMLDeclaration, false);
     configuration.setParameter(xercesc::XMLUni::fgDOMWRTFormatPrettyPrint, pretty);
@@ -85,29 +78,24 @@ testing::AssertionResult isWrittenTheSame(xercesc::DOMNode* node) {
     return testing::AssertionSuccess();
 }
 
-using Document = Released<xercesc::DOMDocument>;
-
-Document emptyDocument() {
-    KRLIDOM_Initialize();
-    return Document(xercesc::DOMImplementation::getImplementation()->createDocument());
-}
+using Document = OfLibrary<xercesc::DOMDocument>;
 
 // One text in the places where a text can stand, each a document of its own.
 testing::AssertionResult isWrittenTheSameEverywhere(char16_t const* text,
                                                     char16_t const* version = u"1.0") {
-    Document const inElement = emptyDocument();
+    Document const inElement = libraryDocument();
     inElement->setXmlVersion(version);
     auto* const content = inElement->createTextNode(text);
     inElement->appendChild(inElement->createElement(u"a"))->appendChild(content);
-    Document const inAttribute = emptyDocument();
+    Document const inAttribute = libraryDocument();
     inAttribute->setXmlVersion(version);
     auto* const element = inAttribute->createElement(u"a");
     element->setAttribute(u"n", text);
     inAttribute->appendChild(element);
-    Document const inComment = emptyDocument();
+    Document const inComment = libraryDocument();
     inComment->setXmlVersion(version);
     inComment->appendChild(inComment->createComment(text));
-    Document const inInstruction = emptyDocument();
+    Document const inInstruction = libraryDocument();
     inInstruction->setXmlVersion(version);
     inInstruction->appendChild(inInstruction->createProcessingInstruction(u"p", text));
     for (xercesc::DOMNode* const node :
@@ -178,7 +166,7 @@ TEST(KRLIDOMWriterComparison, HoldsForBlanksAtTheStart) {
     for (char16_t const* const text :
          {u"", u"\n", u"\n\n", u"\n\nx", u"\r\n", u" \n", u"\t", u"\n<", u"<\n", u"\n  x\n"}) {
         EXPECT_TRUE(isWrittenTheSameEverywhere(text)) << I18NString(text).toUtf8();
-        Document const document = emptyDocument();
+        Document const document = libraryDocument();
         auto* const fragment = document->createDocumentFragment();
         fragment->appendChild(document->createTextNode(u"\n"));
         fragment->appendChild(document->createTextNode(text));
@@ -202,7 +190,7 @@ TEST(KRLIDOMWriterComparison, HoldsForTextsLongerThanABlock) {
 }
 
 TEST(KRLIDOMWriterComparison, HoldsForDocumentsWithoutContent) {
-    Document const document = emptyDocument();
+    Document const document = libraryDocument();
     EXPECT_TRUE(isWrittenTheSame(document.get()));
     EXPECT_TRUE(isWrittenTheSame(document->createDocumentFragment()));
 }
@@ -210,7 +198,7 @@ TEST(KRLIDOMWriterComparison, HoldsForDocumentsWithoutContent) {
 TEST(KRLIDOMWriterComparison, HoldsForMarkedSections) {
     for (char16_t const* const text :
          {u"", u"a<b>&", u"]]>", u"a]]>b", u"a]]>", u"]]>b", u"a]", u"a]]", u"]]>]]>", u"a]]]>>"}) {
-        Document const document = emptyDocument();
+        Document const document = libraryDocument();
         auto* const root = document->appendChild(document->createElement(u"a"));
         root->appendChild(document->createCDATASection(text));
         root->appendChild(document->createElement(u"b"));
@@ -310,7 +298,7 @@ private:
     }
 
     std::mt19937 m_random;
-    Document m_document = emptyDocument();
+    Document m_document = libraryDocument();
 };
 
 TEST(KRLIDOMWriterComparison, HoldsForDocumentsMadeAtRandom) {
