@@ -3,23 +3,47 @@
 #include "KRLException.h"
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <random>
 #include <utility>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace vex {
 
+namespace {
+
+/// Makes a file with a name that nobody else has, and says which. Its rights are those of a file
+/// that a program makes without wishes of its own: the system takes the user's mask off, which a
+/// process could look at only by changing it under its other threads. -1 when it cannot be made.
+int makeFile(std::string const& beginning, std::string& name) {
+    constexpr mode_t readableAndWritable = 0666;
+    constexpr int mostAttempts = 100;
+    std::random_device random;
+    int made = -1;
+    for (int attempt = 0; attempt < mostAttempts && made < 0; ++attempt) {
+        name = beginning + std::to_string(random());
+        made = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, readableAndWritable);
+        if (made < 0 && errno != EEXIST) {
+            break;
+        }
+    }
+    return made;
+}
+
+} // namespace
+
 FileBeside::FileBeside(std::string place) : m_place(std::move(place)) {
     std::filesystem::path const path(m_place);
-    m_beside = (path.parent_path() / ("." + path.filename().string() + ".XXXXXX")).string();
-    m_descriptor = ::mkstemp(m_beside.data());
+    m_descriptor =
+        makeFile((path.parent_path() / ("." + path.filename().string() + '.')).string(), m_beside);
     if (m_descriptor < 0) {
+        int const reason = errno;
         m_beside.clear();
-        refuse(errno);
+        refuse(reason);
     }
 }
 
@@ -52,12 +76,7 @@ void FileBeside::write(std::string_view bytes) {
 }
 
 void FileBeside::finish() {
-    // As a file is that a program makes without wishes of its own.
-    mode_t const mask = ::umask(0);
-    ::umask(mask);
-    constexpr mode_t readableAndWritable = 0666;
-    if (::fchmod(m_descriptor, readableAndWritable & ~mask) != 0 || ::fsync(m_descriptor) != 0 ||
-        ::close(std::exchange(m_descriptor, -1)) != 0) {
+    if (::fsync(m_descriptor) != 0 || ::close(std::exchange(m_descriptor, -1)) != 0) {
         refuse(errno);
     }
 }
