@@ -113,7 +113,7 @@ def measure(bin_folder, folder, files, repetitions):
     tree = [program, "metadata", *source, "--request", files.request]
     shallow = ["--start", files.place, "--depth", "1"]
     depth1 = [program, "metadata", image, *shallow]
-    loading = [program, "metadata", files.model, *shallow]
+    loading = [program, "metadata", "--no-cache", files.model, *shallow]
 
     runs = {name: [] for name in ("tree", "compile", "load", "depth1", "version")}
     for _ in range(repetitions):

@@ -55,7 +55,7 @@ def measure(bin_folder, out, objects, quick):
     folder.mkdir(exist_ok=True)
     files = Files(bin_folder, folder, objects)
     recorded, other = folder / "recorded", folder / "other.xml"
-    ours = [bin_folder / "vexma", "metadata", "--catalog", files.catalog, "--model",
+    ours = [bin_folder / "vexma", "metadata", "--no-cache", "--catalog", files.catalog, "--model",
             "/content/generated", "--user", "half", "--request", files.request]
     run(ours, files.answer)
     run([bin_folder / "vex_floor", "record", files.answer, recorded])

@@ -21,6 +21,7 @@ CommandRun addDecompileCommand(CommandSyntax& command);
 CommandRun addPolicyCommand(CommandSyntax& command);
 CommandRun addTestCommand(CommandSyntax& command);
 CommandRun addTranslateCommand(CommandSyntax& command);
+CommandRun addCacheCommand(CommandSyntax& command);
 CommandRun addCompletionCommand(CommandSyntax& command);
 CommandRun addManCommand(CommandSyntax& command);
 

@@ -63,6 +63,17 @@ void Console::complain(std::string_view text) {
 }
 
 int Console::finish(int status) {
+    int const result = finishResults(status);
+    if (!m_afterResults.empty()) {
+        m_buffer.close(); // who reads the results has them all
+    }
+    for (auto const& work : m_afterResults) {
+        work();
+    }
+    return result;
+}
+
+int Console::finishResults(int status) {
     m_out.flush();
     int const failure = m_buffer.getFailure();
     if (failure == 0) {

@@ -3,8 +3,11 @@
 #include "apps/vexma/DescriptorBuffer.h"
 #include "apps/vexma/ShownText.h"
 
+#include <functional>
 #include <ostream>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace vex {
 
@@ -60,18 +63,25 @@ public:
     /// their end. Takes no memory.
     void takeBack() { m_buffer.takeBack(); }
 
-    /// Writes what is buffered. When results were lost, takes back what can be and
-    /// complains, unless their reader stopped reading, which it may. Gives the status to
-    /// end with.
+    /// Has something done once the results are out, before the program ends; it raises
+    /// nothing but `std::bad_alloc`.
+    void afterResults(std::function<void()> work) { m_afterResults.push_back(std::move(work)); }
+
+    /// Writes what is buffered, and does what is to be done after. When results were lost, takes
+    /// back what can be and complains, unless their reader stopped reading, which it may. Gives the
+    /// status to end with.
     int finish(int status);
 
 private:
+    int finishResults(int status);
+
     DescriptorBuffer m_buffer;
     std::ostream m_out;
     bool m_outIsTerminal;
     bool m_errorIsTerminal;
     bool m_isVerbose = false;
     bool m_hasFailed = false;
+    std::vector<std::function<void()>> m_afterResults;
 };
 
 } // namespace vex

@@ -32,8 +32,13 @@ DescriptorBuffer::DescriptorBuffer(int descriptor)
 }
 
 DescriptorBuffer::~DescriptorBuffer() {
+    close();
+}
+
+void DescriptorBuffer::close() {
     if (m_descriptor >= 0) {
         ::close(m_descriptor);
+        m_descriptor = -1;
     }
 }
 

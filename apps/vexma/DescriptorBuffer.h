@@ -32,6 +32,9 @@ public:
     /// files keep what they got. Takes no memory.
     void takeBack();
 
+    /// Ends the file, which is whole; nothing can be written any more.
+    void close();
+
     /// Why writing failed, an errno number; 0 when it did not.
     int getFailure() const { return m_failure; }
 

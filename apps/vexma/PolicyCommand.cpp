@@ -33,7 +33,7 @@ struct PolicyCommand {
     }
 
     int show(Console& console) const {
-        auto const content = contentOf(source);
+        auto const content = contentOf(source, console);
         std::shared_ptr<ModelVersion const> const version =
             content->getModel(visitRequestOf(source).modelPath);
         Model const& model = *version->model();
@@ -49,7 +49,7 @@ struct PolicyCommand {
 
     /// Of the views that the model lists itself; what a policy adds to them is one already.
     int writePolicy(Console& console) const {
-        auto const content = contentOf(source);
+        auto const content = contentOf(source, console);
         VisitRequest const request = visitRequestOf(source);
         std::shared_ptr<Catalogue const> const catalogue = content->getCatalogue();
         CatalogueModel const* const entry = catalogue->findModel(request.modelPath);
@@ -142,6 +142,7 @@ CommandRun addPolicyCommand(CommandSyntax& command) {
                  .into = &policy->source.modelPath,
                  .help = "Path of the model in the catalogue",
                  .word = "PATH"});
+    policy->source.addCacheTo(command);
     policy->source.sizes.addTo(command);
     command.add({.name = "--view",
                  .into = &policy->view,

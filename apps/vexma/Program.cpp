@@ -41,6 +41,7 @@ constexpr CommandRow commands[] = {
     {"policy", "Show what the rules of a policy come to", &addPolicyCommand},
     {"translate", "Take texts out of a model to translate them, and put them in again",
      &addTranslateCommand},
+    {"cache", "List or clear the images that model documents are opened from", &addCacheCommand},
     {"completion", "Print the completion script of a shell", &addCompletionCommand},
     {"man", "Print a manual page", &addManCommand},
 };

@@ -22,7 +22,8 @@ class ClientSession {
 public:
     ClientSession(SourceOptions const& options, SessionPaths paths, Console& console)
         : m_limits(limitsOf(options)), m_asked(visitRequestOf(options)),
-          m_content(contentOf(options)), m_session(open(*m_content, m_asked, paths, console)),
+          m_content(contentOf(options, console)),
+          m_session(open(*m_content, m_asked, paths, console)),
           m_plugin(loadPlugin(options, console)) {
         notify(VexNotification::SessionOpened);
     }

@@ -32,14 +32,23 @@ void SourceOptions::addTo(CommandSyntax& command) {
          .group = source});
     command.add({.name = "--verbose",
                  .into = &verbose,
-                 .help = "Tell the number and the function of a failure too",
+                 .help = "Tell the number and the function of a failure too, and why a document "
+                         "is not in the cache",
                  .group = source});
     command.add({.name = "--trace",
                  .into = &trace,
                  .help = "Show the plug-in's trace on standard error",
                  .group = source});
 
+    addCacheTo(command);
     addLimitsTo(command);
+}
+
+void SourceOptions::addCacheTo(CommandSyntax& command) {
+    command.add({.name = "--no-cache",
+                 .into = &noCache,
+                 .help = "Read a large model document again, and keep no image of it",
+                 .group = "Source"});
 }
 
 void SourceOptions::addLimitsTo(CommandSyntax& command) {

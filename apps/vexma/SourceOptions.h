@@ -33,12 +33,15 @@ struct SourceOptions {
     std::string locale;
     std::string pluginFile;
     bool verbose = false;
-    bool trace = false; // the plug-in's trace is shown
+    bool noCache = false; // of images
+    bool trace = false;   // the plug-in's trace is shown
     InputSizes sizes;
     KRLIDOM_Limits response;
     std::optional<double> deadlineSeconds;
 
     void addTo(CommandSyntax& command);
+    /// The one alone that says that documents are read.
+    void addCacheTo(CommandSyntax& command);
     /// Those alone that say what may be used up.
     void addLimitsTo(CommandSyntax& command);
     /// The place of the model file among the positional arguments.

@@ -3,6 +3,7 @@
 #include "apps/vexma/Interrupt.h"
 #include "apps/vexma/Progress.h"
 #include "apps/vexma/TracedPlugin.h"
+#include "apps/vexma/UserCache.h"
 #include "host/content/FileContent.h"
 #include "host/content/MemoryContent.h"
 #include "host/import/xml/FileText.h"
@@ -40,15 +41,18 @@ I18NString modelPathOf(SourceOptions const& options) {
 
 } // namespace
 
-std::shared_ptr<ContentStore> contentOf(SourceOptions const& options, LoadOptions load) {
+std::shared_ptr<ContentStore> contentOf(SourceOptions const& options, Console& console,
+                                        LoadOptions load) {
+    console.setVerbose(options.verbose);
     load.input = options.sizes.model();
+    std::shared_ptr<ImageCache> const cache = options.noCache ? nullptr : openUserCache(console);
     if (!options.catalogFile.empty()) {
         return std::make_shared<FileContent>(readCatalogueOf(options), load,
-                                             options.keepPolicyTrace);
+                                             options.keepPolicyTrace, cache);
     }
     I18NString const path = modelPathOf(options);
     if (options.modelFile != "-") {
-        return std::make_shared<FileContent>(path, options.modelFile, load);
+        return std::make_shared<FileContent>(path, options.modelFile, load, cache);
     }
     auto const content = std::make_shared<MemoryContent>();
     content->setModel(path, loadModelText(readFileText("-", load.input), "standard input", load));
@@ -72,12 +76,11 @@ template <class Call> auto interruptible(ActionLimits limits, Call const& call) 
 } // namespace
 
 Visit openVisit(SourceOptions const& options, Console& console) {
-    console.setVerbose(options.verbose);
     Progress progress(console);
     LoadOptions load;
     load.progress = [&](std::size_t done, std::size_t total) { progress.report(done, total); };
     load.keepPositions = options.keepPositions;
-    std::shared_ptr<ContentStore> const content = contentOf(options, load);
+    std::shared_ptr<ContentStore> const content = contentOf(options, console, load);
     VisitRequest request = visitRequestOf(options);
     std::shared_ptr<Catalogue const> const catalogue = content->getCatalogue();
     if (options.forAllUsers && request.user.empty() && catalogue != nullptr) {

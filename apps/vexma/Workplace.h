@@ -59,7 +59,8 @@ private:
 };
 
 /// Where the model that the options name comes from. One on standard input is read.
-std::shared_ptr<ContentStore> contentOf(SourceOptions const& options, LoadOptions load = {});
+std::shared_ptr<ContentStore> contentOf(SourceOptions const& options, Console& console,
+                                        LoadOptions load = {});
 /// Who asks for it, as the options say.
 VisitRequest visitRequestOf(SourceOptions const& options);
 

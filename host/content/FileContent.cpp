@@ -39,12 +39,14 @@ std::string stampOf(Policy const& policy) {
 } // namespace
 
 FileContent::FileContent(std::shared_ptr<Catalogue const> catalogue, LoadOptions options,
-                         bool keepPolicyTraces)
+                         bool keepPolicyTraces, std::shared_ptr<ImageCache> cache)
     : m_catalogue(std::move(catalogue)), m_options(std::move(options)),
-      m_keepPolicyTraces(keepPolicyTraces) {}
+      m_keepPolicyTraces(keepPolicyTraces), m_cache(std::move(cache)) {}
 
-FileContent::FileContent(I18NString path, std::string file, LoadOptions options)
-    : m_path(std::move(path)), m_file(std::move(file)), m_options(std::move(options)) {}
+FileContent::FileContent(I18NString path, std::string file, LoadOptions options,
+                         std::shared_ptr<ImageCache> cache)
+    : m_path(std::move(path)), m_file(std::move(file)), m_options(std::move(options)),
+      m_cache(std::move(cache)) {}
 
 std::shared_ptr<ModelVersion const> FileContent::getModel(I18NString const& path) {
     if (auto version = m_versions.find(path)) {
@@ -95,7 +97,11 @@ std::shared_ptr<ModelVersion const> FileContent::load(I18NString const& path,
         options.addition = &views.emplace(*source.policy, trace.get());
         stamp += stampOf(*source.policy);
     }
-    std::shared_ptr<Model const> model = loadModel(source.file, options);
+    // A trace comes of applying the policy, which an image holds only the result of.
+    std::shared_ptr<Model const> model =
+        m_cache == nullptr || trace != nullptr
+            ? loadModel(source.file, options)
+            : m_cache->load(source.file, options, views ? "policy" + stampOf(*source.policy) : "");
     return m_versions.keep(
         std::make_shared<ModelVersion>(path, std::move(stamp), std::move(model), std::move(trace)));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/content/ContentStore.h"
+#include "host/content/ImageCache.h"
 #include "host/content/VersionTable.h"
 #include "host/import/xml/ModelLoader.h"
 
@@ -13,10 +14,13 @@ namespace vex {
 /// that of its file and of its policy, so it outlives the process.
 class FileContent final : public ContentStore {
 public:
+    /// Without a cache every document is read.
     explicit FileContent(std::shared_ptr<Catalogue const> catalogue, LoadOptions options = {},
-                         bool keepPolicyTraces = false);
+                         bool keepPolicyTraces = false,
+                         std::shared_ptr<ImageCache> cache = nullptr);
     /// One file, which is found under `path`.
-    FileContent(I18NString path, std::string file, LoadOptions options = {});
+    FileContent(I18NString path, std::string file, LoadOptions options = {},
+                std::shared_ptr<ImageCache> cache = nullptr);
 
     std::shared_ptr<Catalogue const> getCatalogue() const override { return m_catalogue; }
     std::shared_ptr<ModelVersion const> getModel(I18NString const& path) override;
@@ -36,6 +40,7 @@ private:
     std::string m_file;
     LoadOptions m_options;
     bool m_keepPolicyTraces = false;
+    std::shared_ptr<ImageCache> m_cache;
     std::mutex m_loading; // one model is read at a time; loaded ones stay reachable meanwhile
     VersionTable m_versions;
 };

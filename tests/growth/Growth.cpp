@@ -116,8 +116,8 @@ std::string CommandFolder::read(std::string const& name) const {
 
 Measurement CommandFolder::countCommand(std::size_t inputBytes,
                                         std::vector<std::string> const& arguments) const {
-    std::string line =
-        "cd " + quotedForShell(m_path.string()) + " && VEXMA_COUNTS=counts " VEXMA_COUNTED_PROGRAM;
+    std::string line = "cd " + quotedForShell(m_path.string()) +
+                       " && VEXMA_CACHE_SIZE=0 VEXMA_COUNTS=counts " VEXMA_COUNTED_PROGRAM;
     for (std::string const& argument : arguments) {
         line += ' ' + quotedForShell(argument);
     }

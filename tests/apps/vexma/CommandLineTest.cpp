@@ -72,7 +72,7 @@ TEST_P(Helps, GoToStandardOutputWithExamples) {
 
 INSTANTIATE_TEST_SUITE_P(CommandLine, Helps,
                          testing::Values("metadata", "tree", "access", "session", "validate",
-                                         "completion", "man"));
+                                         "cache", "completion", "man"));
 
 struct Unreadable {
     char const* what;

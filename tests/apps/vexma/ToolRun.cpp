@@ -67,9 +67,9 @@ ToolResult ToolFolder::Run(std::vector<std::string> const& arguments,
 }
 
 ToolResult ToolFolder::RunShell(std::string const& command) const {
-    std::string const line = "cd " + quotedForShell(m_path.string()) +
-                             " && VEXMA=" + quotedForShell(VEXMA_PROGRAM) + " && { " + command +
-                             "; } > out 2> error";
+    std::string const line =
+        "cd " + quotedForShell(m_path.string()) + " && VEXMA=" + quotedForShell(VEXMA_PROGRAM) +
+        " && export XDG_CACHE_HOME=\"$PWD/caches\" && { " + command + "; } > out 2> error";
     int const status = std::system(line.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Read("out"), Read("error")};
 }

@@ -26,7 +26,8 @@ public:
 
     /// Runs the program in this folder.
     ToolResult Run(std::vector<std::string> const& arguments, std::string const& input = "") const;
-    /// Runs a command of the shell in this folder; "$VEXMA" names the program.
+    /// Runs a command of the shell in this folder; "$VEXMA" names the program, which keeps its
+    /// cache in "caches".
     ToolResult RunShell(std::string const& command) const;
 
     /// The options that open the catalogue's model for a user.
