@@ -25,7 +25,8 @@ public:
     static KRLIDOM_OwnedDocument parse(std::string_view text, std::string const& name,
                                        KRLIDOM_ReadLimits const& limits = {});
 
-    /// Gives back the parser that the calling thread keeps; the next text makes a
-    /// new one. A thread's end does the same.
+    /// Gives back the parser that the calling thread keeps, and the memory that it keeps
+    /// of documents for its next ones, at most four mebibytes; the next text makes a new
+    /// parser. A thread's end does the same.
     static void releaseParser() noexcept;
 };

@@ -15,13 +15,6 @@ namespace {
 
 constexpr XMLSize_t usualAttributes = 10; // the library's own first room
 
-char16_t const* copied(std::u16string_view text, DOMDocumentImpl& document) {
-    auto* const copy =
-        static_cast<char16_t*>(document.allocate((text.size() + 1) * sizeof(char16_t)));
-    *std::copy(text.begin(), text.end(), copy) = 0;
-    return copy;
-}
-
 DOMElementImpl* asElement(DOMNode* node) {
     return node->getNodeType() == DOMNode::ELEMENT_NODE ? static_cast<DOMElementImpl*>(node)
                                                         : nullptr;
@@ -44,7 +37,13 @@ void KRLIDOM_LeanAttr::setValue(char16_t const* value) {
         withText().DOMAttrImpl::setValue(value);
         return;
     }
-    m_value = copied(value, *static_cast<DOMDocumentImpl*>(fParent.fOwnerDocument));
+    std::u16string_view const text(value);
+    if (m_value == nullptr || text.size() > m_room) {
+        auto* const document = static_cast<DOMDocumentImpl*>(fParent.fOwnerDocument);
+        m_value = static_cast<char16_t*>(document->allocate((text.size() + 1) * sizeof(char16_t)));
+        m_room = static_cast<std::uint32_t>(std::min<std::size_t>(text.size(), UINT32_MAX));
+    }
+    *std::copy(text.begin(), text.end(), m_value) = 0; // a part of the old value, too
     fNode.isSpecified(true);
     fParent.changed();
 }

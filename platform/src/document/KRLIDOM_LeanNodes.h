@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include <xercesc/dom/impl/DOMAttrImpl.hpp>
 #include <xercesc/dom/impl/DOMElementImpl.hpp>
 
@@ -33,7 +35,8 @@ public:
 private:
     DOMAttrImpl& withText() const;
 
-    char16_t const* m_value = nullptr; // null: the children say it
+    char16_t* m_value = nullptr; // null: the children say it
+    std::uint32_t m_room = 0;    // for characters, without the zero behind them
 };
 
 /// An element of the library whose attributes are lean. Appending an element and setting an

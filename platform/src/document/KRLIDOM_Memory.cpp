@@ -2,11 +2,26 @@
 
 #include "KRLException.h"
 #include "platform/src/document/KRLIDOM_Guard.h"
+#include "platform/src/document/KRLIDOM_SpareBlocks.h"
 
 #include <new>
 #include <string>
 
 #include <xercesc/util/PlatformUtils.hpp>
+
+namespace {
+
+// `whole` is `size` with the header.
+void* obtain(std::size_t size, std::size_t whole) {
+    if (KRLIDOM_SpareBlocks::areKept(size)) {
+        if (void* const spare = KRLIDOM_SpareBlocks::take(size)) {
+            return spare;
+        }
+    }
+    return ::operator new(whole, std::nothrow);
+}
+
+} // namespace
 
 KRLIDOM_Memory::~KRLIDOM_Memory() {
     while (m_ring.next != &m_ring) {
@@ -22,7 +37,7 @@ void* KRLIDOM_Memory::allocate(XMLSize_t size) {
                                 "or a start path, or raise the limit" +
                                 KRLIDOM::withName(m_limitName));
     }
-    void* const block = ::operator new(whole, std::nothrow);
+    void* const block = obtain(size, whole);
     if (block == nullptr) {
         throw KRLIDOM::OutOfMemory(m_limitName);
     }
@@ -42,8 +57,11 @@ void KRLIDOM_Memory::deallocate(void* block) {
 void KRLIDOM_Memory::release(Header* header) {
     header->next->previous = header->previous;
     header->previous->next = header->next;
+    std::size_t const size = header->size - sizeof(Header);
     m_used -= header->size;
-    ::operator delete(header);
+    if (!KRLIDOM_SpareBlocks::areKept(size) || !KRLIDOM_SpareBlocks::keep(header, size)) {
+        ::operator delete(header);
+    }
 }
 
 xercesc::MemoryManager* KRLIDOM_Memory::getExceptionMemoryManager() {

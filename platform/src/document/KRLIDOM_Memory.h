@@ -6,7 +6,7 @@
 
 /// The memory of one document, counted and kept within a budget. What is still
 /// there when it goes is given back: the XML library drops blocks when it runs
-/// out of memory halfway through.
+/// out of memory halfway through. Blocks that many documents need stay with the thread.
 class KRLIDOM_Memory final : public xercesc::MemoryManager {
 public:
     /// `limit` in bytes; 0 sets none. `limitName` is what messages name it by, or null.

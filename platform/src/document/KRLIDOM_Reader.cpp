@@ -5,6 +5,7 @@
 #include "KRLIDOM_ParserLimits.h"
 #include "KRLIDOM_Platform.h"
 #include "platform/src/document/KRLIDOM_Guard.h"
+#include "platform/src/document/KRLIDOM_SpareBlocks.h"
 #include "platform/src/document/KRLIDOM_State.h"
 #include "platform/src/document/KRLIDOM_Version.h"
 
@@ -258,4 +259,5 @@ KRLIDOM_OwnedDocument KRLIDOM_Reader::parse(std::string_view text, std::string c
 
 void KRLIDOM_Reader::releaseParser() noexcept {
     keptParser.reset();
+    KRLIDOM_SpareBlocks::release();
 }

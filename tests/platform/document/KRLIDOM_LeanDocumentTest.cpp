@@ -289,6 +289,31 @@ TEST(KRLIDOMLeanDocument, TakesLessMemoryThanOneOfTheLibrary) {
     }
 }
 
+TEST(KRLIDOMLeanDocument, TakesNoMoreMemoryForAValueThatIsSetAgain) {
+    KRLIDOM_OwnedDocument const owner("root");
+    KRLIDOM_Element const root = owner.document().getDocumentElement();
+    I18NString const large(std::u16string(500, u'x'));
+    root.setAttribute("a", large);
+    std::size_t const before = owner.byteCount();
+    for (int i = 0; i < 10'000; ++i) {
+        root.setAttribute("a", "small");
+        root.setAttribute("a", large);
+    }
+    EXPECT_EQ(owner.byteCount(), before);
+    EXPECT_EQ(root.getAttribute("a"), large);
+}
+
+TEST(KRLIDOMLeanDocument, TakesAPartOfTheValueForTheNextOne) {
+    KRLIDOM_OwnedDocument const owner("root");
+    KRLIDOM_Element const root = owner.document().getDocumentElement();
+    root.setAttribute("a", "abcdef");
+    auto* const attribute = static_cast<xercesc::DOMAttr*>(root.getAttributes().item(0).raw());
+    attribute->setValue(attribute->getValue() + 2);
+    EXPECT_EQ(root.getAttribute("a"), "cdef");
+    attribute->setValue(attribute->getValue());
+    EXPECT_EQ(root.getAttribute("a"), "cdef");
+}
+
 // Its memory comes in few pieces, whatever the length of its values.
 TEST(KRLIDOMLeanDocument, KeepsValuesOfAnyLengthNextToEachOther) {
     KRLIDOM_OwnedDocument const owner("root");
