@@ -17,10 +17,11 @@
 /// it among the sessions that use it. Threads: any.
 class VEX_HOST_API VexModel {
 public:
-    /// Reads a model document. Raises `KRLDocumentException`, with line and column, for
-    /// the first error in it, and when the file cannot be read or is longer than a
-    /// gibibyte; `KRLLimitException`
-    /// when it holds more than a model can number; `std::bad_alloc`.
+    /// Reads a model document, or opens the image of one, which `vexma compile` makes and
+    /// which is not written to meanwhile. Raises `KRLDocumentException`, with line and column,
+    /// for the first error in it, and when the file cannot be read or is longer than a
+    /// gibibyte; `KRLLimitException` when it holds more than a model can number;
+    /// `std::bad_alloc`.
     static std::shared_ptr<VexModel const> readFile(std::string const& file);
     /// The same from text (UTF-8, or as its XML declaration says); `name` stands for
     /// the file in messages.

@@ -2,6 +2,9 @@
 #include "KRLIDOM_Writer.h"
 #include "VexNotification.h"
 #include "host/catalogue/Catalogue.h"
+#include "host/import/xml/ModelDocument.h"
+#include "host/import/xml/ModelLoader.h"
+#include "host/store/image/ImageFile.h"
 #include "tests/faults/FaultModel.h"
 #include "tests/faults/FaultRun.h"
 #include "tests/faults/FaultSession.h"
@@ -146,6 +149,23 @@ TEST(AllocationFailure, OfALoadLeavesNothingLoaded) {
             options.keepPositions = true;
             return std::to_string(
                 vex::loadModelText(faultModel, "m.model.xml", options)->elementCount());
+        };
+    };
+    failEveryAllocation(run);
+}
+
+TEST(AllocationFailure, OfAnImageLeavesNothingOpen) {
+    static std::string const image =
+        vex::imageBytesOf(*vex::loadModelText(faultModel, "m.model.xml"));
+    static std::string const document = vex::modelDocumentOf(*vex::openImageBytes(image, "m.vexm"));
+    FaultRun run;
+    run.expected = "same";
+    run.prepare = [] {
+        return [] {
+            auto const model = vex::openImageBytes(image, "m.vexm");
+            bool const isSame =
+                vex::imageBytesOf(*model) == image && vex::modelDocumentOf(*model) == document;
+            return std::string(isSame ? "same" : "another");
         };
     };
     failEveryAllocation(run);

@@ -7,6 +7,7 @@
 #include "host/store/image/StoreData.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <span>
 #include <vector>
@@ -26,7 +27,11 @@ public:
         : m_data(model.data()), m_isAttributeName(m_data.names.size()),
           m_localesName(m_data.names.find(u"locales", m_data.texts)),
           m_localeName(m_data.names.find(u"locale", m_data.texts)),
-          m_defaultLocaleName(m_data.names.find(u"defaultLocale", m_data.texts)) {}
+          m_defaultLocaleName(m_data.names.find(u"defaultLocale", m_data.texts)) {
+        for (I18NLocale const& locale : m_data.locales) {
+            m_placeOfLocale.emplace(locale.getName().view(), m_placeOfLocale.size());
+        }
+    }
 
     std::string write() && {
         std::vector<ElementNumber> ends; // of the open elements
@@ -156,17 +161,11 @@ private:
                 entries[at].role != 0 || m_data.findPropertyOwner(inside) != nullptr) {
                 return false;
             }
-            std::u16string_view const name = view(m_data.values[inside]);
-            auto const isSame = [&](I18NLocale const& each) {
-                return each.getName().view() == name;
-            };
-            if (told < m_data.locales.size() && isSame(m_data.locales[told])) {
-                ++told;
-            } else if (std::none_of(m_data.locales.begin(),
-                                    m_data.locales.begin() + static_cast<std::ptrdiff_t>(told),
-                                    isSame)) {
+            auto const place = m_placeOfLocale.find(view(m_data.values[inside]));
+            if (place == m_placeOfLocale.end() || place->second > told) {
                 return false;
             }
+            told = std::max(told, place->second + 1);
         }
         m_toldLocales = told;
         m_text.open("locales");
@@ -182,6 +181,7 @@ private:
     Atom m_localesName;
     Atom m_localeName;
     Atom m_defaultLocaleName;
+    std::map<std::u16string_view, std::size_t> m_placeOfLocale; // among those of the model
     std::size_t m_toldLocales = 0;
     XmlText m_text;
 };

@@ -1,5 +1,6 @@
 #include "host/import/xml/XmlText.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vex {
@@ -30,12 +31,18 @@ void XmlText::endStartTag() {
     }
 }
 
+void XmlText::indent() {
+    constexpr std::size_t mostLevels = 10; // a document may be nested hundreds deep
+    m_written.append(2 * std::min(m_open.size(), mostLevels), ' ');
+}
+
 void XmlText::open(std::string_view tag) {
     endStartTag();
     if (m_hasText) {
         m_written += '\n'; // white space at the ends of a text does not count
     }
-    m_written.append(2 * m_open.size(), ' ').append("<").append(tag);
+    indent();
+    m_written.append("<").append(tag);
     m_open.emplace_back(tag);
     m_inStartTag = true;
     m_hasText = false;
@@ -63,7 +70,7 @@ void XmlText::close() {
         m_written += "/>\n";
     } else {
         if (!m_hasText) {
-            m_written.append(2 * m_open.size(), ' ');
+            indent();
         }
         m_written.append("</").append(tag).append(">\n");
     }

@@ -7,7 +7,7 @@
 
 namespace vex {
 
-/// Writes an XML document in one form: two blanks for each level, an element without
+/// Writes an XML document in one form: two blanks for each of ten levels, an element without
 /// content closed at once, text on the line of its element. Texts are UTF-8 that XML can hold.
 class XmlText {
 public:
@@ -27,6 +27,7 @@ public:
 
 private:
     void endStartTag();
+    void indent();
     void write(std::string_view text, bool inAttribute);
 
     std::string m_written;
