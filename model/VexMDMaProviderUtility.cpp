@@ -112,3 +112,11 @@ void VexMDMaProviderUtility::FindElementsWithin(std::span<VEX_HANDLE const> obje
                                                 Vex_Handle_Collection& found) {
     VexObject::FindElementsWithin(objects, name, locale, text, tag, found);
 }
+
+std::shared_ptr<VexTextSet const> VexMDMaProviderUtility::FindTextSet(VEX_HANDLE object,
+                                                                      I18NString const& within,
+                                                                      I18NString const& name,
+                                                                      I18NString const& text,
+                                                                      I18NString const& tag) {
+    return VexObject(object).FindTextSet(within, name, text, tag);
+}

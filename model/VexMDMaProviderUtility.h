@@ -6,6 +6,7 @@
 #include "VexObjectModel.h"
 #include "Vex_Handle_Collection.h"
 
+#include <memory>
 #include <span>
 
 /// The one place through which the plug-in reads the host's object model.
@@ -65,4 +66,11 @@ public:
     static void FindElementsWithin(std::span<VEX_HANDLE const> objects, I18NString const& name,
                                    I18NString const& text, I18NLocale const* locale,
                                    I18NString const& tag, Vex_Handle_Collection& found);
+
+    /// The values of the elements of the class `tag` below those of the class `within` below
+    /// the object for which `GetStringPropertyValue`, without a locale, would read `text`, as
+    /// a set that the host has ready; null when it has none.
+    static std::shared_ptr<VexTextSet const>
+    FindTextSet(VEX_HANDLE object, I18NString const& within, I18NString const& name,
+                I18NString const& text, I18NString const& tag);
 };

@@ -2,7 +2,11 @@
 
 #include "I18NLocale.h"
 #include "VexObjectModel.h"
+#include "VexTextSet.h"
 #include "Vex_Handle_Collection.h"
+
+#include <memory>
+#include <span>
 
 class VexSession;
 
@@ -127,6 +131,19 @@ public:
                                                     I18NLocale const* locale,
                                                     I18NString const& text, I18NString const& tag,
                                                     Vex_Handle_Collection& found);
+
+    /// A set that the host has ready of these texts: the values of the elements of the class
+    /// `tag` below elements of the class `within` below this one whose property `name`, as the
+    /// null locale finds it, has the text `text`. An element without a value stands for "".
+    /// Null when none is ready, and for a view that is not valid: `getElementsByTagName`,
+    /// `FindElementsWithin` and `GetValue`, with true for `resolve`, read the same texts.
+    ///
+    /// Shared with others; see `VexTextSet`.
+    std::shared_ptr<VexTextSet const> FindTextSet(I18NString const& within, I18NString const& name,
+                                                  I18NString const& text,
+                                                  I18NString const& tag) const {
+        return usable() ? m_model->FindTextSet(m_handle, within, name, text, tag) : nullptr;
+    }
 
     /// @{
     /// True when `childObjects`, or `Properties`, would give something.

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "I18NLocale.h"
+#include "VexTextSet.h"
 #include "Vex_Handle_Collection.h"
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
 #include <span>
 
 /// How the text of a property compares with a text that is looked for.
@@ -79,6 +81,19 @@ public:
     virtual void FindElementsWithin(std::span<VEX_HANDLE const> objects, I18NString const& name,
                                     I18NLocale const* locale, I18NString const& text,
                                     I18NString const& tag, Vex_Handle_Collection& found) const;
+
+    /// As the operation of that name in `VexObject`, for an object of this model. Need not be
+    /// overridden: it gives null, "none is ready", and the caller reads the texts one by one.
+    /// A host may say so of some sets and not of others, and of one set now and not later.
+    ///
+    /// A host that overrides it makes a set once and hands it out again, to all threads; it
+    /// keeps no more sets than its memory allows, and null for what does not fit is right.
+    /// It must not offer sets where `GetValue` gives other texts to one caller than to
+    /// another. What making a set raises, a limit of the host too, comes out; the set is then
+    /// not there, and the next call makes it.
+    virtual std::shared_ptr<VexTextSet const>
+    FindTextSet(VEX_HANDLE object, I18NString const& within, I18NString const& name,
+                I18NString const& text, I18NString const& tag) const;
 
     /// True when the handle is one of the model's own range.
     bool Holds(VEX_HANDLE handle) const { return handle.Number() - m_first < m_count; }

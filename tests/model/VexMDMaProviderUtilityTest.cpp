@@ -251,6 +251,23 @@ TEST_F(VexMDMaProviderUtilityTest, ElementsAreFoundWithinTheObjectsThatHaveAText
     EXPECT_EQ(count("fact", VEX_HANDLE()), 0U);
 }
 
+TEST_F(VexMDMaProviderUtilityTest, ASetOfTextsIsTheHostsOrNone) {
+    auto const find = [](VEX_HANDLE object) {
+        return Utility::FindTextSet(object, "namespace", "usage", "fact", "filter");
+    };
+    VEX_HANDLE const root = m_model.GetRootObject();
+    EXPECT_EQ(find(root), nullptr);
+    m_model.offerTextSets();
+    ASSERT_NE(find(root), nullptr);
+    EXPECT_EQ(find(root)->size(), 1U);
+    EXPECT_TRUE(find(root)->contains(""));
+    EXPECT_EQ(find(VEX_HANDLE()), nullptr);
+    m_model.calls().failAt(Call::FindTextSet, 1);
+    expectInjectedFailure([&] { find(root); });
+    m_model.invalidate(root);
+    EXPECT_EQ(find(root), nullptr);
+}
+
 TEST_F(VexMDMaProviderUtilityTest, AMissingPropertyLeavesTheTextAsItWas) {
     for (char const* const missing : {"nothing", "empty"}) {
         I18NString name(missing);

@@ -20,6 +20,8 @@ enum class Call {
     GetElementsByTagName,
     HasChildObjects,
     HasProperties,
+    FindTextSet,
+    AskTextSet,
     GetRootObject,
     GetObjectByReference,
     GetCurrentLocale,

@@ -33,6 +33,10 @@ public:
     /// the collection that it is in keeps its name.
     void setClass(VEX_HANDLE element, char const* className);
 
+    /// From now on the model has every set of texts ready. The sets' own operations are
+    /// counted, and fail, as `Call::AskTextSet`.
+    void offerTextSets() { m_offersTextSets = true; }
+
     CallCounter& calls() const { return m_calls; }
     /// The flag that the last `GetValue` was called with.
     bool lastResolve() const { return m_lastResolve; }
@@ -60,6 +64,9 @@ public:
                               Vex_Handle_Collection& found) const override;
     bool hasChildObjects(VEX_HANDLE object) const override;
     bool hasProperties(VEX_HANDLE object) const override;
+    std::shared_ptr<VexTextSet const> FindTextSet(VEX_HANDLE object, I18NString const& within,
+                                                  I18NString const& name, I18NString const& text,
+                                                  I18NString const& tag) const override;
 
 private:
     TestNode* nodeOf(VEX_HANDLE object) const;
@@ -75,4 +82,5 @@ private:
     I18NLocale m_defaultLocale;
     mutable CallCounter m_calls;
     mutable bool m_lastResolve = false;
+    bool m_offersTextSets = false;
 };

@@ -33,6 +33,8 @@ bool isInside(VEX_HANDLE object, VEX_HANDLE outer) {
 
 } // namespace
 
+VexTextSet::~VexTextSet() = default;
+
 std::atomic<VexObjectModel const*> VexObjectDirectory::s_pages[VexObjectDirectory::PageCount];
 
 std::uint32_t VexObjectModel::TakeHandles(std::uint32_t count) {
@@ -103,4 +105,12 @@ void VexObjectModel::FindElementsWithin(std::span<VEX_HANDLE const> objects, I18
             getElementsByTagName(object, tag, found);
         }
     }
+}
+
+std::shared_ptr<VexTextSet const> VexObjectModel::FindTextSet(VEX_HANDLE /*object*/,
+                                                              I18NString const& /*within*/,
+                                                              I18NString const& /*name*/,
+                                                              I18NString const& /*text*/,
+                                                              I18NString const& /*tag*/) const {
+    return nullptr;
 }

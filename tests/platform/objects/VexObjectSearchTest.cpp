@@ -117,6 +117,39 @@ TEST(VexObject, FindsNothingTwiceWithinObjectsThatStandInsideEachOther) {
     EXPECT_EQ(within({row.At(4), row.At(1)}, "1").size(), 2U);
 }
 
+TEST(VexObject, HasNoSetOfTextsReadyUnlessItsModelSaysSo) {
+    class NoTexts final : public VexTextSet {
+    public:
+        bool contains(I18NString const&) const override { return false; }
+        std::size_t size() const override { return 0; }
+        void appendTo(std::vector<std::u16string_view>&) const override {}
+    };
+    /// Tells what it was asked for.
+    class Told final : public FakeModel {
+    public:
+        using FakeModel::FakeModel;
+        std::shared_ptr<VexTextSet const> FindTextSet(VEX_HANDLE object, I18NString const& within,
+                                                      I18NString const& name,
+                                                      I18NString const& text,
+                                                      I18NString const& tag) const override {
+            asked = std::to_string(object.Number() - At(0).Number()) + ' ' + within.toUtf8() + ' ' +
+                    name.toUtf8() + ' ' + text.toUtf8() + ' ' + tag.toUtf8();
+            return std::make_shared<NoTexts>();
+        }
+        mutable std::string asked;
+    };
+    auto const find = [](VEX_HANDLE object) {
+        return VexObject(object).FindTextSet("set", "kind", "included", "item");
+    };
+    FakeModel const silent(2);
+    EXPECT_EQ(find(silent.At(1)), nullptr);
+    EXPECT_EQ(find(VEX_HANDLE()), nullptr);
+    Told const model(2);
+    EXPECT_NE(find(model.At(1)), nullptr);
+    EXPECT_EQ(model.asked, "1 set kind included item");
+    EXPECT_EQ(find(model.At(2)), nullptr); // past the end
+}
+
 TEST(VexObject, FindsAValueAmongObjectsOfSeveralModels) {
     /// Has one value, another for each model.
     class Told final : public FakeModel {
