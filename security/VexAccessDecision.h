@@ -1,18 +1,18 @@
 #pragma once
 
 #include "VexAccessExplanation.h"
-#include "security/VexIdSet.h"
+#include "security/VexIdList.h"
 
 /// What the security views and roles in force say about object ids.
 struct VexAccessFacts {
-    bool enforced;            // false: nobody is restricted
-    bool hasRoleBasedViews;   // any view of the model is role based
-    bool hasDefaultView;      // a role-based view without members exists
-    VexIdSet const& included; // of the views in force
-    VexIdSet const& roleIncluded;
-    VexIdSet const& roleExcluded;
-    VexIdSet const& roleHidden; // all three: of views whose role the user holds
-    VexIdSet const& defaultExcluded;
+    bool enforced;             // false: nobody is restricted
+    bool hasRoleBasedViews;    // any view of the model is role based
+    bool hasDefaultView;       // a role-based view without members exists
+    VexIdList const& included; // of the views in force
+    VexIdList const& roleIncluded;
+    VexIdList const& roleExcluded;
+    VexIdList const& roleHidden; // all three: of views whose role the user holds
+    VexIdList const& defaultExcluded;
 };
 
 struct VexAccessVerdict {

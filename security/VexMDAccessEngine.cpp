@@ -9,7 +9,9 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <memory>
 #include <set>
+#include <utility>
 
 using namespace VexSecurity;
 
@@ -125,7 +127,14 @@ void VexMDAccessEngine::loadHiddenExludedIncludedIdLists(VEX_HANDLE object,
     if (!object.IsNotNull()) {
         return;
     }
-    VexIdSet* const list = listFor(listKind, roleBased, defaultView);
+    VexIdList* const list = listFor(listKind, roleBased, defaultView);
+    std::shared_ptr<VexTextSet const> ready = VexMDMaProviderUtility::FindTextSet(
+        object, VexClass::Set, resources::getString(resources::SetKind), listKind,
+        resources::getString(resources::SetEntry));
+    if (ready != nullptr && list != nullptr) {
+        list->add(std::move(ready));
+        return;
+    }
     Vex_Handle_Collection sets;
     VexMDMaProviderUtility::getElementsByTagName(object, VexClass::Set, sets);
     // The entries of all matching sets at once: a list may be spread over a set for each id.
@@ -145,12 +154,13 @@ void VexMDAccessEngine::loadHiddenExludedIncludedIdLists(VEX_HANDLE object,
     }
 }
 
-VexIdSet* VexMDAccessEngine::listFor(I18NString const& listKind, bool roleBased, bool defaultView) {
+VexIdList* VexMDAccessEngine::listFor(I18NString const& listKind, bool roleBased,
+                                      bool defaultView) {
     struct Row {
         resources::Word kind;
-        VexIdSet* ofRole;
-        VexIdSet* ofDefaultView;
-        VexIdSet* ofView;
+        VexIdList* ofRole;
+        VexIdList* ofDefaultView;
+        VexIdList* ofView;
     };
     Row const rows[] = {
         {resources::Included, &m_roleIncludedIds, &m_includedIds, &m_includedIds},

@@ -5,7 +5,7 @@
 #include "VEX_HANDLE.h"
 #include "Vex_Handle_Collection.h"
 #include "security/VexAccessDecision.h"
-#include "security/VexIdSet.h"
+#include "security/VexIdList.h"
 
 #include <vector>
 
@@ -14,7 +14,8 @@ class VexSession;
 /// Tells for one session which object ids its security views and roles include.
 ///
 /// The model's views are read once, at the first question that needs them; when
-/// reading fails, the next question reads again. Threads: one at a time.
+/// reading fails, the next question reads again. Where the host has the ids of a view
+/// ready, it is asked about ids in place of reading them. Threads: one at a time.
 class VexMDAccessEngine {
 public:
     /// Copies the lists and the locale; the session is not owned and must
@@ -50,19 +51,19 @@ private:
     void explainViews(Vex_Handle_Collection const& views, VexAccessExplanation& explanation);
     Vex_Handle_Collection allSecurityViews();
 
-    VexIdSet* listFor(I18NString const& listKind, bool roleBased, bool defaultView);
+    VexIdList* listFor(I18NString const& listKind, bool roleBased, bool defaultView);
 
     VexSession* m_session;
-    VexIdSet m_excludedIds; // no load asks for this kind of a view in force
-    VexIdSet m_hiddenIds;   // nor for this one
-    VexIdSet m_includedIds;
+    VexIdList m_excludedIds; // no load asks for this kind of a view in force
+    VexIdList m_hiddenIds;   // nor for this one
+    VexIdList m_includedIds;
     std::vector<I18NString> m_requestedViews;
     I18NLocale m_locale;
     std::vector<I18NString> m_roles;
-    VexIdSet m_roleIncludedIds;
-    VexIdSet m_roleExcludedIds;
-    VexIdSet m_defaultExcludedIds;
-    VexIdSet m_roleHiddenIds;
+    VexIdList m_roleIncludedIds;
+    VexIdList m_roleExcludedIds;
+    VexIdList m_defaultExcludedIds;
+    VexIdList m_roleHiddenIds;
     bool m_hasRoleBasedViews = false;
     bool m_hasDefaultView = false;
     bool m_populated = false;

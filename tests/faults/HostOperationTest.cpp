@@ -31,12 +31,17 @@ void ask(PluginCase& scene, std::string const& xml) {
     scene.act(PluginCase::Metadata, in);
 }
 
+constexpr char const* wholeTree =
+    R"(<Metadata Depth="0"><Property name="*/@*"/><Property name="*/@_path"/>
+       <Property name="*/@_ref"/><Property name="*/*"/>
+       <Property name="/@supportedLocales"/></Metadata>)";
+
 Action const actions[] = {
-    {"WholeTree",
+    {"WholeTree", [](PluginCase& scene) { ask(scene, wholeTree); }},
+    {"WholeTreeWithSetsReady",
      [](PluginCase& scene) {
-         ask(scene, R"(<Metadata Depth="0"><Property name="*/@*"/><Property name="*/@_path"/>
-                       <Property name="*/@_ref"/><Property name="*/*"/>
-                       <Property name="/@supportedLocales"/></Metadata>)");
+         scene.model.offerTextSets();
+         ask(scene, wholeTree);
      }},
     {"Reference",
      [](PluginCase& scene) {
@@ -61,6 +66,11 @@ Action const actions[] = {
                       scene.model.byId("q"), nullptr);
      }},
     {"Accessibility", [](PluginCase& scene) { scene.askAccess("i"); }},
+    {"AccessibilityWithSetsReady",
+     [](PluginCase& scene) {
+         scene.model.offerTextSets();
+         scene.askAccess("i");
+     }},
 };
 
 struct Answer {

@@ -72,18 +72,18 @@ struct Lists {
         fill(roleHidden, 'h', holding);
         fill(defaultExcluded, 'd', holding);
     }
-    static void fill(VexIdSet& list, char letter, std::string const& holding) {
-        list.insert("other");
+    static void fill(VexIdList& list, char letter, std::string const& holding) {
+        list.insert(u"other");
         if (holding.find(letter) != std::string::npos) {
-            list.insert("id");
+            list.insert(u"id");
         }
     }
 
-    VexIdSet included;
-    VexIdSet roleIncluded;
-    VexIdSet roleExcluded;
-    VexIdSet roleHidden;
-    VexIdSet defaultExcluded;
+    VexIdList included;
+    VexIdList roleIncluded;
+    VexIdList roleExcluded;
+    VexIdList roleHidden;
+    VexIdList defaultExcluded;
 };
 
 VexAccessVerdict decide(bool enforced, bool roleBased, bool defaultView, bool skip,

@@ -1,5 +1,8 @@
+#include "VexException.h"
 #include "tests/security/EngineCase.h"
 #include "tests/support/ExpectFailure.h"
+
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -193,4 +196,66 @@ TEST(VexMDAccessEngine, ObjectsWithoutAnIdAreJudgedByTheEmptyId) {
     Vex_Handle_Collection objects;
     objects.push_back(VEX_HANDLE());
     EXPECT_TRUE(on.engine().FindVisibleObjects(objects).empty());
+}
+
+TEST(VexMDAccessEngine, WhereTheIdsAreReadyTheyAreNotRead) {
+    TestModel model("<model id='m'><securityViews>" + std::string(twoViews) +
+                    "</securityViews></model>");
+    model.offerTextSets();
+    TestSession session(model);
+    VexMDAccessEngine engine(&session, {"v1", "v2"}, {}, I18NLocale("en"), false);
+    EXPECT_TRUE(engine.IsIncluded("n", false));
+    EXPECT_TRUE(engine.IsIncluded("o", false));
+    EXPECT_FALSE(engine.IsIncluded("b", false));
+    EXPECT_EQ(model.calls().count(Call::FindTextSet), 2); // for each view in force
+    EXPECT_EQ(model.calls().count(Call::GetValue), 0);
+}
+
+TEST(VexMDAccessEngine, TheKindOfASetIsWhatTheNullLocaleFinds) {
+    EngineCase on(R"(<securityView id="v1">
+                       <set kind="included"><item>n</item></set>
+                     </securityView>
+                     <securityView id="v2">
+                       <set><property name="kind" locale="de">included</property>
+                         <item>a</item></set>
+                       <set><property name="kind" locale="de">excluded</property>
+                         <property name="kind" locale="en_US">included</property>
+                         <item>b</item></set>
+                       <set><property name="kind">hidden</property>
+                         <property name="kind">included</property><item>c</item></set>
+                       <set><kind><item>d</item></kind></set>
+                     </securityView>)",
+                  {"v1", "v2"});
+    EXPECT_TRUE(on.includes("n"));
+    EXPECT_TRUE(on.includes("a"));
+    EXPECT_TRUE(on.includes("b"));
+    EXPECT_FALSE(on.includes("c"));
+    EXPECT_FALSE(on.includes("d"));
+}
+
+TEST(VexMDAccessEngine, AHostThatFailsWithItsSetsIsAskedAgainAtTheNextQuestion) {
+    std::string const views = R"(<securityView id="v1">
+                       <set kind="included"><item>n</item><item>a</item></set></securityView>
+                     <securityView id="w" roleBased="1"><member roleId="r"/>
+                       <set kind="included"><item>n</item></set>
+                       <set kind="hidden"><item>a</item></set></securityView>)";
+    int failures = 0;
+    for (int nth = 1;; ++nth) {
+        TestModel model("<model id='m'><securityViews>" + views + "</securityViews></model>");
+        model.offerTextSets();
+        TestSession session(model);
+        VexMDAccessEngine engine(&session, {"v1"}, {"r"}, I18NLocale("en"), false);
+        model.calls().failAt(nth);
+        try {
+            engine.IsIncluded("n", false);
+            break;
+        } catch (VexException const& e) {
+            EXPECT_EQ(e.GetId(), CallCounter::InjectedFailure);
+            ++failures;
+        }
+        EXPECT_TRUE(engine.IsIncluded("n", false)) << nth;
+        EXPECT_FALSE(engine.IsIncluded("a", false)) << nth;
+        EXPECT_FALSE(engine.IsIncluded("o", false)) << nth;
+    }
+    EXPECT_GT(failures, 10);
 }
