@@ -50,7 +50,8 @@ public:
 
     /// How many elements there are, the root counted.
     std::size_t elementCount() const;
-    /// The memory that the objects, their texts and the indexes take.
+    /// The memory that the objects, their texts and the indexes take, and the sets of ids that
+    /// requests under security views made ready so far.
     std::size_t byteCount() const;
 
 private:

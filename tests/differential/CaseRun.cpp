@@ -3,6 +3,7 @@
 #include "KRLIDOM_Reader.h"
 #include "KRLIDOM_Writer.h"
 #include "VexNotification.h"
+#include "VexObject.h"
 #include "host/catalogue/Catalogue.h"
 #include "host/import/xml/ModelLoader.h"
 #include "host/service/ActionCall.h"
@@ -142,6 +143,14 @@ LoadedWorld::LoadedWorld(naive::GeneratedWorld generated) : m_generated(std::mov
 vex::HostSession LoadedWorld::openSession() const {
     return {m_model, I18NLocale(toString(m_generated.locale)), m_catalogue,
             m_catalogue == nullptr ? nullptr : m_catalogue->findUser(toString(m_generated.user))};
+}
+
+void LoadedWorld::useUpRoomForSets() const {
+    VexObject const root(m_model->GetRootObject());
+    for (int number = 0;
+         root.FindTextSet("set", "kind", std::to_string(number).c_str(), "item") != nullptr;
+         ++number) {
+    }
 }
 
 naive::NaiveSession LoadedWorld::OpenPlainSession(std::size_t mostSteps) const {

@@ -29,6 +29,11 @@ public:
     explicit LoadedWorld(naive::GeneratedWorld generated);
 
     naive::GeneratedWorld const& Generated() const { return m_generated; }
+
+    /// From now on the model has no set of ids ready that nobody has asked for yet: the
+    /// plug-in reads what the views list.
+    void useUpRoomForSets() const;
+
     vex::HostSession openSession() const;
     naive::NaiveSession OpenPlainSession(std::size_t mostSteps) const;
 

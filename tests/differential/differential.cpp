@@ -4,6 +4,8 @@
 //
 // Starts at the seed (1) and goes on until that many requests (20,000) were
 // compared. With --requests 1 it replays one case. Exit 1 at a difference.
+//
+// On every third model no sets of ids are ready: there the plug-in reads them.
 
 #include "tests/differential/CaseRun.h"
 
@@ -72,8 +74,11 @@ int main(int count, char** words) {
         naive::GeneratedCase const generated = naive::generateCase(seed);
         std::string difference;
         try {
-            difference =
-                compareSession(plugin, LoadedWorld(generated.world), generated.steps, tally);
+            LoadedWorld const world(generated.world);
+            if (seed % 3 == 0) {
+                world.useUpRoomForSets();
+            }
+            difference = compareSession(plugin, world, generated.steps, tally);
         } catch (std::exception const& e) {
             difference = std::string("stopped: ") + e.what();
         }

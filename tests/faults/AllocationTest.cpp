@@ -100,6 +100,29 @@ TEST(AllocationFailure, OfAnAccessibilityRequestLeavesTheSessionUsable) {
     }
 }
 
+TEST(AllocationFailure, OfTheFirstRequestOfAllOnAModelLeavesItsSetsToBeMade) {
+    for (char const* const request : {wholeTree, oneItem}) {
+        std::string const expected = answerTo(request);
+        FaultRun run;
+        run.expected = expected;
+        run.prepare = [&] {
+            auto const model = vex::loadModelText(faultModel, "m.model.xml");
+            auto const first = std::make_shared<FaultSession>(model);
+            return [model, first, request, &expected] {
+                try {
+                    return first->ask(request);
+                } catch (...) {
+                    failingMemory::Pause const pause;
+                    EXPECT_EQ(first->ask(request), expected);
+                    EXPECT_EQ(FaultSession(model).ask(request), expected);
+                    throw;
+                }
+            };
+        };
+        failEveryAllocation(run);
+    }
+}
+
 TEST(AllocationFailure, OfAnAnswerAtAnObjectLeavesTheSessionUsable) {
     for (char const* const request : {wholeTree, globals}) {
         std::string const expected = FaultSession().askAt("q", request);

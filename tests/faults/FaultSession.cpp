@@ -8,6 +8,7 @@
 #include "tests/faults/FaultModel.h"
 
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -16,8 +17,11 @@ constexpr long accessibility = VexAction::AccessibilityRequest;
 
 } // namespace
 
-FaultSession::FaultSession()
-    : m_session(model(), I18NLocale("de_AT"), catalogue(), catalogue()->findUser("carl")) {}
+FaultSession::FaultSession() : FaultSession(model()) {}
+
+FaultSession::FaultSession(std::shared_ptr<vex::Model const> model)
+    : m_session(std::move(model), I18NLocale("de_AT"), catalogue(), catalogue()->findUser("carl")) {
+}
 
 FaultSession::~FaultSession() {
     notify(VexNotification::SessionClosed);

@@ -12,6 +12,8 @@
 class FaultSession {
 public:
     FaultSession();
+    /// The same on another version of that model.
+    explicit FaultSession(std::shared_ptr<vex::Model const> model);
     /// Closes the session.
     ~FaultSession();
     FaultSession(FaultSession const&) = delete;

@@ -133,6 +133,20 @@ TEST(ModelRows, HaveFiltersAndTheId) {
     EXPECT_EQ(id, "n");
 }
 
+TEST(ModelRows, HaveTheIdsOfTheirViewsReady) {
+    VexModelRows rows("en");
+    VexModelRows::Row const view = rows.add(VexModelRows::Root, "securityView", "v");
+    VexModelRows::Row const set = rows.add(view, "set");
+    rows.addProperty(set, "kind", "included");
+    rows.setText(rows.add(set, "item"), "n");
+    std::shared_ptr<VexModel const> const model = rows.load();
+    auto const ready =
+        VexObject(model->store().GetRootObject()).FindTextSet("set", "kind", "included", "item");
+    ASSERT_NE(ready, nullptr);
+    EXPECT_EQ(ready->size(), 1U);
+    EXPECT_TRUE(ready->contains("n"));
+}
+
 TEST(ModelRows, CanGoOnAfterLoading) {
     VexModelRows rows("en");
     std::shared_ptr<VexModel const> const first = rows.load();

@@ -58,7 +58,7 @@ private:
     std::string target(PlainModel const& model, Handle shortcut);
     void addRefobj(Draft& draft, std::string const& reference);
     std::string views(PlainModel const& model);
-    std::string set(Texts const& ids);
+    std::string set(Texts const& ids, int depth = 0);
     std::string printed(Draft const& draft) const;
     std::string printedMembers(Draft const& draft) const;
     std::string document(Draft const& root, std::string const& views) const;
@@ -263,7 +263,7 @@ void ModelDrafter::aimShortcuts(Draft& root) {
     aim(root);
 }
 
-std::string ModelDrafter::set(Texts const& ids) {
+std::string ModelDrafter::set(Texts const& ids, int depth) {
     static std::vector<std::string> const kinds = {"included", "excluded", "hidden", "other"};
     std::size_t const kind = m_random.weighted({60, 20, 17, 2});
     int const share = kind == 0 ? m_random.between(40, 100) : m_random.between(5, 40);
@@ -272,9 +272,17 @@ std::string ModelDrafter::set(Texts const& ids) {
         text += attribute("kind", kinds[kind]);
     }
     text += ">";
+    if (m_isOdd && m_random.chance(10)) { // another kind, or one in a language
+        text += "<property" + attribute("name", "kind") +
+                (m_random.chance(50) ? attribute("locale", "de") : "") + ">" +
+                m_random.pick(kinds) + "</property>";
+    }
     for (Text const& id : ids) {
         if (m_random.chance(share)) {
             text += "<item>" + escapedContent(id) + "</item>";
+        }
+        if (m_isOdd && depth < 3 && m_random.chance(1)) {
+            text += set(ids, depth + 1);
         }
     }
     return text + (m_random.chance(3) ? "<item/></set>" : "</set>");
@@ -308,6 +316,7 @@ std::string ModelDrafter::views(PlainModel const& model) {
         for (int s = 0; s < sets; ++s) {
             text += set(ids);
         }
+        text += m_isOdd && m_random.chance(10) ? "<group>" + set(ids) + "</group>" : "";
         text += "</securityView>";
     }
     return "<securityViews>" + text + "</securityViews>";

@@ -3,6 +3,7 @@
 #include "I18NHash.h"
 #include "KRLException.h"
 #include "host/store/image/Budget.h"
+#include "host/store/image/ModelTextSets.h"
 #include "host/store/image/ReferenceText.h"
 #include "host/store/image/SameText.h"
 #include "host/store/image/StoreData.h"
@@ -44,7 +45,8 @@ bool namesElement(StoreData const& data, ElementNumber element,
 } // namespace
 
 Model::Model(std::unique_ptr<StoreData const> data)
-    : m_data(std::move(data)), m_elementCount(m_data->elementCount()),
+    : m_data(std::move(data)), m_textSets(std::make_unique<ModelTextSets>(m_data->elementCount())),
+      m_elementCount(m_data->elementCount()),
       m_collectionOffset(m_elementCount + static_cast<std::uint32_t>(m_data->values.size())) {
     TakeHandles(handleCount(*m_data));
 }
@@ -126,7 +128,7 @@ std::optional<DocumentPosition> Model::findPosition(VEX_HANDLE element) const {
 }
 
 std::size_t Model::byteCount() const {
-    return sizeof *this + m_data->byteCount();
+    return sizeof *this + m_data->byteCount() + m_textSets->byteCount();
 }
 
 } // namespace vex

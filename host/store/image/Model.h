@@ -12,13 +12,14 @@
 
 namespace vex {
 
+class ModelTextSets;
 struct Shape;
 struct StoreData;
 
 /// A loaded model: immutable, shared by the sessions that opened it. Its objects
 /// are valid until the last owner lets go of it. It answers from the arrays of
 /// `StoreData`, which says what an image of a model consists of; the model adds
-/// nothing to them but its range of handles.
+/// nothing to them but its range of handles and the sets of texts that it was asked for.
 class Model final : public VexObjectModel, public VexObjectStore {
 public:
     /// Takes a range of handles: the objects can be reached from then on.
@@ -55,7 +56,7 @@ public:
     std::optional<DocumentPosition> findPosition(VEX_HANDLE element) const;
 
     /// The memory that the objects, their texts and the indexes take, that of a mapped file
-    /// included.
+    /// included, and the sets of texts that were made so far.
     std::size_t byteCount() const;
 
     /// What it answers from, for who writes it down.
@@ -87,6 +88,9 @@ public:
     void FindElementsWithin(std::span<VEX_HANDLE const> objects, I18NString const& name,
                             I18NLocale const* locale, I18NString const& text, I18NString const& tag,
                             Vex_Handle_Collection& found) const override;
+    std::shared_ptr<VexTextSet const> FindTextSet(VEX_HANDLE object, I18NString const& within,
+                                                  I18NString const& name, I18NString const& text,
+                                                  I18NString const& tag) const override;
 
 private:
     // The range of handles: the elements, then the values of properties, then
@@ -140,7 +144,8 @@ private:
     class ValueSearch;
     bool giveText(std::uint32_t text, I18NString& target) const;
 
-    std::unique_ptr<StoreData const> m_data;
+    std::shared_ptr<StoreData const> m_data; // with the sets, which may be kept for longer
+    std::unique_ptr<ModelTextSets> m_textSets;
     std::uint32_t m_elementCount = 0;
     std::uint32_t m_collectionOffset = 0;
 };
