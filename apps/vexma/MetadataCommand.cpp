@@ -7,6 +7,7 @@
 #include "host/insight/AnswerEstimate.h"
 
 #include <memory>
+#include <ostream>
 
 namespace vex {
 
@@ -44,9 +45,11 @@ struct MetadataCommand {
                                    complainAboutRequest(answer.end, asked, workplace, console));
         }
         bool const inLines = pretty || console.outIsTerminal();
-        // Whole first: a document that cannot be written leaves no half of it behind.
-        console.out(Spelling::Xml) << KRLIDOM_Writer::toUtf8(answer.response.document(), inLines)
-                                   << (inLines ? "" : "\n"); // lines end with one already
+        // A document that cannot be written leaves no half of it behind.
+        KRLIDOM_Writer::check(answer.response.document());
+        std::ostream& out = console.out(Spelling::Xml);
+        KRLIDOM_Writer::write(out, answer.response.document(), inLines);
+        out << (inLines ? "" : "\n"); // lines end with one already
         warnAboutStart(asked, id, answer.response.document().getDocumentElement(), workplace,
                        warnings);
         return warnings.finish(console, Done);

@@ -16,6 +16,9 @@ public:
     /// type, `KRLLimitException` without memory; what was written before stays written.
     /// Threads: one document on one thread at a time.
     static void write(std::ostream& out, KRLIDOM_Node const& node, bool pretty);
-    /// The same as a string. Raises the same.
+    /// Raises what `write` raises for the node, and writes nothing: who checks first leaves no
+    /// half of a document behind.
+    static void check(KRLIDOM_Node const& node);
+    /// The same as `write`, as a string. Raises the same.
     static std::string toUtf8(KRLIDOM_Node const& node, bool pretty = false);
 };

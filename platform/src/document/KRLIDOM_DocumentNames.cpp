@@ -20,7 +20,12 @@ namespace {
 
 void KRLIDOM_DocumentNames::add(char16_t const* name, std::size_t length) {
     std::uint64_t const hash = I18NHashText(std::u16string_view(name, length), I18NHashSeed());
+    std::uint64_t& recent = m_recent[hash % m_recent.size()];
+    if (hash == recent) {
+        return;
+    }
     if (m_known.find(hash) != m_known.end()) {
+        recent = hash;
         return;
     }
     if (m_known.size() == Most) {
@@ -34,4 +39,5 @@ void KRLIDOM_DocumentNames::add(char16_t const* name, std::size_t length) {
     }
     m_known.insert(hash);
     ++inPlace;
+    recent = hash;
 }

@@ -23,4 +23,7 @@ private:
     static constexpr std::size_t places = 257; // of the library's table
     std::array<std::uint16_t, places> m_inPlace{};
     std::unordered_set<std::uint64_t> m_known; // by a hash that nobody knows
+    // The last one of each place: an answer has few names, each of them often. No place
+    // has at first what could come into it.
+    std::array<std::uint64_t, 32> m_recent{1};
 };

@@ -24,27 +24,70 @@ xercesc::DOMDocument const* documentOf(DOMNode const* node) {
                : node->getOwnerDocument();
 }
 
-// Writes a node and what is below it in document order. Without recursion: a document may
-// be of any depth.
+// Opens a node and what is below it in document order, and closes those that have children.
+// Without recursion: a document may be of any depth.
+template <class Visitor> void walk(DOMNode const* top, Visitor& visitor) {
+    for (DOMNode const* at = top; at != nullptr;) {
+        DOMNode const* next = visitor.open(at);
+        while (next == nullptr && at != top) {
+            next = at->getNextSibling();
+            if (next == nullptr) {
+                at = at->getParentNode();
+                visitor.close(at);
+            }
+        }
+        at = next;
+    }
+}
+
+[[noreturn]] void raiseNoSuchNode() {
+    throw KRLDocumentException("", 0, 0,
+                               "The document cannot be written as XML: it has a node that is no "
+                               "element, attribute, text, comment or instruction");
+}
+
+// Looks whether everything can be written.
+class NodeChecker {
+public:
+    explicit NodeChecker(KRLIDOM_XmlText const& text) : m_text(text) {}
+
+    DOMNode const* open(DOMNode const* node) {
+        switch (node->getNodeType()) {
+        case DOMNode::DOCUMENT_NODE:
+        case DOMNode::DOCUMENT_FRAGMENT_NODE:
+            return node->getFirstChild();
+        case DOMNode::ELEMENT_NODE:
+            checkAttributes(*node->getAttributes());
+            return node->getFirstChild();
+        case DOMNode::TEXT_NODE:
+        case DOMNode::ATTRIBUTE_NODE:
+        case DOMNode::COMMENT_NODE:
+        case DOMNode::PROCESSING_INSTRUCTION_NODE:
+        case DOMNode::CDATA_SECTION_NODE:
+            m_text.check(node->getNodeValue());
+            return nullptr;
+        default:
+            raiseNoSuchNode();
+        }
+    }
+
+    void close(DOMNode const*) {}
+
+private:
+    void checkAttributes(xercesc::DOMNamedNodeMap const& attributes) {
+        XMLSize_t const count = attributes.getLength();
+        for (XMLSize_t i = 0; i < count; ++i) {
+            m_text.check(attributes.item(i)->getNodeValue());
+        }
+    }
+
+    KRLIDOM_XmlText const& m_text;
+};
+
 class NodeWriter {
 public:
     NodeWriter(KRLIDOM_XmlText& out, bool pretty) : m_out(out), m_layout(out, pretty) {}
 
-    void write(DOMNode const* top) {
-        for (DOMNode const* at = top; at != nullptr;) {
-            DOMNode const* next = open(at);
-            while (next == nullptr && at != top) {
-                next = at->getNextSibling();
-                if (next == nullptr) {
-                    at = at->getParentNode();
-                    close(at);
-                }
-            }
-            at = next;
-        }
-    }
-
-private:
     // The first child, which is to be written next; null for a node that is done.
     DOMNode const* open(DOMNode const* node) {
         switch (node->getNodeType()) {
@@ -70,9 +113,7 @@ private:
             putMarkedSections(node);
             break;
         default:
-            throw KRLDocumentException("", 0, 0,
-                                       "The document cannot be written as XML: it has a node that "
-                                       "is no element, attribute, text, comment or instruction");
+            raiseNoSuchNode();
         }
         return nullptr;
     }
@@ -88,6 +129,7 @@ private:
         m_out.put(">");
     }
 
+private:
     DOMNode const* openDocument(DOMNode const* node) {
         DOMNode const* const child = node->getFirstChild();
         if (child == nullptr) {
@@ -165,7 +207,8 @@ void writeTo(KRLIDOM_XmlText::Sink const& sink, KRLIDOM_Node const& node, bool p
     }
     KRLIDOM_XmlText out(sink, KRLIDOM::isVersion11(documentOf(node.raw())));
     try {
-        NodeWriter(out, pretty).write(node.raw());
+        NodeWriter writer(out, pretty);
+        walk(node.raw(), writer);
     } catch (KRLException const&) {
         out.flush(); // what comes before stays written
         throw;
@@ -184,6 +227,15 @@ void KRLIDOM_Writer::write(std::ostream& out, KRLIDOM_Node const& node, bool pre
             out.write(text.data(), static_cast<std::streamsize>(text.size()));
         },
         node, pretty);
+}
+
+void KRLIDOM_Writer::check(KRLIDOM_Node const& node) {
+    if (!node.isNull()) {
+        KRLIDOM_XmlText::Sink const none;
+        KRLIDOM_XmlText const text(none, KRLIDOM::isVersion11(documentOf(node.raw())));
+        NodeChecker checker(text);
+        walk(node.raw(), checker);
+    }
 }
 
 std::string KRLIDOM_Writer::toUtf8(KRLIDOM_Node const& node, bool pretty) {

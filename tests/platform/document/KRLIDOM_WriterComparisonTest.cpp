@@ -19,6 +19,9 @@
 
 namespace {
 
+// Behind what was written of a text that is refused.
+std::string const refused = " (refused) ";
+
 class Bytes final : public xercesc::XMLFormatTarget {
 public:
     void writeChars(XMLByte const* bytes, XMLSize_t count, xercesc::XMLFormatter*) override {
@@ -46,7 +49,7 @@ std::string serialised(xercesc::DOMNode const* node, bool pretty) {
     try {
         serializer->write(node, output.get());
     } catch (xercesc::DOMLSException const& failure) {
-        return bytes.written + "! " + I18NString(failure.getMessage()).toUtf8();
+        return bytes.written + refused + I18NString(failure.getMessage()).toUtf8();
     }
     if (pretty && (bytes.written.empty() || bytes.written.back() != '\n')) {
         bytes.written += '\n';
@@ -61,15 +64,27 @@ std::string written(xercesc::DOMNode* node, bool pretty) {
     } catch (KRLDocumentException const& failure) {
         std::string_view const said = "The document cannot be written as XML: ";
         EXPECT_EQ(std::string_view(failure.what()).substr(0, said.size()), said);
-        return out.str() + "! " + (failure.what() + said.size());
+        return out.str() + refused + (failure.what() + said.size());
     }
     return out.str();
+}
+
+bool isRefused(xercesc::DOMNode* node) {
+    try {
+        KRLIDOM_Writer::check(KRLIDOM_Node(node));
+    } catch (KRLDocumentException const&) {
+        return true;
+    }
+    return false;
 }
 
 testing::AssertionResult isWrittenTheSame(xercesc::DOMNode* node) {
     for (bool const pretty : {false, true}) {
         std::string const expected = serialised(node, pretty);
         std::string const actual = written(node, pretty);
+        if (isRefused(node) != (expected.find(refused) != std::string::npos)) {
+            return testing::AssertionFailure() << "checked differently: " << expected;
+        }
         if (actual != expected) {
             return testing::AssertionFailure()
                    << (pretty ? "pretty: " : "plain: ") << actual << "\nin place of: " << expected;

@@ -56,6 +56,7 @@ TEST(KRLIDOMWriter, LetsAStreamsExceptionThrough) {
 TEST(KRLIDOMWriter, WritesNothingForTheNullNode) {
     EXPECT_EQ(KRLIDOM_Writer::toUtf8(KRLIDOM_Node()), "");
     EXPECT_EQ(KRLIDOM_Writer::toUtf8(KRLIDOM_Node(), true), "");
+    KRLIDOM_Writer::check(KRLIDOM_Node());
 }
 
 TEST(KRLIDOMWriter, WritesOnePartOfADocument) {
@@ -104,6 +105,7 @@ TEST(KRLIDOMWriter, WritesADocumentOfAnyDepth) {
     std::string const written = KRLIDOM_Writer::toUtf8(owner.document());
     EXPECT_EQ(written.size(), (depth - 1) * 7 + 4);
     EXPECT_EQ(written.substr((depth - 2) * 3, 14), "<a><a/></a></a");
+    KRLIDOM_Writer::check(owner.document());
 }
 
 TEST(KRLIDOMWriter, HandsOverWhatComesBeforeTextThatXmlCannotHold) {
@@ -143,6 +145,7 @@ TEST(KRLIDOMWriter, RefusesANodeThatIsNoPartOfAnAnswer) {
     auto* const implementation = xercesc::DOMImplementation::getImplementation();
     auto* const type = implementation->createDocumentType(u"a", nullptr, nullptr);
     EXPECT_THROW(KRLIDOM_Writer::toUtf8(KRLIDOM_Node(type)), KRLDocumentException);
+    EXPECT_THROW(KRLIDOM_Writer::check(KRLIDOM_Node(type)), KRLDocumentException);
     type->release();
 }
 
