@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -68,7 +69,10 @@ int Console::finish(int status) {
         m_buffer.close(); // who reads the results has them all
     }
     for (auto const& work : m_afterResults) {
-        work();
+        try {
+            work();
+        } catch (std::bad_alloc const&) { // the results are out
+        }
     }
     return result;
 }

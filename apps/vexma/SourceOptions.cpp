@@ -32,8 +32,8 @@ void SourceOptions::addTo(CommandSyntax& command) {
          .group = source});
     command.add({.name = "--verbose",
                  .into = &verbose,
-                 .help = "Tell the number and the function of a failure too, and why a document "
-                         "is not in the cache",
+                 .help = "Tell the number and the function of a failure too, and what stood in "
+                         "the way of the cache",
                  .group = source});
     command.add({.name = "--trace",
                  .into = &trace,

@@ -59,7 +59,7 @@ std::shared_ptr<ImageCache> openUserCache(Console& console) {
     console.afterResults([cache, &console] {
         for (auto const& [file, reason] : cache->finish()) {
             if (console.isVerbose()) {
-                console.complain(file + " is not in the cache: " + reason);
+                console.complain("cache: " + file + ": " + reason);
             }
         }
     });

@@ -101,6 +101,7 @@ bool placeImage(CacheFolder const& folder, std::string const& written, ImageName
                 std::string const& documentPath) {
     folder.remove(linkOf(name.text()));
     if (!folder.link(linkOf(name.text()), documentPath) || !folder.put(written, name.text())) {
+        folder.remove(written);
         dropImage(folder, name.text());
         return false;
     }

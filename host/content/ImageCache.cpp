@@ -5,8 +5,10 @@
 
 #include <array>
 #include <filesystem>
+#include <new>
 #include <optional>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include <fcntl.h>
@@ -58,7 +60,8 @@ std::shared_ptr<Model const> ImageCache::load(std::string const& file, LoadOptio
         return loadModel(file, options);
     }
     auto const now = std::chrono::system_clock::now();
-    std::string const path = std::filesystem::absolute(file).lexically_normal().string();
+    std::error_code none; // a folder that is gone has no name, but the file was found
+    std::string const path = std::filesystem::absolute(file, none).lexically_normal().string();
     ImageName const name(path, *state,
                          (options.keepPositions ? "placed" : "plain") +
                              (additionName.empty() ? "" : '-' + additionName));
@@ -67,12 +70,12 @@ std::shared_ptr<Model const> ImageCache::load(std::string const& file, LoadOptio
     }
     std::shared_ptr<Model const> model = loadModel(file, options);
     if (FileState::of(file) != state) {
-        note(path, "it changed while it was read");
+        note(path, "it changed while it was read, so no image is kept");
     } else if (!state->isSettled(now, m_options.settled)) {
-        note(path, "it changed a moment ago, and may change again without a trace");
+        note(path, "it changed a moment ago, and may change again without a trace, so no image is "
+                   "kept yet");
     } else {
-        std::lock_guard const guard(m_mutex);
-        m_queue.write(model, name, path);
+        keep(model, name, path);
     }
     return model;
 }
@@ -95,6 +98,15 @@ std::shared_ptr<Model const> ImageCache::open(std::string const& file, ImageName
         note(file, "its image was thrown away: " + refused.GetProblem());
         dropImage(*folder, name.text());
         return nullptr;
+    }
+}
+
+void ImageCache::keep(std::shared_ptr<Model const> const& model, ImageName const& name,
+                      std::string const& file) {
+    std::lock_guard const guard(m_mutex);
+    try {
+        m_queue.write(model, name, file);
+    } catch (std::bad_alloc const&) { // no reason to do without the model
     }
 }
 

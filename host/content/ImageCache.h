@@ -39,6 +39,8 @@ public:
 
 private:
     std::shared_ptr<Model const> open(std::string const& file, ImageName const& name);
+    void keep(std::shared_ptr<Model const> const& model, ImageName const& name,
+              std::string const& file);
     void note(std::string const& file, std::string reason);
 
     ImageCacheOptions const m_options;

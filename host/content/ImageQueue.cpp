@@ -4,6 +4,7 @@
 #include "host/store/image/ImageFile.h"
 
 #include <csignal>
+#include <exception>
 #include <new>
 #include <optional>
 #include <system_error>
@@ -82,7 +83,9 @@ void ImageQueue::writeAll() {
             place(next.mapped(), next.key());
         } catch (KRLDocumentException const& failure) { // its file is no name that people know
             problem = failure.GetProblem();
-        } catch (KRLException const& failure) {
+        } catch (std::bad_alloc const&) {
+            throw;
+        } catch (std::exception const& failure) {
             problem = failure.what();
         }
         lock.lock();
@@ -97,7 +100,7 @@ void ImageQueue::writeAll() {
 void ImageQueue::place(Job const& job, std::string const& documentPath) const {
     std::uint64_t const likely = job.model->byteCount();
     if (likely > m_mostBytes) {
-        throw KRLException("its image is larger than the cache may grow");
+        throw KRLException("its image is larger than the cache may grow, so it is not kept");
     }
     std::string problem;
     std::optional<CacheFolder> folder = CacheFolder::make(m_folder, problem);
@@ -105,7 +108,7 @@ void ImageQueue::place(Job const& job, std::string const& documentPath) const {
         throw KRLException(problem);
     }
     if (!folder->lock()) {
-        throw KRLException("another run is writing to the cache");
+        throw KRLException("another run is writing to the cache, so no image is kept yet");
     }
     if (folder->has(job.name.text())) {
         return; // that run wrote the same

@@ -153,8 +153,7 @@ TEST_F(Cache, OnAFullDiskIsDoneWithoutAndSaysSoWhenAsked) {
     EXPECT_EQ(quiet.out, "folder Sales\n");
     EXPECT_THAT(quiet.error, IsEmpty());
     EXPECT_THAT(m_folder.RunShell(limited + " --verbose").error,
-                AllOf(StartsWith("vexma: " + file() + " is not in the cache: "),
-                      HasSubstr("File too large")));
+                AllOf(StartsWith("vexma: cache: " + file() + ": "), HasSubstr("File too large")));
     EXPECT_EQ(m_folder.RunShell("ls -A caches/vexma").out, "lock\n");
 }
 
