@@ -147,25 +147,33 @@ private:
         }
     }
 
+    /// Once, however many lists there are.
     void addLocale() {
-        bool isListed = false;
+        if (!m_isListed && !isListed() && !m_targets.empty()) {
+            m_text.element("locale", m_target.getName().toUtf8());
+        }
+        m_isListed = true;
+    }
+
+    bool isListed() const {
         for (auto list = m_tree.first(ElementTree::Root); list != ElementTree::None;
              list = m_tree.next(list)) {
             for (auto each = isListOfLocales(list) ? m_tree.first(list) : ElementTree::None;
                  each != ElementTree::None; each = m_tree.next(each)) {
                 I18NLocale const locale(I18NString::fromUtf8(trimmed(m_tree.textOf(each))));
-                isListed = isListed || locale == m_target;
+                if (locale == m_target) {
+                    return true;
+                }
             }
         }
-        if (!isListed && !m_targets.empty()) {
-            m_text.element("locale", m_target.getName().toUtf8());
-        }
+        return false;
     }
 
     ElementTree const& m_tree;
     Targets const& m_targets;
     I18NLocale m_defaultLocale;
     I18NLocale m_target;
+    bool m_isListed = false; // it was looked for, and added if it was not there
     XmlText m_text;
 };
 

@@ -163,6 +163,27 @@ TEST(TranslatableModel, GetsAListOfLanguagesWhereItHadNone) {
 )");
 }
 
+TEST(TranslatableModel, ListsItsLanguageOnceHoweverManyListsThereAre) {
+    std::string const list = "<locales><locale>en</locale></locales>";
+    vex::TranslatableModel const model(
+        "<model defaultLocale='en' id='m' name='M'>" + list + list + "</model>", "m.xml");
+    vex::TranslationFile texts = model.texts(I18NLocale("de"));
+    texts.units.at(0).target = "N";
+    EXPECT_EQ(model.apply(texts, I18NLocale("de"), "de.csv").document,
+              R"(<?xml version="1.0" encoding="UTF-8"?>
+<model defaultLocale="en" id="m" name="M">
+  <locales>
+    <locale>en</locale>
+    <locale>de</locale>
+  </locales>
+  <locales>
+    <locale>en</locale>
+  </locales>
+  <property name="name" locale="de">N</property>
+</model>
+)");
+}
+
 TEST(TranslatableModel, KnowsTheLanguagesOfItsOwnNames) {
     TranslatableModel const model(shop, "m.xml");
     EXPECT_TRUE(model.isOwnLanguage(locale("en_GB")));
