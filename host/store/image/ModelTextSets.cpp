@@ -7,6 +7,8 @@
 #include "host/store/image/StoreData.h"
 
 #include <algorithm>
+#include <array>
+#include <span>
 #include <utility>
 
 namespace vex {
@@ -58,7 +60,7 @@ std::size_t ModelTextSets::byteCount() const {
 std::shared_ptr<VexTextSet const> Model::FindTextSet(VEX_HANDLE object, I18NString const& within,
                                                      I18NString const& name, I18NString const& text,
                                                      I18NString const& tag) const {
-    constexpr std::size_t batch = 32;
+    constexpr std::size_t batch = TextRefSet::MostAtOnce;
     Budget::charge();
     DecodedHandle const decoded = decode(object);
     if (decoded.kind != Kind::Element) {
@@ -80,12 +82,15 @@ std::shared_ptr<VexTextSet const> Model::FindTextSet(VEX_HANDLE object, I18NStri
         return nullptr;
     }
     auto const set = std::make_shared<TextRefSet>(m_data, elements.size());
-    std::span<VEX_HANDLE const> left{elements.begin(), elements.end()};
-    for (; !left.empty(); left = left.subspan(std::min(batch, left.size()))) {
+    std::array<TextRef, batch> texts;
+    for (std::span<VEX_HANDLE const> left{elements.begin(), elements.end()}; !left.empty();) {
         Budget::charge();
-        for (VEX_HANDLE const element : left.first(std::min(batch, left.size()))) {
-            set->add(m_data->ownText(decode(element).number, Own::Text));
+        std::size_t const count = std::min(batch, left.size());
+        for (std::size_t i = 0; i < count; ++i) {
+            texts[i] = m_data->ownText(decode(left[i]).number, Own::Text);
         }
+        set->add({texts.data(), count});
+        left = left.subspan(count);
     }
     turn.finish(set);
     return set;

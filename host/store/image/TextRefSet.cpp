@@ -2,6 +2,7 @@
 
 #include "host/store/image/StoreData.h"
 
+#include <array>
 #include <utility>
 
 namespace vex {
@@ -14,8 +15,7 @@ std::size_t TextRefSet::byteCountFor(std::size_t room) {
 }
 
 std::size_t TextRefSet::find(std::uint32_t hash, std::u16string_view text) const {
-    constexpr unsigned half = 32;
-    auto at = static_cast<std::size_t>((std::uint64_t{hash} * m_slots.size()) >> half);
+    std::size_t at = home(hash);
     while (m_slots[at].text != NotFound &&
            (m_slots[at].hash != hash || !m_data->texts.equals(m_slots[at].text, text))) {
         at = at + 1 == m_slots.size() ? 0 : at + 1;
@@ -23,13 +23,25 @@ std::size_t TextRefSet::find(std::uint32_t hash, std::u16string_view text) const
     return at;
 }
 
-void TextRefSet::add(TextRef text) {
-    std::u16string_view const units = m_data->texts.view(text);
-    std::uint32_t const hash = hashOf(units);
-    Slot& slot = m_slots[find(hash, units)];
-    if (slot.text == NotFound) {
-        slot = {hash, text};
-        ++m_size;
+// In steps, each for all of them: what a step fetches from memory is there when the next
+// one needs it.
+void TextRefSet::add(std::span<TextRef const> texts) {
+    std::array<std::u16string_view, MostAtOnce> units;
+    std::array<std::uint32_t, MostAtOnce> hashes;
+    for (TextRef const text : texts) {
+        __builtin_prefetch(m_data->texts.begin(text));
+    }
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        units[i] = m_data->texts.view(texts[i]);
+        hashes[i] = hashOf(units[i]);
+        __builtin_prefetch(&m_slots[home(hashes[i])]);
+    }
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        Slot& slot = m_slots[find(hashes[i], units[i])];
+        if (slot.text == NotFound) {
+            slot = {hashes[i], texts[i]};
+            ++m_size;
+        }
     }
 }
 

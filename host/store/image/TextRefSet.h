@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -23,8 +24,9 @@ public:
     /// With room for so many texts. The data outlives the model with this set.
     TextRefSet(std::shared_ptr<StoreData const> data, std::size_t room);
 
-    /// Adds a text; one that is there already changes nothing.
-    void add(TextRef text);
+    /// Adds texts, `MostAtOnce` or fewer; one that is there already changes nothing.
+    void add(std::span<TextRef const> texts);
+    static constexpr std::size_t MostAtOnce = 32;
 
     bool contains(I18NString const& text) const override;
     std::size_t size() const override { return m_size; }
@@ -42,6 +44,11 @@ private:
     std::uint32_t hashOf(std::u16string_view text) const {
         constexpr unsigned half = 32;
         return static_cast<std::uint32_t>(I18NHashText(text, m_seed) >> half);
+    }
+    /// Where the search for a hash begins.
+    std::size_t home(std::uint32_t hash) const {
+        constexpr unsigned half = 32;
+        return static_cast<std::size_t>((std::uint64_t{hash} * m_slots.size()) >> half);
     }
     /// The slot with that text, or the free one where it is to be.
     std::size_t find(std::uint32_t hash, std::u16string_view text) const;
