@@ -54,13 +54,7 @@ KRLIDOM_OwnedDocument makeRequest(Question const& question) {
     return request.toDocument();
 }
 
-World makeWorld(ModelPlan const& plan, ScratchFolder const& folder, std::size_t number) {
-    World world;
-    world.generated = generateModel(plan);
-    world.file = folder.file("model" + std::to_string(number) + ".xml");
-    world.fileBytes = world.generated.document.size();
-    std::ofstream(world.file, std::ios::binary) << world.generated.document;
-    std::string().swap(world.generated.document);
+void openModel(World& world) {
     world.model = vex::loadModel(world.file);
     vex::Diagnostics found;
     world.catalogued = std::make_shared<vex::MemoryContent>(
@@ -68,6 +62,16 @@ World makeWorld(ModelPlan const& plan, ScratchFolder const& folder, std::size_t 
     world.catalogued->setModel(ModelPath, world.model);
     world.alone = std::make_shared<vex::MemoryContent>();
     world.alone->setModel(pathAlone, world.model);
+}
+
+World makeWorld(ModelPlan const& plan, ScratchFolder const& folder, std::size_t number) {
+    World world;
+    world.generated = generateModel(plan);
+    world.file = folder.file("model" + std::to_string(number) + ".xml");
+    world.fileBytes = world.generated.document.size();
+    std::ofstream(world.file, std::ios::binary) << world.generated.document;
+    std::string().swap(world.generated.document);
+    openModel(world);
     return world;
 }
 
@@ -92,6 +96,15 @@ World const& worldOf(ModelPlan const& plan) {
         found = worlds.emplace(key, makeWorld(plan, folder, worlds.size())).first;
     }
     return found->second;
+}
+
+World reloaded(World const& world) {
+    World fresh;
+    fresh.generated = world.generated;
+    fresh.file = world.file;
+    fresh.fileBytes = world.fileBytes;
+    openModel(fresh);
+    return fresh;
 }
 
 vex::Service& service() {

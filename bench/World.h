@@ -36,6 +36,9 @@ struct World {
 /// Made when first asked for and kept.
 World const& worldOf(ModelPlan const& plan);
 
+/// The same world with its model loaded anew: nobody has asked it for anything.
+World reloaded(World const& world);
+
 /// With the plug-in, loaded once.
 vex::Service& service();
 
