@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <string_view>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -60,6 +62,13 @@ std::size_t askAll(vex::Model const& model) {
         found += Probe::value(object, "name", "de").size() + Probe::name(object).size();
         found += Probe::children(object).size() + Probe::below(object, "queryItem").size();
         model.findPosition(object);
+        auto const set =
+            VexObject(object).FindTextSet("namespace", "name", "Sales", "querySubject");
+        if (set != nullptr) {
+            std::vector<std::u16string_view> texts;
+            set->appendTo(texts);
+            found += texts.size() + (set->contains("text") ? 1U : 0U);
+        }
     }
     return found + vex::modelDocumentOf(model).size();
 }

@@ -2,12 +2,17 @@
 
 #include "KRLException.h"
 #include "host/store/image/Budget.h"
+#include "host/store/image/ImageFile.h"
 #include "tests/host/store/image/ModelProbe.h"
 
 #include <atomic>
 #include <chrono>
+#include <cstdlib>
+#include <filesystem>
 #include <random>
 #include <set>
+#include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -244,6 +249,25 @@ TEST(ModelTextSets, MayBeKeptForLongerThanTheirModel) {
     EXPECT_TRUE(set->contains("id.99"));
     EXPECT_FALSE(set->contains("id.100"));
     EXPECT_EQ(textsOf(*set).size(), 100U);
+}
+
+TEST(ModelTextSets, OfAnImageAreThoseOfItsDocumentAndKeepItMapped) {
+    std::string name = testing::TempDir() + "vex-sets-XXXXXX";
+    std::filesystem::path const folder = ::mkdtemp(name.data());
+    std::string const file = folder / "m.vexm";
+    vex::writeImage(Probe(viewOf(1'000)).model(), file);
+    std::shared_ptr<VexTextSet const> set;
+    {
+        auto const model = vex::openImage(file);
+        set = findSet(model->findById("v"));
+        EXPECT_EQ(findSet(model->findById("v")), set);
+    }
+    std::filesystem::remove_all(folder);
+    std::vector<std::string> const held = textsOf(*set);
+    EXPECT_EQ(std::set<std::string>(held.begin(), held.end()),
+              readBelow(Probe(viewOf(1'000)).id("v")));
+    EXPECT_TRUE(set->contains("id.999"));
+    EXPECT_FALSE(set->contains("id.1000"));
 }
 
 TEST(ModelTextSets, TakeFewBytesForEachText) {
