@@ -4,7 +4,9 @@
 #include <string_view>
 #include <utility>
 
+#include <xercesc/dom/impl/DOMAttrMapImpl.hpp>
 #include <xercesc/dom/impl/DOMCasts.hpp>
+#include <xercesc/dom/impl/DOMNodeVector.hpp>
 
 using xercesc::DOMAttrImpl;
 using xercesc::DOMDocumentImpl;
@@ -14,6 +16,11 @@ using xercesc::DOMNode;
 namespace {
 
 constexpr XMLSize_t usualAttributes = 10; // the library's own first room
+
+// Way to the list that a map of attributes keeps by their names.
+struct AttributeList : xercesc::DOMAttrMapImpl {
+    static xercesc::DOMNodeVector* of(DOMAttrMapImpl& map) { return map.*&AttributeList::fNodes; }
+};
 
 DOMElementImpl* asElement(DOMNode* node) {
     return node->getNodeType() == DOMNode::ELEMENT_NODE ? static_cast<DOMElementImpl*>(node)
@@ -107,16 +114,20 @@ void KRLIDOM_LeanAttr::setTextContent(char16_t const* text) {
 }
 
 void KRLIDOM_LeanElement::setAttribute(char16_t const* name, char16_t const* value) {
-    if (fNode.isReadOnly() || fAttributes->findNamePoint(name) >= 0) {
+    int const found = fAttributes->findNamePoint(name);
+    if (fNode.isReadOnly() || found >= 0) {
         DOMElementImpl::setAttribute(name, value);
         return;
     }
-    xercesc::DOMAttr* const attribute = fParent.fOwnerDocument->createAttribute(name);
-    attribute->setValue(value);
-    if (fAttributes->getLength() == 0) {
-        fAttributes->reserve(usualAttributes); // makes the list, unless there was one
+    auto& attribute = static_cast<DOMAttrImpl&>(*fParent.fOwnerDocument->createAttribute(name));
+    attribute.setValue(value);
+    if (AttributeList::of(*fAttributes) == nullptr) {
+        fAttributes->reserve(usualAttributes);
     }
-    fAttributes->setNamedItemFast(attribute);
+    auto const place = static_cast<XMLSize_t>(-1 - found); // where it would be
+    AttributeList::of(*fAttributes)->insertElementAt(&attribute, place);
+    attribute.fNode.fOwnerNode = this;
+    attribute.fNode.isOwned(true);
 }
 
 DOMNode* KRLIDOM_LeanElement::appendChild(DOMNode* child) {
