@@ -27,7 +27,7 @@ std::string documentOf(CachedImage const& image) {
     return image.document.empty() ? "(a document that is not known any more)" : image.document;
 }
 
-int list(CacheFolder const& folder, Console& console) {
+int list(CacheFolder& folder, Console& console) {
     for (CachedImage const& each : listImages(folder)) {
         console.out() << each.bytes << '\t' << inWorldTime(each.used) << '\t'
                       << printable(documentOf(each), false) << '\n';
@@ -35,11 +35,14 @@ int list(CacheFolder const& folder, Console& console) {
     return Done;
 }
 
-int clear(CacheFolder const& folder, Console& console) {
+int clear(CacheFolder& folder, Console& console) {
     std::uint64_t bytes = 0;
     std::vector<CachedImage> const cleared = clearImages(folder);
     for (CachedImage const& each : cleared) {
         bytes += each.bytes;
+    }
+    if (folder.lock()) { // nobody writes: what is unfinished stays so
+        boundImages(folder, 0);
     }
     console.out() << "removed: " << cleared.size() << ", bytes: " << bytes << '\n';
     if (std::size_t const left = listImages(folder).size(); left != 0) {
@@ -52,7 +55,7 @@ int clear(CacheFolder const& folder, Console& console) {
 
 struct Action {
     char const* name;
-    int (*run)(CacheFolder const& folder, Console& console);
+    int (*run)(CacheFolder& folder, Console& console);
 };
 constexpr Action actions[] = {{"list", &list}, {"clear", &clear}};
 
@@ -63,7 +66,7 @@ int runAction(std::string const& asked, Console& console) {
                              "absolute path");
     }
     std::string problem;
-    std::optional<CacheFolder> const folder = CacheFolder::open(path, problem);
+    std::optional<CacheFolder> folder = CacheFolder::open(path, problem);
     if (!folder) {
         if (problem.empty()) {
             console.complain("the cache is empty: there is no " + path);

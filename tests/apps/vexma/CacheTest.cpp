@@ -120,6 +120,13 @@ TEST_F(Cache, IsListedAndCleared) {
     EXPECT_EQ(top().out, "folder Sales\n");
 }
 
+TEST_F(Cache, IsClearedOfWhatARunLeftThatWasEnded) {
+    top();
+    m_folder.RunShell("echo half > caches/vexma/.unfinished.123");
+    EXPECT_EQ(m_folder.Run({"cache", "clear"}).status, 0);
+    EXPECT_EQ(m_folder.RunShell("ls -A caches/vexma").out, "lock\n");
+}
+
 TEST_F(Cache, KeepsToItsSizeAndIsOffWithNone) {
     m_folder.RunShell("VEXMA_CACHE_SIZE=0 $VEXMA tree --depth 1 " + inShell());
     EXPECT_FALSE(m_folder.RunShell("test -e caches").status == 0);
