@@ -44,8 +44,7 @@ TEST(Compile, MakesAnImageThatStandsForTheDocumentEverywhere) {
     EXPECT_EQ(of({"tree"}).out, "folder N\n└── querySubject Orders\n");
     EXPECT_EQ(of({"access", "q", "i"}).out, "1\tq\n0\ti\n");
     EXPECT_EQ(of({"verify"}).status, 0);
-    EXPECT_EQ(folder.Run({"diff", "m.vexm", "--with-model", "m.model.xml"}).out,
-              folder.Run({"diff", "m.model.xml", "--with-model", "m.model.xml"}).out);
+    EXPECT_EQ(folder.Run({"diff", "m.vexm", "m.model.xml"}).status, 0);
     EXPECT_EQ(folder.RunShell("$VEXMA tree - <m.vexm").out, folder.Run({"tree", "m.vexm"}).out);
     EXPECT_EQ(folder.Run({"validate", "m.catalog.xml"}).status,
               folder.Run({"validate", "m.model.xml"}).status);
